@@ -1,0 +1,233 @@
+#include "platform/corefoundation/encoding.h"
+
+#include <iconv.h>
+#include <langinfo.h>
+#include <locale.h>
+
+#include <bit>
+#include <cerrno>
+#include <cstring>
+
+namespace encoding {
+namespace {
+
+constexpr const char* kUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
+const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);
+
+bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+// The character at `position`, which moves past it.
+char32_t NextCharacter(std::u16string_view text, std::size_t& position) {
+  const char32_t unit = text[position++];
+  if (IsHighSurrogate(unit) && position < text.size() && IsLowSurrogate(text[position])) {
+    return 0x10000 + ((unit - 0xD800) << 10) + (text[position++] - 0xDC00U);
+  }
+  return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? char32_t{kReplacement} : unit;
+}
+
+char* PutUtf8(char32_t character, char* out) {
+  const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
+  if (character < 0x80) {
+    put(character);
+  } else if (character < 0x800) {
+    put(0xC0 | (character >> 6));
+    put(0x80 | (character & 0x3F));
+  } else if (character < 0x10000) {
+    put(0xE0 | (character >> 12));
+    put(0x80 | ((character >> 6) & 0x3F));
+    put(0x80 | (character & 0x3F));
+  } else {
+    put(0xF0 | (character >> 18));
+    put(0x80 | ((character >> 12) & 0x3F));
+    put(0x80 | ((character >> 6) & 0x3F));
+    put(0x80 | (character & 0x3F));
+  }
+  return out;
+}
+
+std::size_t EncodeUtf8(std::u16string_view text, char* bytes) {
+  char* out = bytes;
+  for (std::size_t i = 0; i < text.size();) {
+    if (text[i] < 0x80) {
+      *out++ = static_cast<char>(text[i++]);
+    } else {
+      out = PutUtf8(NextCharacter(text, i), out);
+    }
+  }
+  return static_cast<std::size_t>(out - bytes);
+}
+
+// The character at `position`, which moves past it; past one byte alone where the bytes are not UTF-8.
+char32_t NextUtf8(std::string_view bytes, std::size_t& position) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  const unsigned char first = byte(position);
+  const std::size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2
+                             : first < 0xF0                  ? 3
+                             : first < 0xF5                  ? 4
+                                                             : 0;
+  if (length == 1) return bytes[position++] & 0x7F;
+  char32_t character = first & (0x7FU >> length);
+  bool valid = length != 0 && position + length <= bytes.size();
+  for (std::size_t i = 1; valid && i < length; ++i) {
+    valid = (byte(position + i) & 0xC0) == 0x80;
+    character = character << 6 | (byte(position + i) & 0x3FU);
+  }
+  constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
+  valid = valid && character >= kLeast[length] && character <= 0x10FFFF &&
+          !IsHighSurrogate(character) && !IsLowSurrogate(character);
+  position += valid ? length : 1;
+  return valid ? character : char32_t{kReplacement};
+}
+
+char16_t* PutUtf16(char32_t character, char16_t* out) {
+  if (character < 0x10000) {
+    *out++ = static_cast<char16_t>(character);
+  } else {
+    *out++ = static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
+    *out++ = static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
+  }
+  return out;
+}
+
+std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
+  char16_t* out = units;
+  for (std::size_t i = 0; i < bytes.size();) {
+    if (static_cast<unsigned char>(bytes[i]) < 0x80) {
+      *out++ = static_cast<char16_t>(bytes[i++]);
+    } else {
+      out = PutUtf16(NextUtf8(bytes, i), out);
+    }
+  }
+  return static_cast<std::size_t>(out - units);
+}
+
+// The user's code set and the converters from and to it; none where it is UTF-8.
+struct CodeSet {
+  iconv_t encoder = kNoConverter;
+  iconv_t decoder = kNoConverter;
+
+  bool IsUtf8() const { return encoder == kNoConverter || decoder == kNoConverter; }
+};
+
+bool IsAsciiName(const char* name) {
+  return std::strcmp(name, "ANSI_X3.4-1968") == 0 || std::strcmp(name, "UTF-8") == 0;
+}
+
+// The locale is asked for by the user's variables, in an object of its own: the host's stays as it is.
+CodeSet ReadCodeSet() {
+  CodeSet set;
+  const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
+  if (locale == nullptr) return set;
+  const char* name = nl_langinfo_l(CODESET, locale);
+  if (!IsAsciiName(name)) {
+    set.encoder = iconv_open(name, kUtf16);
+    set.decoder = iconv_open(kUtf16, name);
+  }
+  freelocale(locale);
+  return set;
+}
+
+const CodeSet& UserCodeSet() {
+  static const CodeSet set = ReadCodeSet();
+  return set;
+}
+
+void Restart(iconv_t converter) { iconv(converter, nullptr, nullptr, nullptr, nullptr); }
+
+// Character by character, so that one that the code set lacks costs that one alone.
+std::size_t EncodeUserCodeSet(std::u16string_view text, char* bytes) {
+  const iconv_t converter = UserCodeSet().encoder;
+  Restart(converter);
+  char* out = bytes;
+  for (std::size_t i = 0; i < text.size();) {
+    char16_t units[2];
+    auto* in = reinterpret_cast<char*>(units);
+    auto in_left = static_cast<std::size_t>(PutUtf16(NextCharacter(text, i), units) - units) * 2;
+    std::size_t out_left = 2 * BytesPerUnit(kUserCodeSet);
+    if (iconv(converter, &in, &in_left, &out, &out_left) == static_cast<std::size_t>(-1)) {
+      *out++ = '?';
+    }
+  }
+  return static_cast<std::size_t>(out - bytes);
+}
+
+std::size_t DecodeUserCodeSet(std::string_view bytes, char16_t* units) {
+  const iconv_t converter = UserCodeSet().decoder;
+  Restart(converter);
+  char* in = const_cast<char*>(bytes.data());
+  std::size_t in_left = bytes.size();
+  auto* out = reinterpret_cast<char*>(units);
+  std::size_t out_left = bytes.size() * sizeof(char16_t);
+  while (in_left > 0 &&
+         iconv(converter, &in, &in_left, &out, &out_left) == static_cast<std::size_t>(-1) &&
+         errno != E2BIG) {
+    std::memcpy(out, &kReplacement, sizeof kReplacement);
+    out += sizeof kReplacement;
+    out_left -= sizeof kReplacement;
+    ++in;
+    --in_left;
+  }
+  return static_cast<std::size_t>(reinterpret_cast<char16_t*>(out) - units);
+}
+
+// How many bytes the character at the start of `bytes` takes in the user's code set; one byte that is
+// no character counts as one.
+std::size_t CharacterSize(std::string_view bytes) {
+  for (std::size_t size = 1; size <= bytes.size() && size <= BytesPerUnit(kUserCodeSet); ++size) {
+    const iconv_t converter = UserCodeSet().decoder;
+    Restart(converter);
+    char* in = const_cast<char*>(bytes.data());
+    std::size_t in_left = size;
+    char16_t units[4];
+    auto* out = reinterpret_cast<char*>(units);
+    std::size_t out_left = sizeof units;
+    if (iconv(converter, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1)) {
+      return size;
+    }
+  }
+  return 1;
+}
+
+}  // namespace
+
+std::uint32_t SystemEncoding() { return UserCodeSet().IsUtf8() ? kUtf8 : kUserCodeSet; }
+
+std::size_t BytesPerUnit(std::uint32_t encoding) { return encoding == kUtf8 ? 3 : 8; }
+
+std::size_t Encode(std::u16string_view text, std::uint32_t encoding, char* bytes) {
+  return encoding == kUtf8 ? EncodeUtf8(text, bytes) : EncodeUserCodeSet(text, bytes);
+}
+
+std::size_t Decode(std::string_view bytes, std::uint32_t encoding, char16_t* units) {
+  return encoding == kUtf8 ? DecodeUtf8(bytes, units) : DecodeUserCodeSet(bytes, units);
+}
+
+std::string ToUtf8(std::u16string_view text) {
+  std::string bytes(text.size() * BytesPerUnit(kUtf8), '\0');
+  bytes.resize(Encode(text, kUtf8, bytes.data()));
+  return bytes;
+}
+
+std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding) {
+  std::u16string text(bytes.size(), u'\0');
+  text.resize(Decode(bytes, encoding, text.data()));
+  return text;
+}
+
+std::size_t CutBetweenCharacters(std::string_view bytes, std::size_t size, std::uint32_t encoding) {
+  if (bytes.size() <= size) return bytes.size();
+  if (encoding == kUtf8) {
+    std::size_t cut = size;
+    while (cut > 0 && size - cut < 3 && (bytes[cut] & 0xC0) == 0x80) --cut;
+    return (bytes[cut] & 0xC0) == 0x80 ? size : cut;
+  }
+  std::size_t cut = 0;
+  for (;;) {
+    const std::size_t next = cut + CharacterSize(bytes.substr(cut));
+    if (next > size) return cut;
+    cut = next;
+  }
+}
+
+}  // namespace encoding
