@@ -1,0 +1,95 @@
+#include "platform/carbon/active_display.h"
+#include "platform/carbon/objects.h"
+#include "platform/carbon/shown_dialog.h"
+#include "platform/carbon/text.h"
+
+namespace carbon {
+namespace {
+
+constexpr CFString kOk{{CFObject::Kind::kLiteral, 0}, u"OK", 2};
+
+std::optional<std::string> ButtonText(CFStringRef text) {
+  if (text == nullptr) return std::nullopt;
+  return ToUtf8(ToUtf16(text));
+}
+
+// The number of the button that an action presses; 0 where it presses none.
+int PressedButton(const display::Alert& alert, const display::Action& action) {
+  switch (action.kind) {
+    case display::Action::Kind::kPress:
+      return action.number;
+    case display::Action::Kind::kReturn:
+      return alert.default_button ? kAlertStdAlertOKButton : 0;
+    case display::Action::Kind::kEscape:
+    case display::Action::Kind::kClose:
+      return alert.cancel_button ? kAlertStdAlertCancelButton : 0;
+    default:
+      return 0;
+  }
+}
+
+bool HasButton(const display::Alert& alert, int number) {
+  return (number == 1 && alert.default_button) || (number == 2 && alert.cancel_button) ||
+         (number == 3 && alert.other_button);
+}
+
+// One clause where an alert does not have what the action names.
+std::string WhyNot(const display::Alert& alert, const display::Action& action) {
+  using Kind = display::Action::Kind;
+  switch (action.kind) {
+    case Kind::kPress:
+      return HasButton(alert, action.number)
+                 ? ""
+                 : "there is no button " + std::to_string(action.number);
+    case Kind::kReturn:
+    case Kind::kEscape:
+    case Kind::kClose:
+    case Kind::kTab:
+      return "";
+    default:
+      return "an alert has buttons alone";
+  }
+}
+
+int RunAlertLoop(const display::Alert& alert) {
+  display::Display& display = ActiveDisplay();
+  const ShownDialog dialog(display, alert);
+  if (!dialog.IsShown()) return 0;
+  while (const std::optional<display::Action> action = display.NextAction()) {
+    if (const std::string reason = WhyNot(alert, *action); !reason.empty()) {
+      display.Reject(reason);
+    } else if (const int button = PressedButton(alert, *action); button != 0) {
+      return button;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace carbon
+
+constinit const CFStringRef kAlertDefaultOKText = &carbon::kOk;
+
+OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef explanation,
+                             const AlertStdCFStringAlertParamRec* parameters, DialogRef* alert) try {
+  return carbon::AddTo(carbon::All().alerts,
+                       display::Alert{type, carbon::ToUtf8(carbon::ToUtf16(message)),
+                                      carbon::ToUtf8(carbon::ToUtf16(explanation)),
+                                      carbon::ButtonText(parameters->default_text),
+                                      carbon::ButtonText(parameters->cancel_text),
+                                      carbon::ButtonText(parameters->other_text)},
+                       alert);
+} catch (const std::bad_alloc&) {
+  *alert = nullptr;
+  return memFullErr;
+}
+
+OSStatus RunStandardAlert(DialogRef alert, void* /*event_filter*/, std::int16_t* item) {
+  *item = 0;
+  const auto object = carbon::All().alerts.Find(alert);
+  carbon::All().alerts.Remove(alert);
+  return carbon::With(object, [item](const display::Alert& held) {
+    *item = static_cast<std::int16_t>(carbon::RunAlertLoop(held));
+    return *item == 0 ? OSStatus{eventLoopQuitErr} : OSStatus{noErr};
+  });
+}

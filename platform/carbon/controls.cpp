@@ -1,0 +1,245 @@
+#include <algorithm>
+
+#include "platform/carbon/objects.h"
+#include "platform/carbon/text.h"
+
+namespace carbon {
+namespace {
+
+using display::ControlKind;
+
+// Adds a control to its window; null where the window is gone or memory ran out.
+OSStatus AddControl(WindowRef window, Control control, ControlRef* reference) {
+  *reference = nullptr;
+  return With(Find(window), [&](Window& object) {
+    control.window = window;
+    object.controls.reserve(object.controls.size() + 1);
+    const OSStatus status = AddTo(All().controls, std::move(control), reference);
+    if (status == noErr) object.controls.push_back(*reference);
+    return status;
+  });
+}
+
+// A control of `kind` with `text`, which may be null.
+OSStatus AddControl(WindowRef window, ControlKind kind, const Rect& bounds, CFStringRef text,
+                    ControlRef* reference) try {
+  Control control;
+  control.kind = kind;
+  control.bounds = bounds;
+  if (text != nullptr) control.text = ToUtf16(text);
+  return AddControl(window, std::move(control), reference);
+} catch (const std::bad_alloc&) {
+  *reference = nullptr;
+  return memFullErr;
+}
+
+OSStatus AddToggle(WindowRef window, ControlKind kind, const Rect& bounds, CFStringRef title,
+                   std::int32_t value, bool auto_toggle, ControlRef* reference) {
+  const OSStatus status = AddControl(window, kind, bounds, title, reference);
+  With(Find(*reference), [=](Control& control) {
+    control.value = std::clamp(value, control.minimum, control.maximum);
+    control.auto_toggle = auto_toggle;
+  });
+  return status;
+}
+
+// Runs `operation` on a control, which the display hears of.
+template <class Operation>
+OSStatus Alter(ControlRef reference, Operation operation) {
+  return With(Find(reference), [&](Control& control) {
+    control.changed = true;
+    return operation(control);
+  });
+}
+
+void SetLimits(Control& control, std::int32_t minimum, std::int32_t maximum) {
+  control.minimum = minimum;
+  control.maximum = maximum;
+  control.value = std::clamp(control.value, minimum, maximum);
+}
+
+void SetMinimum(Control& control, std::int32_t minimum) {
+  SetLimits(control, minimum, std::max(minimum, control.maximum));
+}
+
+void SetMaximum(Control& control, std::int32_t maximum) {
+  SetLimits(control, std::min(control.minimum, maximum), maximum);
+}
+
+// What `data` of `size` bytes holds; none where the size is not that of a Value.
+template <class Value>
+std::optional<Value> Read(const void* data, Size size) {
+  if (size != static_cast<Size>(sizeof(Value))) return std::nullopt;
+  Value value;
+  std::memcpy(&value, data, sizeof value);
+  return value;
+}
+
+OSStatus AttachMenu(Control& control, MenuRef menu) {
+  const auto object = All().menus.Find(menu);
+  if (!object) return paramErr;
+  control.menu = object;
+  control.menu_ref = menu;
+  SetMinimum(control, 1);
+  SetMaximum(control, static_cast<std::int32_t>(object->items.size()));
+  return noErr;
+}
+
+OSStatus SetData(Control& control, OSType tag, Size size, const void* data) {
+  if (const auto value = Read<std::uint16_t>(data, size); value && tag == kControlSizeTag) {
+    control.size = *value;
+  } else if (const auto mark = Read<Boolean>(data, size);
+             mark && tag == kControlPushButtonDefaultTag) {
+    control.default_mark = *mark != 0;
+  } else if (const auto text = Read<CFStringRef>(data, size);
+             text && tag == kControlEditTextCFStringTag) {
+    control.text = ToUtf16(*text);
+  } else if (const auto menu = Read<MenuRef>(data, size);
+             menu && tag == kControlPopupButtonMenuHandleTag) {
+    return AttachMenu(control, *menu);
+  } else {
+    return paramErr;
+  }
+  return noErr;
+}
+
+// Hands `value` out where the caller's room fits it.
+template <class Value>
+OSStatus HandOut(Value value, Size size, void* data, Size* actual_size) {
+  if (size != static_cast<Size>(sizeof value)) return paramErr;
+  std::memcpy(data, &value, sizeof value);
+  if (actual_size != nullptr) *actual_size = size;
+  return noErr;
+}
+
+OSStatus GetData(const Control& control, OSType tag, Size size, void* data, Size* actual_size) {
+  if (tag == kControlListBoxListHandleTag && control.list != nullptr) {
+    return HandOut(control.list, size, data, actual_size);
+  }
+  if (tag != kControlEditTextCFStringTag || !control.text) return paramErr;
+  const CFStringRef text = CFStringCreateWithCharacters(
+      kCFAllocatorDefault, control.text->data(), static_cast<CFIndex>(control.text->size()));
+  if (text == nullptr) return memFullErr;
+  return HandOut(text, size, data, actual_size);
+}
+
+}  // namespace
+}  // namespace carbon
+
+using carbon::Alter;
+using carbon::Find;
+using display::ControlKind;
+
+OSStatus CreateStaticTextControl(WindowRef window, const Rect* bounds, CFStringRef text,
+                                 const ControlFontStyleRec* /*style*/, ControlRef* control) {
+  return carbon::AddControl(window, ControlKind::kStatic, *bounds, text, control);
+}
+
+OSStatus CreatePushButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
+                                 ControlRef* control) {
+  return carbon::AddControl(window, ControlKind::kButton, *bounds, title, control);
+}
+
+OSStatus CreateEditUnicodeTextControl(WindowRef window, const Rect* bounds, CFStringRef text,
+                                      Boolean is_password, const ControlFontStyleRec* /*style*/,
+                                      ControlRef* control) {
+  const auto kind = is_password ? ControlKind::kPassword : ControlKind::kEdit;
+  return carbon::AddControl(window, kind, *bounds, text == nullptr ? CFSTR("") : text, control);
+}
+
+OSStatus CreateCheckBoxControl(WindowRef window, const Rect* bounds, CFStringRef title,
+                               std::int32_t value, Boolean auto_toggle, ControlRef* control) {
+  return carbon::AddToggle(window, ControlKind::kCheckBox, *bounds, title, value, auto_toggle != 0,
+                           control);
+}
+
+OSStatus CreateRadioButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
+                                  std::int32_t value, Boolean auto_toggle, ControlRef* control) {
+  return carbon::AddToggle(window, ControlKind::kRadio, *bounds, title, value, auto_toggle != 0,
+                           control);
+}
+
+OSStatus CreatePopupButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
+                                  std::int16_t /*menu_id*/, Boolean /*variable_width*/,
+                                  std::int16_t /*title_width*/,
+                                  std::int16_t /*title_justification*/,
+                                  std::uint8_t /*title_style*/, ControlRef* control) {
+  return carbon::AddControl(window, ControlKind::kPopup, *bounds, title, control);
+}
+
+OSStatus CreateListBoxControl(WindowRef window, const Rect* bounds, Boolean /*auto_size*/,
+                              std::int16_t rows, std::int16_t /*columns*/,
+                              Boolean /*horizontal_scroll*/, Boolean /*vertical_scroll*/,
+                              std::int16_t /*cell_height*/, std::int16_t /*cell_width*/,
+                              Boolean /*has_grow_space*/, std::int16_t /*definition*/,
+                              ControlRef* control) try {
+  const OSStatus status =
+      carbon::AddControl(window, ControlKind::kList, *bounds, nullptr, control);
+  if (status != noErr) return status;
+  carbon::List list;
+  list.control = *control;
+  list.cells.resize(static_cast<std::size_t>(rows));
+  list.selected.resize(static_cast<std::size_t>(rows));
+  return carbon::AddTo(carbon::All().lists, std::move(list), &Find(*control)->list);
+} catch (const std::bad_alloc&) {
+  return memFullErr;
+}
+
+OSStatus SetControlCommandID(ControlRef control, OSType command) {
+  return Alter(control, [=](carbon::Control& object) { object.command = command; });
+}
+
+OSStatus SetControlID(ControlRef control, const ControlID* id) {
+  return Alter(control, [=](carbon::Control& object) { object.id = id->id; });
+}
+
+OSStatus SetControlData(ControlRef control, std::int16_t /*part*/, OSType tag, Size size,
+                        const void* data) {
+  return Alter(control, [=](carbon::Control& object) {
+    return carbon::SetData(object, tag, size, data);
+  });
+}
+
+OSStatus GetControlData(ControlRef control, std::int16_t /*part*/, OSType tag, Size size,
+                        void* data, Size* actual_size) {
+  return carbon::With(Find(control), [=](carbon::Control& object) {
+    return carbon::GetData(object, tag, size, data, actual_size);
+  });
+}
+
+OSStatus SetControlFontStyle(ControlRef control, const ControlFontStyleRec* style) {
+  return Alter(control, [=](carbon::Control& object) {
+    if ((style->flags & kControlUseThemeFontIDMask) != 0) object.font = style->font;
+  });
+}
+
+std::int32_t GetControlValue(ControlRef control) {
+  const auto object = Find(control);
+  return object ? object->value : 0;
+}
+
+void SetControlValue(ControlRef control, std::int32_t value) {
+  Alter(control, [=](carbon::Control& object) {
+    object.value = std::clamp(value, object.minimum, object.maximum);
+  });
+}
+
+void SetControlMinimum(ControlRef control, std::int32_t minimum) {
+  Alter(control, [=](carbon::Control& object) { carbon::SetMinimum(object, minimum); });
+}
+
+void SetControlMaximum(ControlRef control, std::int32_t maximum) {
+  Alter(control, [=](carbon::Control& object) { carbon::SetMaximum(object, maximum); });
+}
+
+OSStatus EnableControl(ControlRef control) {
+  return Alter(control, [](carbon::Control& object) { object.enabled = true; });
+}
+
+OSStatus DisableControl(ControlRef control) {
+  return Alter(control, [](carbon::Control& object) { object.enabled = false; });
+}
+
+void HideControl(ControlRef control) {
+  Alter(control, [](carbon::Control& object) { object.visible = false; });
+}

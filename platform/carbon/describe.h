@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/carbon/objects.h"
+
+namespace carbon {
+
+// A window and its controls as a display is told of them.
+display::Window Describe(Window& window);
+display::Control Describe(const Window& window, ControlRef reference, const Control& control);
+
+}  // namespace carbon

@@ -1,0 +1,192 @@
+#include "platform/carbon/display_json.h"
+
+#include <array>
+#include <stdexcept>
+#include <string_view>
+
+namespace display {
+namespace {
+
+template <class Kind>
+struct Name {
+  Kind kind;
+  std::string_view text;
+};
+
+constexpr std::array kControlNames{
+    Name{ControlKind::kStatic, "static"},     Name{ControlKind::kButton, "button"},
+    Name{ControlKind::kEdit, "edit"},         Name{ControlKind::kPassword, "password"},
+    Name{ControlKind::kPopup, "popup"},       Name{ControlKind::kCheckBox, "checkbox"},
+    Name{ControlKind::kRadio, "radio"},       Name{ControlKind::kList, "list"},
+};
+
+constexpr std::array kActionNames{
+    Name{Action::Kind::kEnter, "enter"},       Name{Action::Kind::kType, "type"},
+    Name{Action::Kind::kChoose, "choose"},     Name{Action::Kind::kClick, "click"},
+    Name{Action::Kind::kRow, "row"},           Name{Action::Kind::kRowToggle, "row+"},
+    Name{Action::Kind::kRowExtend, "row-"},    Name{Action::Kind::kPress, "press"},
+    Name{Action::Kind::kReturn, "return"},     Name{Action::Kind::kEscape, "escape"},
+    Name{Action::Kind::kTab, "tab"},           Name{Action::Kind::kClose, "close"},
+};
+
+template <class Kind, std::size_t Count>
+std::string_view NameOf(const std::array<Name<Kind>, Count>& names, Kind kind) {
+  for (const auto& name : names) {
+    if (name.kind == kind) return name.text;
+  }
+  throw std::invalid_argument("a kind without a name");
+}
+
+template <class Kind, std::size_t Count>
+Kind KindOf(const std::array<Name<Kind>, Count>& names, std::string_view text) {
+  for (const auto& name : names) {
+    if (name.text == text) return name.kind;
+  }
+  throw std::invalid_argument("an unknown kind: " + std::string(text));
+}
+
+template <class Value>
+Json OrNull(const std::optional<Value>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
+
+template <class Value>
+std::optional<Value> Optional(const Json& json) {
+  if (json.is_null()) return std::nullopt;
+  return json.get<Value>();
+}
+
+Json RectToJson(const Rect& rect) {
+  return Json::array({rect.top, rect.left, rect.bottom, rect.right});
+}
+
+Rect RectFromJson(const Json& json) {
+  return {json.at(0).get<std::int16_t>(), json.at(1).get<std::int16_t>(),
+          json.at(2).get<std::int16_t>(), json.at(3).get<std::int16_t>()};
+}
+
+Json WindowToJson(const Window& window) {
+  Json json;
+  json["kind"] = "window";
+  json["title"] = window.title;
+  json["content"] = RectToJson(window.content);
+  json["controls"] = Json::array();
+  for (const Control& control : window.controls) json["controls"].push_back(ToJson(control));
+  return json;
+}
+
+Window WindowFromJson(const Json& json) {
+  Window window{json.at("title"), RectFromJson(json.at("content")), {}};
+  for (const Json& control : json.at("controls")) {
+    window.controls.push_back(ControlFromJson(control));
+  }
+  return window;
+}
+
+Json AlertToJson(const Alert& alert) {
+  Json json;
+  json["kind"] = "alert";
+  json["type"] = alert.type;
+  json["message"] = alert.message;
+  json["explanation"] = alert.explanation;
+  json["default"] = OrNull(alert.default_button);
+  json["cancel"] = OrNull(alert.cancel_button);
+  json["other"] = OrNull(alert.other_button);
+  return json;
+}
+
+Alert AlertFromJson(const Json& json) {
+  return {json.at("type"),
+          json.at("message"),
+          json.at("explanation"),
+          Optional<std::string>(json.at("default")),
+          Optional<std::string>(json.at("cancel")),
+          Optional<std::string>(json.at("other"))};
+}
+
+}  // namespace
+
+Json ToJson(const Control& control) {
+  Json json;
+  json["kind"] = NameOf(kControlNames, control.kind);
+  json["command"] = control.command;
+  json["id"] = control.id;
+  json["rect"] = RectToJson(control.rect);
+  json["text"] = OrNull(control.text);
+  json["value"] = OrNull(control.value);
+  json["min"] = OrNull(control.min);
+  json["max"] = OrNull(control.max);
+  json["items"] = OrNull(control.items);
+  json["rows"] = OrNull(control.rows);
+  json["visible"] = control.visible;
+  json["enabled"] = control.enabled;
+  json["default"] = control.is_default;
+  json["cancel"] = control.is_cancel;
+  json["focused"] = control.focused;
+  json["size"] = OrNull(control.size);
+  json["font"] = OrNull(control.font);
+  return json;
+}
+
+Control ControlFromJson(const Json& json) {
+  Control control;
+  control.kind = KindOf(kControlNames, json.at("kind").get<std::string>());
+  control.command = json.at("command");
+  control.id = json.at("id");
+  control.rect = RectFromJson(json.at("rect"));
+  control.text = Optional<std::string>(json.at("text"));
+  control.value = Optional<int>(json.at("value"));
+  control.min = Optional<int>(json.at("min"));
+  control.max = Optional<int>(json.at("max"));
+  control.items = Optional<std::vector<std::string>>(json.at("items"));
+  control.rows = Optional<std::vector<std::string>>(json.at("rows"));
+  control.visible = json.at("visible");
+  control.enabled = json.at("enabled");
+  control.is_default = json.at("default");
+  control.is_cancel = json.at("cancel");
+  control.focused = json.at("focused");
+  control.size = Optional<int>(json.at("size"));
+  control.font = Optional<int>(json.at("font"));
+  return control;
+}
+
+Json SelectionToJson(const Control& list) {
+  return {{"multiple", list.multiple}, {"selected", list.selected}};
+}
+
+void SelectionFromJson(const Json& selection, Control& list) {
+  list.multiple = selection.at("multiple");
+  list.selected = selection.at("selected").get<std::vector<int>>();
+}
+
+Json ToJson(const Description& dialog) {
+  if (const auto* window = std::get_if<Window>(&dialog)) return WindowToJson(*window);
+  return AlertToJson(std::get<Alert>(dialog));
+}
+
+Description DescriptionFromJson(const Json& json) {
+  const std::string kind = json.at("kind");
+  if (kind == "window") return WindowFromJson(json);
+  if (kind == "alert") return AlertFromJson(json);
+  throw std::invalid_argument("an unknown kind of dialog: " + kind);
+}
+
+Json ToJson(const Action& action) {
+  return {{"action", NameOf(kActionNames, action.kind)},
+          {"number", action.number},
+          {"item", action.item},
+          {"x", action.x},
+          {"text", action.text}};
+}
+
+Action ActionFromJson(const Json& json) {
+  Action action;
+  action.kind = KindOf(kActionNames, json.at("action").get<std::string>());
+  action.number = json.at("number");
+  action.item = json.at("item");
+  action.x = json.at("x");
+  action.text = json.at("text");
+  return action;
+}
+
+}  // namespace display

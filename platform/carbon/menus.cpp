@@ -1,0 +1,17 @@
+#include "platform/carbon/objects.h"
+#include "platform/carbon/text.h"
+
+OSStatus CreateNewMenu(std::int16_t /*menu_id*/, std::uint32_t /*attributes*/, MenuRef* menu) {
+  return carbon::AddTo(carbon::All().menus, carbon::Menu(), menu);
+}
+
+OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text,
+                                        std::uint32_t /*attributes*/, OSType /*command*/,
+                                        std::uint16_t* index) {
+  return carbon::With(carbon::All().menus.Find(menu), [=](carbon::Menu& object) {
+    object.items.push_back(carbon::ToUtf16(text));
+    if (index != nullptr) *index = static_cast<std::uint16_t>(object.items.size());
+  });
+}
+
+void ReleaseMenu(MenuRef menu) { carbon::All().menus.Remove(menu); }

@@ -1,0 +1,11 @@
+#include "platform/carbon/text.h"
+
+namespace carbon {
+
+std::u16string ToUtf16(CFStringRef string) {
+  std::u16string text(static_cast<std::size_t>(CFStringGetLength(string)), u'\0');
+  CFStringGetCharacters(string, {0, CFStringGetLength(string)}, text.data());
+  return text;
+}
+
+}  // namespace carbon
