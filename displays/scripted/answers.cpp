@@ -1,0 +1,178 @@
+#include "displays/scripted/answers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace display {
+namespace {
+
+using Kind = Action::Kind;
+
+// What stands behind an action's word.
+enum class Shape { kNothing, kText, kNumber, kNumberAndText, kNumberAndItem, kNumberAndX };
+
+struct Form {
+  std::string_view word;
+  Kind kind;
+  Shape shape;
+  std::string_view usage;
+};
+
+constexpr std::array kForms{
+    Form{"enter", Kind::kEnter, Shape::kNumberAndText, "enter N TEXT"},
+    Form{"type", Kind::kType, Shape::kText, "type TEXT"},
+    Form{"choose", Kind::kChoose, Shape::kNumberAndItem, "choose N ITEM"},
+    Form{"click", Kind::kClick, Shape::kNumber, "click N"},
+    Form{"row", Kind::kRow, Shape::kNumberAndX, "row R [X]"},
+    Form{"row+", Kind::kRowToggle, Shape::kNumberAndX, "row+ R [X]"},
+    Form{"row-", Kind::kRowExtend, Shape::kNumberAndX, "row- R [X]"},
+    Form{"press", Kind::kPress, Shape::kNumber, "press K"},
+    Form{"return", Kind::kReturn, Shape::kNothing, "return"},
+    Form{"escape", Kind::kEscape, Shape::kNothing, "escape"},
+    Form{"tab", Kind::kTab, Shape::kNothing, "tab"},
+    Form{"close", Kind::kClose, Shape::kNothing, "close"},
+};
+
+void SkipBlanks(std::string_view& rest) {
+  rest.remove_prefix(std::min(rest.find_first_not_of(" \t"), rest.size()));
+}
+
+std::string_view TakeWord(std::string_view& rest) {
+  SkipBlanks(rest);
+  const std::string_view word = rest.substr(0, rest.find_first_of(" \t"));
+  rest.remove_prefix(word.size());
+  return word;
+}
+
+// A whole number; beyond 32 bits clamped.
+std::optional<int> TakeNumber(std::string_view& rest) {
+  std::string_view word = TakeWord(rest);
+  if (word.starts_with('+')) word.remove_prefix(1);
+  int number = 0;
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  if (end != word.data() + word.size() || error == std::errc::invalid_argument) return std::nullopt;
+  using Limits = std::numeric_limits<int>;
+  if (error == std::errc::result_out_of_range) {
+    return word.starts_with('-') ? Limits::min() : Limits::max();
+  }
+  return number;
+}
+
+// The text behind one blank, to the end of the line.
+std::string TakeText(std::string_view& rest) {
+  if (!rest.empty()) rest.remove_prefix(1);
+  return std::string(std::exchange(rest, {}));
+}
+
+bool TakeInto(int& target, std::string_view& rest) {
+  const std::optional<int> number = TakeNumber(rest);
+  if (number) target = *number;
+  return number.has_value();
+}
+
+bool TakeArguments(Shape shape, std::string_view& rest, Action& action) {
+  switch (shape) {
+    case Shape::kNothing:
+      return true;
+    case Shape::kText:
+      action.text = TakeText(rest);
+      return true;
+    case Shape::kNumber:
+      return TakeInto(action.number, rest);
+    case Shape::kNumberAndText:
+      if (!TakeInto(action.number, rest)) return false;
+      action.text = TakeText(rest);
+      return true;
+    case Shape::kNumberAndItem:
+      return TakeInto(action.number, rest) && TakeInto(action.item, rest);
+    case Shape::kNumberAndX:
+      if (!TakeInto(action.number, rest)) return false;
+      SkipBlanks(rest);
+      action.x = kRowMiddle;
+      return rest.empty() || TakeInto(action.x, rest);
+  }
+  return false;
+}
+
+std::string AllUsages() {
+  std::string usages;
+  for (const Form& form : kForms) {
+    usages += (usages.empty() ? "" : ", ") + std::string(form.usage);
+  }
+  return usages;
+}
+
+Action ParseAction(std::string_view text, int line) {
+  std::string_view rest = text;
+  const std::string_view word = TakeWord(rest);
+  const auto form = std::find_if(kForms.begin(), kForms.end(),
+                                 [word](const Form& known) { return known.word == word; });
+  if (form == kForms.end()) {
+    throw AnswerError(line, "\"" + std::string(text) + "\" is no answer; expected one of " +
+                                AllUsages());
+  }
+  Action action;
+  action.kind = form->kind;
+  const bool complete = TakeArguments(form->shape, rest, action);
+  SkipBlanks(rest);
+  if (!complete || !rest.empty()) {
+    throw AnswerError(line, "\"" + std::string(text) + "\": expected \"" +
+                                std::string(form->usage) + "\" with whole numbers");
+  }
+  return action;
+}
+
+// Calls `take` with each piece between the separators and its number, from 1.
+template <class Take>
+void ForEachPiece(std::string_view text, char separator, Take take) {
+  for (int number = 1;; ++number) {
+    const std::size_t end = text.find(separator);
+    take(text.substr(0, end), number);
+    if (end == std::string_view::npos) return;
+    text.remove_prefix(end + 1);
+  }
+}
+
+std::vector<Answer> ParsePieces(std::string_view text, char separator) {
+  std::vector<Answer> answers;
+  ForEachPiece(text, separator, [&answers](std::string_view piece, int number) {
+    if (piece.ends_with('\r')) piece.remove_suffix(1);
+    SkipBlanks(piece);
+    if (piece.empty() || piece.starts_with('#')) return;
+    answers.push_back({ParseAction(piece, number), number, std::string(piece)});
+  });
+  return answers;
+}
+
+}  // namespace
+
+std::vector<Answer> ParseAnswers(std::string_view file) {
+  if (file.starts_with("\xEF\xBB\xBF")) file.remove_prefix(3);
+  return ParsePieces(file, '\n');
+}
+
+std::vector<Answer> ParseAnswerText(std::string_view text) { return ParsePieces(text, ';'); }
+
+std::string FormatAnswer(const Action& action) {
+  const auto form = std::find_if(kForms.begin(), kForms.end(), [&action](const Form& known) {
+    return known.kind == action.kind;
+  });
+  std::string line(form->word);
+  if (form->shape != Shape::kNothing && form->shape != Shape::kText) {
+    line += " " + std::to_string(action.number);
+  }
+  if (form->shape == Shape::kNumberAndItem) line += " " + std::to_string(action.item);
+  if (form->shape == Shape::kNumberAndX && action.x != kRowMiddle) {
+    line += " " + std::to_string(action.x);
+  }
+  if (form->shape == Shape::kText || form->shape == Shape::kNumberAndText) {
+    line += " " + action.text;
+  }
+  return line;
+}
+
+}  // namespace display
