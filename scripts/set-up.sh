@@ -1,0 +1,51 @@
+#!/bin/sh
+# Installs what building, running and testing need on Debian 12; does nothing where all is there.
+#
+#   scripts/set-up.sh [run|test]     what `make run` needs, or also what `make test` needs
+set -eu
+
+run_packages="
+  cmake g++ make ninja-build pkg-config
+  qt6-base-dev libxcb1-dev libgl-dev
+  nlohmann-json3-dev libcli11-dev
+  fonts-dejavu-core"
+
+test_packages="
+  libgtest-dev clang-format clang-tidy libclang-rt-14-dev
+  xvfb xdotool openbox x11-utils xauth
+  locales"
+
+packages=$run_packages
+if [ "${1:-run}" = test ]; then packages="$packages $test_packages"; fi
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+is_installed() {
+  dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
+}
+
+missing=
+for package in $packages; do
+  is_installed "$package" || missing="$missing $package"
+done
+if [ -n "$missing" ]; then
+  echo "Installing:$missing" >&2
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2
+  # shellcheck disable=SC2086 # a list of words
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends \
+    $missing >&2
+fi
+
+# A locale whose code set is not UTF-8, for the tests of conversions.
+if [ "${1:-run}" = test ]; then
+  for locale in de_DE/ISO-8859-1 ja_JP/EUC-JP; do
+    name=${locale%/*}.${locale#*/}
+    known=$(locale -a | tr -d - | tr '[:upper:]' '[:lower:]')
+    wanted=$(printf %s "$name" | tr -d - | tr '[:upper:]' '[:lower:]')
+    if ! printf '%s\n' "$known" | grep -qx "$wanted"; then
+      as_root localedef -i "${locale%/*}" -f "${locale#*/}" "$name"
+    fi
+  done
+fi

@@ -1,0 +1,98 @@
+#include "displays/scripted/answers.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/carbon/display_json.h"
+
+namespace {
+
+using display::AnswerError;
+using display::ParseAnswers;
+using display::ParseAnswerText;
+
+// The answers of a file, as written again.
+std::string Lines(const std::string& file) {
+  std::string lines;
+  for (const auto& answer : ParseAnswers(file)) {
+    lines += std::to_string(answer.line) + ":" + display::FormatAnswer(answer.action) + "\n";
+  }
+  return lines;
+}
+
+TEST(Answers, EveryActionReadsAndWritesBack) {
+  EXPECT_EQ(Lines("enter 1 Ann Lee\nenter 2 \nenter 2\ntype  x \nchoose 1 3\nclick 4\nrow 2\n"
+                  "row 2 200\nrow+ 3 -7\nrow- 4 403\npress 1\nreturn\nescape\ntab\nclose"),
+            "1:enter 1 Ann Lee\n2:enter 2 \n3:enter 2 \n4:type  x \n5:choose 1 3\n6:click 4\n"
+            "7:row 2\n8:row 2\n9:row+ 3 -7\n10:row- 4 403\n11:press 1\n12:return\n13:escape\n"
+            "14:tab\n15:close\n");
+}
+
+TEST(Answers, SkipsEmptyLinesAndCommentsAndTakesEveryLineEnd) {
+  EXPECT_EQ(Lines("\xEF\xBB\xBF# a comment\r\n\r\nenter 1 # no comment\r\n   \n#\npress 2\r\n"),
+            "3:enter 1 # no comment\n6:press 2\n");
+  EXPECT_EQ(ParseAnswers("").size(), 0U);
+  EXPECT_EQ(ParseAnswerText("enter 1 a b ;press 1; ;").size(), 2U);
+  EXPECT_EQ(ParseAnswerText("enter 1 a b ;press 1")[0].action.text, "a b ");
+}
+
+TEST(Answers, SaysWhatWasExpected) {
+  struct {
+    const char* line;
+    const char* expected;
+  } rows[] = {{"push 1", "is no answer; expected one of enter N TEXT, type TEXT"},
+              {"press", "expected \"press K\" with whole numbers"},
+              {"press one", "expected \"press K\""},
+              {"press 1 2", "expected \"press K\""},
+              {"press 1.5", "expected \"press K\""},
+              {"enter Ann", "expected \"enter N TEXT\""},
+              {"choose 1", "expected \"choose N ITEM\""},
+              {"row", "expected \"row R [X]\""},
+              {"row 1 2 3", "expected \"row R [X]\""},
+              {"tab 1", "expected \"tab\""}};
+  for (const auto& row : rows) {
+    try {
+      ParseAnswers(std::string("tab\n\n") + row.line);
+      ADD_FAILURE() << row.line;
+    } catch (const AnswerError& error) {
+      EXPECT_EQ(error.line(), 3);
+      EXPECT_NE(std::string(error.what()).find(row.expected), std::string::npos) << error.what();
+    }
+  }
+}
+
+TEST(Answers, ClampsNumbersBeyond32Bits) {
+  EXPECT_EQ(ParseAnswers("row 1 99999999999")[0].action.x, 2147483647);
+  EXPECT_EQ(ParseAnswers("row 1 -99999999999")[0].action.x, -2147483647 - 1);
+}
+
+TEST(Seam, DescriptionsAndActionsSurviveTheirJson) {
+  display::Control list;
+  list.kind = display::ControlKind::kList;
+  list.command = "ABCC";
+  list.rows = {{"one", "two"}};
+  list.multiple = true;
+  list.selected = {2};
+  display::Control popup;
+  popup.kind = display::ControlKind::kPopup;
+  popup.items.emplace();
+  popup.value = popup.min = popup.max = 1;
+  popup.size = 1;
+  const display::Description window = display::Window{"title", {1, 2, 3, 4}, {list, popup}};
+  const display::Description alert = display::Alert{4, "m", "e", std::nullopt, "No", std::nullopt};
+  for (const auto& dialog : {window, alert}) {
+    const auto json = display::ToJson(dialog);
+    EXPECT_EQ(display::ToJson(display::DescriptionFromJson(json)), json);
+  }
+  display::Control copy;
+  display::SelectionFromJson(display::SelectionToJson(list), copy);
+  EXPECT_TRUE(copy.multiple);
+  EXPECT_EQ(copy.selected, list.selected);
+  for (const auto& answer : ParseAnswers("enter 1 x\nrow- 3 5\nclose")) {
+    const auto json = display::ToJson(answer.action);
+    EXPECT_EQ(display::ToJson(display::ActionFromJson(json)), json);
+  }
+  EXPECT_ANY_THROW(display::ActionFromJson(display::Json::parse(R"({"action":"fly"})")));
+  EXPECT_ANY_THROW(display::DescriptionFromJson(display::Json::parse(R"({"kind":"page"})")));
+}
+
+}  // namespace

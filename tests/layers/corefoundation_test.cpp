@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "platform/corefoundation/CFHost.h"
+#include "platform/corefoundation/encoding.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class CoreFoundation : public testing::Test {
+ protected:
+  ~CoreFoundation() override { EXPECT_EQ(CFGetLiveObjectCount(), at_start_); }
+
+ private:
+  CFIndex at_start_ = CFGetLiveObjectCount();
+};
+
+CFStringRef NewString(std::u16string_view text) {
+  return CFStringCreateWithCharacters(kCFAllocatorDefault, text.data(),
+                                      static_cast<CFIndex>(text.size()));
+}
+
+std::u16string UnitsOf(CFStringRef string) {
+  std::u16string units(static_cast<std::size_t>(CFStringGetLength(string)), u'\0');
+  CFStringGetCharacters(string, {0, CFStringGetLength(string)}, units.data());
+  return units;
+}
+
+TEST_F(CoreFoundation, SplittingKeepsEmptyPartsAndEveryPartKeepsItsParent) {
+  struct {
+    const char16_t* text;
+    std::vector<std::u16string> parts;
+  } rows[] = {{u"a|b", {u"a", u"b"}}, {u"a||b", {u"a", u"", u"b"}}, {u"a|", {u"a", u""}},
+              {u"|", {u"", u""}},     {u"a", {u"a"}},               {u"", {u""}}};
+  for (const auto& row : rows) {
+    const CFStringRef text = NewString(row.text);
+    const CFArrayRef array =
+        CFStringCreateArrayBySeparatingStrings(kCFAllocatorDefault, text, CFSTR("|"));
+    CFRelease(text);
+    std::vector<std::u16string> parts;
+    for (CFIndex i = 0; i < CFArrayGetCount(array); ++i) {
+      parts.push_back(UnitsOf(static_cast<CFStringRef>(CFArrayGetValueAtIndex(array, i))));
+    }
+    EXPECT_EQ(parts, row.parts);
+    EXPECT_EQ(CFArrayGetValueAtIndex(array, CFArrayGetCount(array)), nullptr);
+    // A part that is retained outlives the array that its owner gives back.
+    const CFIndex last = CFArrayGetCount(array) - 1;
+    const auto part = static_cast<CFStringRef>(CFRetain(CFArrayGetValueAtIndex(array, last)));
+    CFRelease(array);
+    EXPECT_EQ(UnitsOf(part), row.parts.back());
+    CFRelease(part);
+  }
+}
+
+TEST_F(CoreFoundation, ACopyOfAPartHoldsNothingElse) {
+  const CFStringRef text = NewString(u"long|short");
+  const CFArrayRef array =
+      CFStringCreateArrayBySeparatingStrings(kCFAllocatorDefault, text, CFSTR("|"));
+  CFRelease(text);
+  const CFIndex with_array = CFGetLiveObjectCount();
+  const CFStringRef copy = CFStringCreateCopy(
+      kCFAllocatorDefault, static_cast<CFStringRef>(CFArrayGetValueAtIndex(array, 1)));
+  CFRelease(array);
+  EXPECT_EQ(CFGetLiveObjectCount(), with_array - 1) << "the copy alone is left";
+  EXPECT_EQ(CFStringCompare(copy, CFSTR("short"), 0), kCFCompareEqualTo);
+  EXPECT_EQ(CFStringCompare(copy, CFSTR("Short"), 0), kCFCompareGreaterThan);
+  EXPECT_EQ(CFStringCompare(CFSTR("shor"), copy, 0), kCFCompareLessThan);
+  CFRelease(copy);
+}
+
+TEST_F(CoreFoundation, FormatsAndConverts) {
+  const CFStringRef key =
+      CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("Größe %d"), 131U);
+  EXPECT_EQ(UnitsOf(key), u"Größe 131");
+  char exact[12];
+  EXPECT_TRUE(CFStringGetCString(key, exact, 12, encoding::kUtf8));
+  EXPECT_STREQ(exact, "Größe 131");
+  char small[11] = "kept";
+  EXPECT_FALSE(CFStringGetCString(key, small, 11, encoding::kUtf8));
+  EXPECT_STREQ(small, "");
+  EXPECT_FALSE(CFStringGetCString(key, small, 0, encoding::kUtf8));
+  CFRelease(key);
+}
+
+TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
+  for (const std::u16string_view text :
+       {u"", u"plain", u"\u007F\u0080\u07FF\u0800\uFFFF", u"\U00010000\U0010FFFF", u"aé日😀"}) {
+    EXPECT_EQ(encoding::ToUtf16(encoding::ToUtf8(text)), text);
+  }
+  EXPECT_EQ(encoding::ToUtf8(u"a\xD800" u"b\xDC00"), "a\uFFFDb\uFFFD");
+  EXPECT_EQ(encoding::ToUtf8(u"\xDC00\xD800"), "\uFFFD\uFFFD");
+  for (const char* bytes : {"\x80", "\xC0\xAF", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                            "\xF8\x88", "\xFF", "\xE0\x80\x80", "\xF0\x80\x80\x80"}) {
+    EXPECT_EQ(encoding::ToUtf16(bytes), std::u16string(std::string_view(bytes).size(), encoding::kReplacement));
+  }
+  EXPECT_EQ(encoding::ToUtf16("\xC3x"), u"\uFFFDx");
+}
+
+TEST_F(CoreFoundation, CutsBetweenCharacters) {
+  const auto cut = [](std::string_view bytes, std::size_t size) {
+    return encoding::CutBetweenCharacters(bytes, size, encoding::kUtf8);
+  };
+  EXPECT_EQ(cut("aé", 3), 3U);
+  EXPECT_EQ(cut("aé", 2), 1U);
+  EXPECT_EQ(cut("a😀b", 4), 1U);
+  EXPECT_EQ(cut("a😀b", 5), 5U);
+  EXPECT_EQ(cut("\x80\x80\x80\x80\x80\x80", 5), 5U) << "what is no character is cut anywhere";
+  EXPECT_EQ(cut("é", 0), 0U);
+}
+
+// A bundle with tables in a temporary folder.
+class Bundle : public CoreFoundation {
+ protected:
+  Bundle() {
+    fs::remove_all(folder_);
+    for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) unsetenv(name);
+  }
+
+  void Write(const std::string& language, const std::string& table) {
+    const fs::path file = folder_ / "Contents/Resources" / (language + ".lproj") / "Table.strings";
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << table;
+  }
+
+  // The text of `key`; "missing" where the key itself came back.
+  std::string Text(std::u16string_view key) {
+    const CFBundleRef bundle = CFBundleCreateWithPath(folder_.string());
+    const CFStringRef name = NewString(key);
+    const CFStringRef text = CFBundleCopyLocalizedString(bundle, name, name, CFSTR("Table"));
+    const std::string result = text == name ? "missing" : encoding::ToUtf8(UnitsOf(text));
+    for (const CFTypeRef object : {CFTypeRef{text}, CFTypeRef{name}, CFTypeRef{bundle}}) {
+      CFRelease(object);
+    }
+    return result;
+  }
+
+  const fs::path folder_ = fs::path(testing::TempDir()) / "Tables.bundle";
+};
+
+TEST_F(Bundle, ReadsTablesAsPeopleWriteThem) {
+  Write("en", R"(/* a comment ; "x" = "y"; */
+// another = "z";
+"plain" = "value"; bare.key-1 = bare_value;
+"escaped \"key\"" = "q\" b\\ n\n t\t o\101 u\U00e9";
+"two
+lines"="a
+b";"plain" = "second";
+"broken" "x"; "after" = "lost";)");
+  EXPECT_EQ(Text(u"plain"), "value");
+  EXPECT_EQ(Text(u"bare.key-1"), "bare_value");
+  EXPECT_EQ(Text(u"escaped \"key\""), "q\" b\\ n\n t\t oA ué");
+  EXPECT_EQ(Text(u"two\nlines"), "a\nb");
+  EXPECT_EQ(Text(u"x"), "missing");
+  EXPECT_EQ(Text(u"broken"), "missing");
+  EXPECT_EQ(Text(u"after"), "missing");
+}
+
+TEST_F(Bundle, ReadsUtf8AndUtf16) {
+  Write("en", "\xEF\xBB\xBF\"k\" = \"日本\";");
+  EXPECT_EQ(Text(u"k"), "日本");
+  Write("en", std::string("\xFF\xFE\"\0k\0\"\0=\0\"\0\xE9\0\"\0;\0", 18));
+  EXPECT_EQ(Text(u"k"), "é");
+  Write("en", std::string("\xFE\xFF\0\"\0k\0\"\0=\0\"\0\xE9\0\"\0;", 18));
+  EXPECT_EQ(Text(u"k"), "é");
+}
+
+TEST_F(Bundle, SurvivesTablesThatAreNone) {
+  for (const char* table : {"", "/*", "//", "\"", "\"k", "\"k\"", "\"k\"=", "\"k\"=\"", "\"k\"=\"v",
+                            "\"k\"=\"v\"", "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "\xFF\xFE\x22", "\xFF"}) {
+    Write("en", table);
+    EXPECT_EQ(Text(u"k"), "missing") << table;
+  }
+}
+
+TEST_F(Bundle, SpeaksTheUsersLanguage) {
+  for (const char* language : {"en", "de", "pt_BR", "pt"}) {
+    Write(language, std::string("\"k\" = \"") + language + "\";");
+  }
+  struct {
+    const char* variable;
+    const char* value;
+    const char* language;
+  } rows[] = {{"LANG", "ja_JP.UTF-8", "en"},  {"LANG", "de_AT.UTF-8@euro", "de"},
+              {"LC_MESSAGES", "pt_BR", "pt_BR"}, {"LC_MESSAGES", "pt_PT.UTF-8", "pt"},
+              {"LC_ALL", "C", "en"},          {"LC_ALL", "de", "de"},
+              {"LANGUAGE", "xx:pt:de", "pt"}, {"LANGUAGE", "../de:", "de"}};
+  EXPECT_EQ(Text(u"k"), "en");
+  for (const auto& row : rows) {
+    setenv(row.variable, row.value, 1);
+    EXPECT_EQ(Text(u"k"), row.language) << row.variable << "=" << row.value;
+  }
+}
+
+TEST_F(Bundle, FindsItsModule) {
+  EXPECT_EQ(CFBundleCreateWithPath(folder_.string()), nullptr);
+  EXPECT_EQ(CFBundleCreateWithPath(""), nullptr);
+  fs::create_directories(folder_ / "Contents");
+  const auto executable = [this] {
+    const CFBundleRef bundle = CFBundleCreateWithPath(folder_.string() + "/");
+    const std::string path = CFBundleGetExecutablePath(bundle);
+    CFRelease(bundle);
+    return path;
+  };
+  EXPECT_EQ(executable(), (folder_ / "Contents/Linux/Tables").string());
+  std::ofstream(folder_ / "Contents/Info.plist")
+      << "<dict><key>CFBundleExecutable</key>\n <string>Other</string></dict>";
+  EXPECT_EQ(executable(), (folder_ / "Contents/Linux/Other").string());
+}
+
+}  // namespace

@@ -1,0 +1,95 @@
+#include "tests/plugin/plugin_host.h"
+
+namespace {
+
+class CustomDialog : public PluginHost {};
+
+TEST_F(CustomDialog, ShowsTheKindsThatWereChosen) {
+  EXPECT_EQ(Call("TarvoSetCustomControls", "3|3|0"), "3|3|0");
+  EXPECT_EQ(Call("TarvoCustomDialog", "3|m|OK||||1|2|3||3", "click 1; enter 3 text; press 1"),
+            "1|1|0|text|");
+  EXPECT_EQ(Field(1).at("kind"), "checkbox");
+  EXPECT_EQ(Field(1).at("rect").dump(), "[57,145,77,165]");
+  EXPECT_EQ(Field(1).at("text"), "");
+  EXPECT_EQ(Field(1).at("value"), 0);
+  EXPECT_EQ(Field(3).at("kind"), "edit") << "the password number is without effect";
+  // The kinds stay for the next custom dialog.
+  EXPECT_EQ(Call("TarvoCustomDialog", "1|m", "click 1; click 1; press 1"), "1|0|||");
+  Call("TarvoDialog", "1|m", "press 1");
+  Call("TarvoCustomDialog", "1|m", "press 1");
+  EXPECT_EQ(Field(1).at("kind"), "edit") << "a standard dialog resets them";
+}
+
+TEST_F(CustomDialog, RadioButtonsAreOneGroup) {
+  Call("TarvoSetCustomControls", "4|4|3|4");
+  EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "click 3; click 1; click 2; click 4; press 1"),
+            "1|0|0|1|1");
+  EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "click 2; click 2; press 1"), "1|0|1|0|0")
+      << "one that is on stays on";
+  EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "click 1; press 1"), "1|1|0||");
+  Call("TarvoPreEnterText", "1|1");
+  EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "press 1"), "1|1|1||") << "until one is used";
+}
+
+TEST_F(CustomDialog, PopUpsRememberTheChoiceInBothDirections) {
+  Call("TarvoSetCustomControls", "2|2");
+  Call("TarvoPopUps", "red\rgreen\rblue|a|b\rxx");
+  EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "choose 1 2; choose 1 3; press 1"), "1|blue|||");
+  EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "choose 1 3; choose 1 1; press 1"), "1|red|||");
+  const auto& [index, popup] = dialogs_->changes.back();
+  EXPECT_EQ(popup.value, 1);
+  EXPECT_EQ(popup.min, 1);
+  EXPECT_EQ(popup.max, 1);
+  EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "press 1"), "1|red|||") << "nothing is left over";
+  Answer("choose 1 4");
+  Call("TarvoCustomDialog", "2|m");
+  EXPECT_EQ(dialogs_->failure()->reason,
+            "\"choose 1 4\": there is no item 4 in the menu of field 1");
+}
+
+TEST_F(CustomDialog, APopUpWithoutMenuIsEmpty) {
+  Call("TarvoSetCustomControls", "2");
+  EXPECT_EQ(Call("TarvoCustomDialog", "1|m", "press 1"), "1||||");
+  EXPECT_EQ(Field(1).at("items").dump(), "[]");
+}
+
+TEST_F(CustomDialog, ItemsComeBackAsTheyWereWritten) {
+  Call("TarvoSetCustomControls", "2");
+  Call("TarvoPopUps", "<b>&x\r%s \"q\"\r日本|x");
+  EXPECT_EQ(Call("TarvoCustomDialog", "1|m", "choose 1 2; press 1"), "1|%s \"q\"|||");
+  EXPECT_EQ(Field(1).at("items").dump(), R"(["<b>&x","%s \"q\"","日本"])");
+}
+
+TEST_F(CustomDialog, UnknownKindsShowTheLabelAlone) {
+  Call("TarvoSetCustomControls", "7|-1|1|4294967296");
+  EXPECT_EQ(Call("TarvoCustomDialog", "4|m|||||a|b|c|d", "enter 3 pw; press 1"), "1|||pw|");
+  EXPECT_EQ(Control(204).at("text"), "a");
+  for (const int id : {205, 207, 211}) EXPECT_FALSE(HasControl(id)) << id;
+  EXPECT_EQ(Field(3).at("kind"), "password");
+  Answer("click 3");
+  Call("TarvoCustomDialog", "4|m");
+  EXPECT_EQ(dialogs_->failure()->reason,
+            "\"click 3\": there is no check box or radio button in field 3");
+}
+
+TEST_F(CustomDialog, HasNoPopUpMode) {
+  Call("TarvoPopUps", "aa|bb");
+  Call("TarvoCustomDialog", "1|m", "enter 1 x; press 1");
+  EXPECT_EQ(Call("TarvoCustomDialog", "5|m", ""), "1|x|||");
+  Call("TarvoPosition", "3|4");
+  EXPECT_EQ(Call("TarvoCustomDialog", "-1|m", ""), "1|x|||");
+  Call("TarvoCustomDialog", "1|m", "press 1");
+  EXPECT_EQ(Opened().at("content").dump(), "[4,3,131,428]") << "the position waited for a window";
+}
+
+TEST_F(CustomDialog, MenusDoNotPileUp) {
+  Call("TarvoSetCustomControls", "2|2|2|2");
+  Call("TarvoPopUps", "aa|bb|cc|dd");
+  const auto dialog = [this] { Call("TarvoCustomDialog", "4|m", "choose 4 1; press 1"); };
+  dialog();
+  const long objects = carbon::LiveObjects();
+  for (int i = 0; i < 10; ++i) dialog();
+  EXPECT_EQ(carbon::LiveObjects(), objects);
+}
+
+}  // namespace
