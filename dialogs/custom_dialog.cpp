@@ -6,8 +6,8 @@
 
 namespace {
 
-// Escape and position stay in force, and the pre-entered texts too where there was no memory for the
-// result.
+// Escape and position stay in force, and the pre-entered texts too where there was no memory for
+// the result.
 void RunCustomDialog(CFStringRef parameter, fmx::Text& answer) {
   if (!StoreDialogItems(parameter)) return Answer(answer, kNoMemory);
   ShowDialog(iFieldCount);

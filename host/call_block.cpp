@@ -3,5 +3,6 @@
 FMX_ExternCallPtr gFMX_ExternCallPtr = nullptr;
 
 CFBundleRef PluginBundle() {
-  return reinterpret_cast<CFBundleRef>(gFMX_ExternCallPtr->bundle);  // NOLINT(performance-no-int-to-ptr)
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the field holds an address
+  return reinterpret_cast<CFBundleRef>(gFMX_ExternCallPtr->bundle);
 }

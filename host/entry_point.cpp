@@ -11,8 +11,8 @@ std::uintptr_t ResultField(std::int32_t answer) {
 
 }  // namespace
 
-// What FileMaker calls with every message. Messages that the plug-in does not know leave the call block
-// as it is.
+// What FileMaker calls with every message. Messages that the plug-in does not know leave the call
+// block as it is.
 extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_ExternCallPtr call) {
   gFMX_ExternCallPtr = call;
   switch (call->message) {

@@ -21,7 +21,8 @@ void HandOver(const fmx::DataVect& parameters, fmx::Data& result, const fmx::Tex
   fmx::Call<FM_Data_SetAsText>(result, answer, *locale, kFMX_TextType);
 }
 
-// A string object of the parameter's `length` code units, copied by way of a local text and `units`.
+// A string object of the parameter's `length` code units, copied by way of a local text and
+// `units`.
 CFOwner<CFStringRef> CopyParameter(const fmx::Text& parameter, std::uint32_t length,
                                    fmx::Text& local, UniChar* units) {
   fmx::Call<FM_Text_SetText>(local, parameter, kFirst, length);

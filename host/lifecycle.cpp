@@ -13,10 +13,11 @@ namespace {
 constexpr std::int32_t kReady = 51;
 constexpr std::int32_t kRefused = -1;
 constexpr std::int16_t kArguments = 1;
-constexpr std::uint32_t kFlags = 0xFF01;  // offered in all calculation dialogs and allowed on a server
+constexpr std::uint32_t kFlags =
+    0xFF01;  // offered in all calculation dialogs and allowed on a server
 
-// The function that each ID stands for, in the order of registration. The IDs, gaps included, are what
-// FileMaker stores in calculations.
+// The function that each ID stands for, in the order of registration. The IDs, gaps included, are
+// what FileMaker stores in calculations.
 struct Registration {
   std::int16_t id;
   fmx::ExternalFunction function;
@@ -47,9 +48,7 @@ constexpr Registration kRegistrations[] = {
 // The number of the string that holds a function's prototype.
 std::uint32_t PrototypeNumber(std::int16_t id) { return static_cast<std::uint32_t>(id) + 102; }
 
-bool IsAccepted(std::int16_t version) {
-  return static_cast<std::uint16_t>(version - 50) <= 205;
-}
+bool IsAccepted(std::int16_t version) { return static_cast<std::uint16_t>(version - 50) <= 205; }
 
 fmx::QuadCharAutoPtr NewPluginId() {
   return fmx::QuadCharAutoPtr(fmx::Call<FM_QuadChar_Constructor2>('T', 'R', 'V', 'O'));

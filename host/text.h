@@ -40,6 +40,6 @@ CFOwner<CFArrayRef> Split(CFStringRef text, CFStringRef separator);
 // Part `index` (from 0), borrowed from `items`; the empty text where there are fewer.
 CFStringRef ItemAt(CFArrayRef items, CFIndex index);
 
-// The number at the start of `text` by the rule of atoi: white space, a sign, decimal digits; 0 without
-// digits. Numbers beyond 32 bits are clamped.
+// The number at the start of `text` by the rule of atoi: white space, a sign, decimal digits; 0
+// without digits. Numbers beyond 32 bits are clamped.
 std::int32_t ReadNumber(CFStringRef text);

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the last dialog left, any number of times until the next dialog replaces it. None of these reads
-// its parameter; it serves the result's locale alone.
+// What the last dialog left, any number of times until the next dialog replaces it. None of these
+// reads its parameter; it serves the result's locale alone.
 
 #include "platform/fmwrapper/FMWrapper.h"
 

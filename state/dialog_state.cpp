@@ -1,5 +1,6 @@
 #include "state/dialog_state.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "host/text.h"
@@ -59,10 +60,8 @@ void ResetTexts() {
 }
 
 bool EmptyResults() {
-  for (ByteBuffer* result : kResults) {
-    if (!ResizeEmptied(*result, kResultSize)) return false;
-  }
-  return true;
+  return std::ranges::all_of(
+      kResults, [](ByteBuffer* result) { return ResizeEmptied(*result, kResultSize); });
 }
 
 // Menus and lines that were set in an earlier life are gone too, and no choice is left over.
@@ -98,7 +97,8 @@ bool ResetDialogState() {
 }
 
 void StoreText(CFStringRef& member, CFStringRef text) {
-  const CFStringRef copy = text == nullptr ? nullptr : CFStringCreateCopy(kCFAllocatorDefault, text);
+  const CFStringRef copy =
+      text == nullptr ? nullptr : CFStringCreateCopy(kCFAllocatorDefault, text);
   const CFStringRef old = std::exchange(member, copy == nullptr ? EmptyText() : copy);
   CFRelease(old);
 }

@@ -11,8 +11,8 @@ constexpr CFIndex kLeastMenuLength = 2;  // a shorter text is no menu of its own
 
 bool IsMenu(CFStringRef text) { return CFStringGetLength(text) >= kLeastMenuLength; }
 
-// Empty texts before a menu count as menus, so that later menus keep their field numbers; before each
-// further menu they count again.
+// Empty texts before a menu count as menus, so that later menus keep their field numbers; before
+// each further menu they count again.
 std::int32_t CountMenus(CFArrayRef texts) {
   const CFIndex most = std::min<CFIndex>(CFArrayGetCount(texts), kFamilySize);
   CFIndex tally = 0;
@@ -24,8 +24,8 @@ std::int32_t CountMenus(CFArrayRef texts) {
   return static_cast<std::int32_t>(std::min(tally, most));
 }
 
-// An array of the items of `text`, which holds nothing of the parameter; null where memory cannot be
-// had.
+// An array of the items of `text`, which holds nothing of the parameter; null where memory cannot
+// be had.
 CFArrayRef CreateItems(CFStringRef text) {
   const auto copy = Own(CFStringCreateCopy(kCFAllocatorDefault, text));
   return copy ? Split(copy.get(), CFSTR("\r")).release() : nullptr;
@@ -57,7 +57,8 @@ void PopUps(CFStringRef parameter, fmx::Text& answer) {
   Answer(answer, menus);
 }
 
-// Room for a chosen line of any length is made here, where there is a way to say that there is none.
+// Room for a chosen line of any length is made here, where there is a way to say that there is
+// none.
 void FillListBox(CFStringRef parameter, fmx::Text& answer) {
   const auto room = 4 * static_cast<std::size_t>(CFStringGetLength(parameter));
   const CFArrayRef lines = CreateItems(parameter);

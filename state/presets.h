@@ -1,7 +1,7 @@
 #pragma once
 
-// The functions that preset what the next dialogs show. They write into the dialog state and return at
-// once.
+// The functions that preset what the next dialogs show. They write into the dialog state and return
+// at once.
 
 #include "platform/fmwrapper/FMWrapper.h"
 
@@ -25,16 +25,17 @@ fmx::errcode Do_TarvoSetFocus(std::int16_t function_id, const fmx::ExprEnv& envi
 fmx::errcode Do_TarvoAllowEscape(std::int16_t function_id, const fmx::ExprEnv& environment,
                                  const fmx::DataVect& parameters, fmx::Data& result);
 
-// The kinds of the four fields of every custom dialog from now on, as numbers separated by "|". Answers
-// the parameter.
+// The kinds of the four fields of every custom dialog from now on, as numbers separated by "|".
+// Answers the parameter.
 fmx::errcode Do_TarvoSetCustomControls(std::int16_t function_id, const fmx::ExprEnv& environment,
                                        const fmx::DataVect& parameters, fmx::Data& result);
 
-// The pop-up menus of the four fields from now on, separated by "|", their items by carriage returns.
-// Answers the number of menus.
+// The pop-up menus of the four fields from now on, separated by "|", their items by carriage
+// returns. Answers the number of menus.
 fmx::errcode Do_TarvoPopUps(std::int16_t function_id, const fmx::ExprEnv& environment,
                             const fmx::DataVect& parameters, fmx::Data& result);
 
-// The lines of every list-box dialog from now on, separated by carriage returns. Answers their number.
+// The lines of every list-box dialog from now on, separated by carriage returns. Answers their
+// number.
 fmx::errcode Do_TarvoFillListBox(std::int16_t function_id, const fmx::ExprEnv& environment,
                                  const fmx::DataVect& parameters, fmx::Data& result);

@@ -2,12 +2,12 @@
 
 #include "platform/carbon/Carbon.h"
 
-// The command handler of every dialog window. It keeps pop-up choices, makes the radio buttons one group
-// and watches the list while a dialog runs; on a button, Escape or a double click in the list it records
-// the outcome in FieldLC and Field1 to Field4 and ends the dialog. Answers eventNotHandledErr whatever it
-// did, so that the platform's own handling goes on.
+// The command handler of every dialog window. It keeps pop-up choices, makes the radio buttons one
+// group and watches the list while a dialog runs; on a button, Escape or a double click in the list
+// it records the outcome in FieldLC and Field1 to Field4 and ends the dialog. Answers
+// eventNotHandledErr whatever it did, so that the platform's own handling goes on.
 OSStatus ButtonHandler(EventHandlerCallRef call, EventRef event, void* user_data);
 
-// Ends the dialog of `window`: its modal loop returns, and the window is closed and disposed of with all
-// that belongs to it.
+// Ends the dialog of `window`: its modal loop returns, and the window is closed and disposed of
+// with all that belongs to it.
 void SendWindowCloseEvent(WindowRef window);

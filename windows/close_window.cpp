@@ -1,8 +1,8 @@
 #include "state/dialog_state.h"
 #include "windows/button_handler.h"
 
-// The window's standard handler disposes of it, and with it of the handler that is running: nothing of
-// the window is touched after the event is sent.
+// The window's standard handler disposes of it, and with it of the handler that is running: nothing
+// of the window is touched after the event is sent.
 void SendWindowCloseEvent(WindowRef window) {
   QuitAppModalLoopForWindow(window);
   EventRef event = nullptr;

@@ -44,9 +44,9 @@ void Identify(ControlRef control, OSType command, std::int32_t id);
 // Gives a control its size (kControlSizeNormal, kControlSizeSmall) and the small system font.
 void SetAppearance(ControlRef control, std::uint16_t size);
 
-// What both dialog windows have alike. The push buttons are created in `window` and identified: button
-// `index` (from 0) titled `title`, or "OK" where button 1 has no title, stored in its holder and, as
-// button 1, made the default button; the cancel control, outside the window and hidden unless Escape may
-// cancel.
+// What both dialog windows have alike. The push buttons are created in `window` and identified:
+// button `index` (from 0) titled `title`, or "OK" where button 1 has no title, stored in its holder
+// and, as button 1, made the default button; the cancel control, outside the window and hidden
+// unless Escape may cancel.
 void CreateButton(WindowRef window, std::size_t index, const Rect& bounds, CFStringRef title);
 void CreateCancelControl(WindowRef window);

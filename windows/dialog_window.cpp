@@ -7,8 +7,8 @@
 
 namespace {
 
-// What differs with the number of fields: the window's height, where the message ends, the button row,
-// and which field has the focus when the next dialog opens.
+// What differs with the number of fields: the window's height, where the message ends, the button
+// row, and which field has the focus when the next dialog opens.
 struct Geometry {
   std::int16_t height;
   std::int16_t message_bottom;
@@ -165,7 +165,8 @@ void CreateField(WindowRef window, std::size_t field) {
   PreEnter(input, field);
 }
 
-// A single field always has the focus; of several the one that iFocusField numbers, if there is one.
+// A single field always has the focus; of several the one that iFocusField numbers, if there is
+// one.
 void SetFocus(WindowRef window, std::int32_t fields, std::int32_t next_focus) {
   if (fields == 0) return;
   const bool in_range = iFocusField >= 1 && iFocusField <= fields;

@@ -5,9 +5,9 @@
 
 #include "platform/carbon/Carbon.h"
 
-// Each shows the dialog with as many fields as its name says and returns when it has closed, with the
-// modal loop's status. FieldLC and Field1 to Field4 then hold the answer; where no display could show
-// the dialog, or no answer came, they are as they were.
+// Each shows the dialog with as many fields as its name says and returns when it has closed, with
+// the modal loop's status. FieldLC and Field1 to Field4 then hold the answer; where no display
+// could show the dialog, or no answer came, they are as they were.
 OSStatus dialog0();
 OSStatus dialog1();
 OSStatus dialog2();

@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::int16_t kNoRow = -1;
 
-// Whether the click was on the cells: not on the scroll bar at their right. The pointer comes in the
-// coordinates of the host's port, hence the offsets.
+// Whether the click was on the cells: not on the scroll bar at their right. The pointer comes in
+// the coordinates of the host's port, hence the offsets.
 bool IsInBand(ListHandle list) {
   Point pointer;
   GetMouse(&pointer);

@@ -77,8 +77,8 @@ void RecordField(std::size_t i) {
   }
 }
 
-// Appends a row's text to the chosen lines, behind a separator where there is text already. A line for
-// which there is no memory is left out.
+// Appends a row's text to the chosen lines, behind a separator where there is text already. A line
+// for which there is no memory is left out.
 void AppendRow(const char* text) {
   const std::size_t length = std::strlen(Field1.bytes);
   const char* separator = length == 0 ? "" : "|";

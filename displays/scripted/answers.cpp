@@ -112,8 +112,8 @@ Action ParseAction(std::string_view text, int line) {
   const auto form = std::find_if(kForms.begin(), kForms.end(),
                                  [word](const Form& known) { return known.word == word; });
   if (form == kForms.end()) {
-    throw AnswerError(line, "\"" + std::string(text) + "\" is no answer; expected one of " +
-                                AllUsages());
+    throw AnswerError(line,
+                      "\"" + std::string(text) + "\" is no answer; expected one of " + AllUsages());
   }
   Action action;
   action.kind = form->kind;

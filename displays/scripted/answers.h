@@ -5,8 +5,8 @@
 //   enter N TEXT    type TEXT    choose N ITEM    click N    row R [X]    row+ R [X]    row- R [X]
 //   press K    return    escape    tab    close
 //
-// Empty lines and lines that start with # are skipped. TEXT starts after one blank and runs to the end
-// of the line.
+// Empty lines and lines that start with # are skipped. TEXT starts after one blank and runs to the
+// end of the line.
 
 #include <stdexcept>
 #include <string>

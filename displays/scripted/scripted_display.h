@@ -10,8 +10,8 @@
 
 namespace display {
 
-// Answers dialogs from a list of answers, one list for all dialogs, on a screen of 1920 by 1080 pixels
-// that nobody sees. Answers that are left over are no error.
+// Answers dialogs from a list of answers, one list for all dialogs, on a screen of 1920 by 1080
+// pixels that nobody sees. Answers that are left over are no error.
 class ScriptedDisplay : public Display {
  public:
   // An answer that was missing, or that named what its dialog does not have.

@@ -1,14 +1,14 @@
 #pragma once
 
-// The part of Carbon that the plug-in stands on: windows, controls, menus, events, the application-modal
-// loop, lists and the standard alert. Carbon owns what they hold and how they behave; a display
-// (display.h) draws them.
+// The part of Carbon that the plug-in stands on: windows, controls, menus, events, the
+// application-modal loop, lists and the standard alert. Carbon owns what they hold and how they
+// behave; a display (display.h) draws them.
 //
-// References name an object and are never reused: an operation on an object that is gone, or on a null
-// reference, does nothing and answers paramErr. Where memory cannot be had an operation answers
-// memFullErr, hands out null and changes nothing. Nothing here throws of its own.
-// Lengths are in bytes, texts are CoreFoundation strings, coordinates as in geometry.h. Everything runs
-// on the host's main thread.
+// References name an object and are never reused: an operation on an object that is gone, or on a
+// null reference, does nothing and answers paramErr. Where memory cannot be had an operation
+// answers memFullErr, hands out null and changes nothing. Nothing here throws of its own. Lengths
+// are in bytes, texts are CoreFoundation strings, coordinates as in geometry.h. Everything runs on
+// the host's main thread.
 
 #include <cstddef>
 #include <cstdint>
@@ -50,7 +50,8 @@ constexpr OSType FourCharCode(const char (&text)[5]) {
 
 extern "C" {
 
-// --- Windows ---------------------------------------------------------------------------------------
+// --- Windows
+// ---------------------------------------------------------------------------------------
 
 enum : std::uint32_t { kMovableModalWindowClass = 4 };
 enum : std::uint32_t { kWindowStandardHandlerAttribute = 0x02000000 };
@@ -74,13 +75,14 @@ void ShowWindow(WindowRef window);
 void BringToFront(WindowRef window);
 void SelectWindow(WindowRef window);
 
-// Moves the focus to the next input control in order of creation, from none to the first, from the last
-// to the first. Push buttons and static texts have no part in it.
+// Moves the focus to the next input control in order of creation, from none to the first, from the
+// last to the first. Push buttons and static texts have no part in it.
 OSStatus AdvanceKeyboardFocus(WindowRef window);
 
 void InitCursor();
 
-// --- Controls --------------------------------------------------------------------------------------
+// --- Controls
+// --------------------------------------------------------------------------------------
 
 struct ControlID {
   OSType signature;
@@ -119,8 +121,8 @@ OSStatus CreateEditUnicodeTextControl(WindowRef window, const Rect* bounds, CFSt
                                       Boolean is_password, const ControlFontStyleRec* style,
                                       ControlRef* control);
 
-// With `auto_toggle` the control changes its value before its command is issued; a radio button that is
-// on stays on.
+// With `auto_toggle` the control changes its value before its command is issued; a radio button
+// that is on stays on.
 OSStatus CreateCheckBoxControl(WindowRef window, const Rect* bounds, CFStringRef title,
                                std::int32_t value, Boolean auto_toggle, ControlRef* control);
 OSStatus CreateRadioButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
@@ -135,17 +137,17 @@ OSStatus CreatePopupButtonControl(WindowRef window, const Rect* bounds, CFString
 OSStatus SetControlCommandID(ControlRef control, OSType command);
 OSStatus SetControlID(ControlRef control, const ControlID* id);
 
-// Set: size, default mark, content of an edit text, menu of a pop-up button. Attaching a menu sets the
-// control's minimum to 1 and its maximum to the menu's item count.
-// Get: the content of an edit text, a string that the caller releases; the list of a list box.
+// Set: size, default mark, content of an edit text, menu of a pop-up button. Attaching a menu sets
+// the control's minimum to 1 and its maximum to the menu's item count. Get: the content of an edit
+// text, a string that the caller releases; the list of a list box.
 OSStatus SetControlData(ControlRef control, std::int16_t part, OSType tag, Size size,
                         const void* data);
 OSStatus GetControlData(ControlRef control, std::int16_t part, OSType tag, Size size, void* data,
                         Size* actual_size);
 OSStatus SetControlFontStyle(ControlRef control, const ControlFontStyleRec* style);
 
-// Minimum <= value <= maximum always holds: a limit that passes the other takes it along, and the value
-// follows.
+// Minimum <= value <= maximum always holds: a limit that passes the other takes it along, and the
+// value follows.
 std::int32_t GetControlValue(ControlRef control);
 void SetControlValue(ControlRef control, std::int32_t value);
 void SetControlMinimum(ControlRef control, std::int32_t minimum);
@@ -155,7 +157,8 @@ OSStatus EnableControl(ControlRef control);
 OSStatus DisableControl(ControlRef control);
 void HideControl(ControlRef control);
 
-// --- Menus -----------------------------------------------------------------------------------------
+// --- Menus
+// -----------------------------------------------------------------------------------------
 
 enum : std::uint32_t { kMenuAttrExcludesMarkColumn = 1 };
 
@@ -165,7 +168,8 @@ OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, std::uin
                                         OSType command, std::uint16_t* index);
 void ReleaseMenu(MenuRef menu);
 
-// --- Lists -----------------------------------------------------------------------------------------
+// --- Lists
+// -----------------------------------------------------------------------------------------
 
 enum : std::int16_t { kListDefStandardText = 0 };
 enum : std::int8_t { lOnlyOne = -128 };
@@ -181,8 +185,8 @@ void SetListSelectionFlags(ListHandle list, std::int8_t flags);
 // A cell's content is bytes in the system encoding.
 OSStatus LSetCell(const void* data, Size size, Cell cell, ListHandle list);
 
-// Copies at most `*size` bytes of the cell, cut between characters, and sets `*size` to their number;
-// to 0 where there is no such cell.
+// Copies at most `*size` bytes of the cell, cut between characters, and sets `*size` to their
+// number; to 0 where there is no such cell.
 void LGetCell(void* data, Size* size, Cell cell, ListHandle list);
 
 // Whether `*cell` is selected; with `next` the first selected cell at or after it is looked for and
@@ -200,7 +204,8 @@ void GetPortBounds(CGrafPtr port, Rect* bounds);
 // pixels right of the screen's. While a list's command is handled: the point of that click.
 void GetMouse(Point* point);
 
-// --- Events ----------------------------------------------------------------------------------------
+// --- Events
+// ----------------------------------------------------------------------------------------
 
 struct EventTypeSpec {
   OSType event_class;
@@ -245,20 +250,22 @@ OSStatus SetEventParameter(EventRef event, OSType name, OSType type, Size size, 
 OSStatus GetEventParameter(EventRef event, OSType name, OSType type, OSType* actual_type, Size size,
                            Size* actual_size, void* data);
 
-// To the target's handlers, the latest first, until one does not answer eventNotHandledErr; then to the
-// standard handler of its window.
+// To the target's handlers, the latest first, until one does not answer eventNotHandledErr; then to
+// the standard handler of its window.
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target);
 void ReleaseEvent(EventRef event);
 
-// --- Modal loop ------------------------------------------------------------------------------------
+// --- Modal loop
+// ------------------------------------------------------------------------------------
 
-// Shows the window and dispatches what the user does in it until QuitAppModalLoopForWindow is called for
-// it, and answers noErr then. Answers eventLoopQuitErr where no display can show it or the display has
-// no further answer; the window is then still there.
+// Shows the window and dispatches what the user does in it until QuitAppModalLoopForWindow is
+// called for it, and answers noErr then. Answers eventLoopQuitErr where no display can show it or
+// the display has no further answer; the window is then still there.
 OSStatus RunAppModalLoopForWindow(WindowRef window);
 OSStatus QuitAppModalLoopForWindow(WindowRef window);
 
-// --- Alerts ----------------------------------------------------------------------------------------
+// --- Alerts
+// ----------------------------------------------------------------------------------------
 
 enum : std::int16_t { kAlertStopAlert, kAlertNoteAlert, kAlertCautionAlert, kAlertPlainAlert };
 enum : std::int16_t { kAlertStdAlertOKButton = 1, kAlertStdAlertCancelButton = 2 };
@@ -284,8 +291,8 @@ struct AlertStdCFStringAlertParamRec {
 OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef explanation,
                              const AlertStdCFStringAlertParamRec* parameters, DialogRef* alert);
 
-// Shows the alert and disposes of it. `*item` becomes 1 for the default button, 2 for cancel, 3 for the
-// other one, and 0, with eventLoopQuitErr, where there was no answer.
+// Shows the alert and disposes of it. `*item` becomes 1 for the default button, 2 for cancel, 3 for
+// the other one, and 0, with eventLoopQuitErr, where there was no answer.
 OSStatus RunStandardAlert(DialogRef alert, void* event_filter, std::int16_t* item);
 
 }  // extern "C"

@@ -8,8 +8,8 @@
 
 namespace carbon {
 
-// Dialogs are shown on this display from now on; it must outlive them. Null: on the desktop again, which
-// is where they are shown unless a host says otherwise.
+// Dialogs are shown on this display from now on; it must outlive them. Null: on the desktop again,
+// which is where they are shown unless a host says otherwise.
 void SetDisplay(display::Display* display);
 
 // The display process on the desktop, started when it is first needed. Never null.

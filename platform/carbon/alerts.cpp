@@ -71,7 +71,8 @@ int RunAlertLoop(const display::Alert& alert) {
 constinit const CFStringRef kAlertDefaultOKText = &carbon::kOk;
 
 OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef explanation,
-                             const AlertStdCFStringAlertParamRec* parameters, DialogRef* alert) try {
+                             const AlertStdCFStringAlertParamRec* parameters,
+                             DialogRef* alert) try {
   return carbon::AddTo(carbon::All().alerts,
                        display::Alert{type, carbon::ToUtf8(carbon::ToUtf16(message)),
                                       carbon::ToUtf8(carbon::ToUtf16(explanation)),

@@ -117,8 +117,8 @@ OSStatus GetData(const Control& control, OSType tag, Size size, void* data, Size
     return HandOut(control.list, size, data, actual_size);
   }
   if (tag != kControlEditTextCFStringTag || !control.text) return paramErr;
-  const CFStringRef text = CFStringCreateWithCharacters(
-      kCFAllocatorDefault, control.text->data(), static_cast<CFIndex>(control.text->size()));
+  const CFStringRef text = CFStringCreateWithCharacters(kCFAllocatorDefault, control.text->data(),
+                                                        static_cast<CFIndex>(control.text->size()));
   if (text == nullptr) return memFullErr;
   return HandOut(text, size, data, actual_size);
 }
@@ -173,8 +173,7 @@ OSStatus CreateListBoxControl(WindowRef window, const Rect* bounds, Boolean /*au
                               std::int16_t /*cell_height*/, std::int16_t /*cell_width*/,
                               Boolean /*has_grow_space*/, std::int16_t /*definition*/,
                               ControlRef* control) try {
-  const OSStatus status =
-      carbon::AddControl(window, ControlKind::kList, *bounds, nullptr, control);
+  const OSStatus status = carbon::AddControl(window, ControlKind::kList, *bounds, nullptr, control);
   if (status != noErr) return status;
   carbon::List list;
   list.control = *control;
@@ -195,9 +194,8 @@ OSStatus SetControlID(ControlRef control, const ControlID* id) {
 
 OSStatus SetControlData(ControlRef control, std::int16_t /*part*/, OSType tag, Size size,
                         const void* data) {
-  return Alter(control, [=](carbon::Control& object) {
-    return carbon::SetData(object, tag, size, data);
-  });
+  return Alter(control,
+               [=](carbon::Control& object) { return carbon::SetData(object, tag, size, data); });
 }
 
 OSStatus GetControlData(ControlRef control, std::int16_t /*part*/, OSType tag, Size size,

@@ -15,12 +15,11 @@ using display::ControlKind;
 // The current port is the host's; its left edge stands this many pixels right of the screen's.
 constexpr int kCurrentPortLeft = 90;
 
-Point pointer;
+Point pointer{0, 0};
 
 std::int16_t Clamped(std::int64_t number) {
   using Limits = std::numeric_limits<std::int16_t>;
-  return static_cast<std::int16_t>(
-      std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
+  return static_cast<std::int16_t>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
 }
 
 bool IsEdit(ControlKind kind) {
@@ -31,8 +30,8 @@ bool IsToggle(ControlKind kind) {
   return kind == ControlKind::kCheckBox || kind == ControlKind::kRadio;
 }
 
-// Sends a control's command to its window. A menu choice carries menu and item, any other command null
-// and 0.
+// Sends a control's command to its window. A menu choice carries menu and item, any other command
+// null and 0.
 void IssueCommand(WindowRef window, const Control& control, MenuRef menu = nullptr, int item = 0) {
   const HICommand command{0, control.command, menu, static_cast<std::uint16_t>(item)};
   EventRef event = nullptr;
@@ -47,7 +46,8 @@ void IssueCommand(WindowRef window, const Control& control, MenuRef menu = nullp
 
 std::shared_ptr<Control> FindById(const Window& window, int id) {
   for (const ControlRef reference : window.controls) {
-    if (const auto control = Find(reference); control && control->id == id) return control;
+    auto control = Find(reference);
+    if (control && control->id == id) return control;
   }
   return nullptr;
 }
@@ -154,8 +154,7 @@ std::string Tab(Window& window) {
     for (const ControlRef reference : window.controls) {
       const auto control = Find(reference);
       if (control->kind != ControlKind::kStatic && control->visible && control->enabled &&
-          (control->kind == ControlKind::kButton) == buttons &&
-          reference != window.cancel_button) {
+          (control->kind == ControlKind::kButton) == buttons && reference != window.cancel_button) {
         stops.push_back(reference);
       }
     }

@@ -4,9 +4,10 @@
 
 namespace carbon {
 
-// Does to the window what the user did, and issues the command that follows from it. Empty; or, where
-// the action names what the window does not have and nothing was done, one clause that says so.
-std::string Dispatch(WindowRef window, const display::Action& action);
+// Does to the window what the user did, and issues the command that follows from it. Empty; or,
+// where the action names what the window does not have and nothing was done, one clause that says
+// so.
+std::string Dispatch(WindowRef reference, const display::Action& action);
 
 // Where the pointer is, in the current port's coordinates.
 Point Pointer();

@@ -2,15 +2,15 @@
 
 // What shows a dialog and reports what the user does.
 //
-// Carbon owns every dialog: its values, its selection, which button is the default, what Escape does,
-// and when the dialog ends. A display draws what it is told and answers one question, "what did the
-// user do next?". It is pulled, never pushed: the modal loop asks for one action, dispatches it after
-// NextAction has returned, tells the display what changed, and asks again. So nothing of a display is
-// on the stack while a window is disposed of inside its own command, and no exception crosses a
-// toolkit's loop.
+// Carbon owns every dialog: its values, its selection, which button is the default, what Escape
+// does, and when the dialog ends. A display draws what it is told and answers one question, "what
+// did the user do next?". It is pulled, never pushed: the modal loop asks for one action,
+// dispatches it after NextAction has returned, tells the display what changed, and asks again. So
+// nothing of a display is on the stack while a window is disposed of inside its own command, and no
+// exception crosses a toolkit's loop.
 //
-// Both directions are values. A dialog opens with its description, a change is the description of one
-// control as it now is, and what the user did is an action. All texts are UTF-8.
+// Both directions are values. A dialog opens with its description, a change is the description of
+// one control as it now is, and what the user did is an action. All texts are UTF-8.
 //
 // Order of calls, by the modal loop alone, on one thread:
 //   Open once; if it returned true: NextAction, then any number of Change or one Reject, again and
@@ -108,8 +108,8 @@ class Display {
   Display& operator=(const Display&) = delete;
   virtual ~Display() = default;
 
-  // The main screen in global coordinates; windows are centred on it. May be asked before Open, also
-  // where nothing can be shown.
+  // The main screen in global coordinates; windows are centred on it. May be asked before Open,
+  // also where nothing can be shown.
   virtual Rect MainScreen() = 0;
 
   // Shows a dialog. False where nothing can show it; no other call follows then.
@@ -122,8 +122,8 @@ class Display {
   // Control `index` (in order of creation) now is as described.
   virtual void Change(std::size_t index, const Control& control) = 0;
 
-  // The last action names what the dialog does not have; `reason` is one clause for the user, without
-  // a full stop. Nothing was changed.
+  // The last action names what the dialog does not have; `reason` is one clause for the user,
+  // without a full stop. Nothing was changed.
   virtual void Reject(const std::string& reason) = 0;
 
   virtual void Close() = 0;

@@ -1,6 +1,5 @@
 #include "platform/carbon/display_json.h"
 
-#include <array>
 #include <stdexcept>
 #include <string_view>
 
@@ -13,24 +12,24 @@ struct Name {
   std::string_view text;
 };
 
-constexpr std::array kControlNames{
-    Name{ControlKind::kStatic, "static"},     Name{ControlKind::kButton, "button"},
-    Name{ControlKind::kEdit, "edit"},         Name{ControlKind::kPassword, "password"},
-    Name{ControlKind::kPopup, "popup"},       Name{ControlKind::kCheckBox, "checkbox"},
-    Name{ControlKind::kRadio, "radio"},       Name{ControlKind::kList, "list"},
+constexpr Name<ControlKind> kControlNames[] = {
+    {ControlKind::kStatic, "static"}, {ControlKind::kButton, "button"},
+    {ControlKind::kEdit, "edit"},     {ControlKind::kPassword, "password"},
+    {ControlKind::kPopup, "popup"},   {ControlKind::kCheckBox, "checkbox"},
+    {ControlKind::kRadio, "radio"},   {ControlKind::kList, "list"},
 };
 
-constexpr std::array kActionNames{
-    Name{Action::Kind::kEnter, "enter"},       Name{Action::Kind::kType, "type"},
-    Name{Action::Kind::kChoose, "choose"},     Name{Action::Kind::kClick, "click"},
-    Name{Action::Kind::kRow, "row"},           Name{Action::Kind::kRowToggle, "row+"},
-    Name{Action::Kind::kRowExtend, "row-"},    Name{Action::Kind::kPress, "press"},
-    Name{Action::Kind::kReturn, "return"},     Name{Action::Kind::kEscape, "escape"},
-    Name{Action::Kind::kTab, "tab"},           Name{Action::Kind::kClose, "close"},
+constexpr Name<Action::Kind> kActionNames[] = {
+    {Action::Kind::kEnter, "enter"},    {Action::Kind::kType, "type"},
+    {Action::Kind::kChoose, "choose"},  {Action::Kind::kClick, "click"},
+    {Action::Kind::kRow, "row"},        {Action::Kind::kRowToggle, "row+"},
+    {Action::Kind::kRowExtend, "row-"}, {Action::Kind::kPress, "press"},
+    {Action::Kind::kReturn, "return"},  {Action::Kind::kEscape, "escape"},
+    {Action::Kind::kTab, "tab"},        {Action::Kind::kClose, "close"},
 };
 
 template <class Kind, std::size_t Count>
-std::string_view NameOf(const std::array<Name<Kind>, Count>& names, Kind kind) {
+std::string_view NameOf(const Name<Kind> (&names)[Count], Kind kind) {
   for (const auto& name : names) {
     if (name.kind == kind) return name.text;
   }
@@ -38,7 +37,7 @@ std::string_view NameOf(const std::array<Name<Kind>, Count>& names, Kind kind) {
 }
 
 template <class Kind, std::size_t Count>
-Kind KindOf(const std::array<Name<Kind>, Count>& names, std::string_view text) {
+Kind KindOf(const Name<Kind> (&names)[Count], std::string_view text) {
   for (const auto& name : names) {
     if (name.text == text) return name.kind;
   }

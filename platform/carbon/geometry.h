@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// Pixels, signed 16-bit, the vertical axis growing downward. The order of the members is the order in
-// which rectangles and points are written everywhere in this system.
+// Pixels, signed 16-bit, the vertical axis growing downward. The order of the members is the order
+// in which rectangles and points are written everywhere in this system.
 struct Rect {
   std::int16_t top = 0;
   std::int16_t left = 0;
@@ -14,8 +14,8 @@ struct Rect {
 };
 
 struct Point {
-  std::int16_t v = 0;
-  std::int16_t h = 0;
+  std::int16_t v;
+  std::int16_t h;
 
   bool operator==(const Point&) const = default;
 };

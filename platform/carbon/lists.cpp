@@ -36,8 +36,8 @@ void LGetCell(void* data, Size* size, Cell cell, ListHandle list) {
     return;
   }
   const std::string& bytes = object->cells[static_cast<std::size_t>(cell.v)];
-  const std::size_t cut = encoding::CutBetweenCharacters(
-      bytes, static_cast<std::size_t>(*size), encoding::SystemEncoding());
+  const std::size_t cut = encoding::CutBetweenCharacters(bytes, static_cast<std::size_t>(*size),
+                                                         encoding::SystemEncoding());
   std::copy_n(bytes.data(), cut, static_cast<char*>(data));
   *size = static_cast<Size>(cut);
 }

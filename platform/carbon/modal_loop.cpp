@@ -41,9 +41,8 @@ OSStatus RunModalLoop(WindowRef reference, Window& window) {
 }  // namespace carbon
 
 OSStatus RunAppModalLoopForWindow(WindowRef window) {
-  return carbon::With(carbon::Find(window), [=](carbon::Window& object) {
-    return carbon::RunModalLoop(window, object);
-  });
+  return carbon::With(carbon::Find(window),
+                      [=](carbon::Window& object) { return carbon::RunModalLoop(window, object); });
 }
 
 OSStatus QuitAppModalLoopForWindow(WindowRef window) {

@@ -62,8 +62,8 @@ struct Window {
   Rect content;
   bool centred = false;  // on the main screen, which is asked for when it is first needed
   bool standard_handler = false;
-  std::vector<ControlRef> controls;        // in order of creation
-  std::vector<EventHandlerRef> handlers;   // in order of installation
+  std::vector<ControlRef> controls;       // in order of creation
+  std::vector<EventHandlerRef> handlers;  // in order of installation
   ControlRef focus = nullptr;
   ControlRef default_button = nullptr;
   ControlRef cancel_button = nullptr;
@@ -81,8 +81,8 @@ struct Event {
   std::vector<Parameter> parameters;
 };
 
-// The objects of one kind. A reference is a number that is used once, so one that has gone stale finds
-// nothing. Who works on an object holds it: it may be removed meanwhile.
+// The objects of one kind. A reference is a number that is used once, so one that has gone stale
+// finds nothing. Who works on an object holds it: it may be removed meanwhile.
 template <class Reference, class Object>
 class Table {
  public:
@@ -90,7 +90,8 @@ class Table {
     const std::uintptr_t number = next_;
     objects_.emplace(number, std::move(object));
     ++next_;
-    return reinterpret_cast<Reference>(number);  // NOLINT(performance-no-int-to-ptr): never followed
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a reference is never followed
+    return reinterpret_cast<Reference>(number);
   }
 
   std::shared_ptr<Object> Find(Reference reference) const {
@@ -124,8 +125,8 @@ inline std::shared_ptr<Window> Find(WindowRef window) { return All().windows.Fin
 inline std::shared_ptr<Control> Find(ControlRef control) { return All().controls.Find(control); }
 inline std::shared_ptr<List> Find(ListHandle list) { return All().lists.Find(list); }
 
-// Runs `operation` on an object: paramErr where it is gone, memFullErr where memory ran out, otherwise
-// what it answers.
+// Runs `operation` on an object: paramErr where it is gone, memFullErr where memory ran out,
+// otherwise what it answers.
 template <class Object, class Operation>
 OSStatus With(const std::shared_ptr<Object>& object, Operation operation) {
   if (!object) return paramErr;

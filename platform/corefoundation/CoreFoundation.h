@@ -1,12 +1,13 @@
 #pragma once
 
-// The part of CoreFoundation that the plug-in stands on: immutable Unicode strings, arrays of them as
-// splitting produces them, the user's encoding, and a bundle's localised strings.
+// The part of CoreFoundation that the plug-in stands on: immutable Unicode strings, arrays of them
+// as splitting produces them, the user's encoding, and a bundle's localised strings.
 //
-// Ownership: an operation with Create or Copy in its name hands out a reference that the caller gives
-// back with CFRelease; one with Get lends a reference that lives as long as what it was got from.
-// Memory: an operation that cannot have memory returns null and changes nothing. Nothing here throws.
-// Lengths and positions are counted in UTF-16 code units. Everything runs on the host's main thread.
+// Ownership: an operation with Create or Copy in its name hands out a reference that the caller
+// gives back with CFRelease; one with Get lends a reference that lives as long as what it was got
+// from. Memory: an operation that cannot have memory returns null and changes nothing. Nothing here
+// throws. Lengths and positions are counted in UTF-16 code units. Everything runs on the host's
+// main thread.
 
 #include <cstddef>
 #include <cstdint>
@@ -56,11 +57,11 @@ using CFAllocatorRef = const void*;
 inline constexpr CFAllocatorRef kCFAllocatorDefault = nullptr;
 
 // A constant string from a literal. It needs no memory and cannot be released.
-#define CFSTR(text)                                                                    \
-  ([]() noexcept -> CFStringRef {                                                      \
-    static constexpr CFString literal{                                                 \
+#define CFSTR(text)                                                                       \
+  ([]() noexcept -> CFStringRef {                                                         \
+    static constexpr CFString literal{                                                    \
         {CFObject::Kind::kLiteral, 0}, u"" text, sizeof(u"" text) / sizeof(UniChar) - 1}; \
-    return &literal;                                                                   \
+    return &literal;                                                                      \
   }())
 
 extern "C" {
@@ -81,8 +82,9 @@ CFStringRef CFStringCreateWithFormat(CFAllocatorRef allocator, const void* optio
 // any other string is retained.
 CFStringRef CFStringCreateCopy(CFAllocatorRef allocator, CFStringRef string);
 
-// The parts of `string` between the occurrences of `separator`, empty parts included; a string without
-// the separator is one part. The parts share the storage of `string`, which the array retains.
+// The parts of `string` between the occurrences of `separator`, empty parts included; a string
+// without the separator is one part. The parts share the storage of `string`, which the array
+// retains.
 CFArrayRef CFStringCreateArrayBySeparatingStrings(CFAllocatorRef allocator, CFStringRef string,
                                                   CFStringRef separator);
 
@@ -92,23 +94,24 @@ void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer);
 // Code unit by code unit; `options` is 0.
 CFComparisonResult CFStringCompare(CFStringRef first, CFStringRef second, CFOptionFlags options);
 
-// The encoding of byte strings: the code set of the user's locale, UTF-8 where that is C, POSIX or not
-// set.
+// The encoding of byte strings: the code set of the user's locale, UTF-8 where that is C, POSIX or
+// not set.
 CFStringEncoding CFStringGetSystemEncoding();
 
 // The largest number of bytes, without a terminator, that `length` code units can need.
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 
 // Writes the string as bytes with a terminating zero. What the encoding lacks becomes '?', a lone
-// surrogate U+FFFD. False, with an empty byte string in the buffer, where `size` bytes do not hold it.
+// surrogate U+FFFD. False, with an empty byte string in the buffer, where `size` bytes do not hold
+// it.
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
                            CFStringEncoding encoding);
 
 CFIndex CFArrayGetCount(CFArrayRef array);
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 
-// The text of `key` in the bundle's table `table`, in the user's language. Where there is none, `value`
-// itself, retained.
+// The text of `key` in the bundle's table `table`, in the user's language. Where there is none,
+// `value` itself, retained.
 CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFStringRef value,
                                         CFStringRef table);
 

@@ -2,17 +2,17 @@
 
 #include <iconv.h>
 #include <langinfo.h>
-#include <locale.h>
 
 #include <bit>
 #include <cerrno>
+#include <clocale>
 #include <cstring>
 
 namespace encoding {
 namespace {
 
 constexpr const char* kUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
-const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);
+const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
 
 bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -58,26 +58,35 @@ std::size_t EncodeUtf8(std::u16string_view text, char* bytes) {
   return static_cast<std::size_t>(out - bytes);
 }
 
-// The character at `position`, which moves past it; past one byte alone where the bytes are not UTF-8.
-char32_t NextUtf8(std::string_view bytes, std::size_t& position) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  const unsigned char first = byte(position);
-  const std::size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2
-                             : first < 0xF0                  ? 3
-                             : first < 0xF5                  ? 4
-                                                             : 0;
-  if (length == 1) return bytes[position++] & 0x7F;
-  char32_t character = first & (0x7FU >> length);
-  bool valid = length != 0 && position + length <= bytes.size();
-  for (std::size_t i = 1; valid && i < length; ++i) {
-    valid = (byte(position + i) & 0xC0) == 0x80;
-    character = character << 6 | (byte(position + i) & 0x3FU);
-  }
+// How many bytes the character that starts with `first` takes; 0 where no character does.
+std::size_t Utf8Length(unsigned char first) {
+  if (first < 0x80) return 1;
+  if (first < 0xC2 || first > 0xF4) return 0;
+  return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+}
+
+// Whether a character of `length` bytes is one that UTF-8 writes with so many.
+bool IsInPlace(char32_t character, std::size_t length) {
   constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  valid = valid && character >= kLeast[length] && character <= 0x10FFFF &&
-          !IsHighSurrogate(character) && !IsLowSurrogate(character);
-  position += valid ? length : 1;
-  return valid ? character : char32_t{kReplacement};
+  return character >= kLeast[length] && character <= 0x10FFFF && !IsHighSurrogate(character) &&
+         !IsLowSurrogate(character);
+}
+
+// The character at `position`, which moves past it; past one byte alone where the bytes are not
+// UTF-8.
+char32_t NextUtf8(std::string_view bytes, std::size_t& position) {
+  const auto first = static_cast<unsigned char>(bytes[position++]);
+  const std::size_t length = Utf8Length(first);
+  if (length == 0 || position + length - 1 > bytes.size()) return kReplacement;
+  char32_t character = length == 1 ? first : first & (0x7FU >> length);
+  for (std::size_t i = 0; i + 1 < length; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[position + i]);
+    if ((byte & 0xC0) != 0x80) return kReplacement;
+    character = character << 6 | (byte & 0x3FU);
+  }
+  if (!IsInPlace(character, length)) return kReplacement;
+  position += length - 1;
+  return character;
 }
 
 char16_t* PutUtf16(char32_t character, char16_t* out) {
@@ -114,7 +123,8 @@ bool IsAsciiName(const char* name) {
   return std::strcmp(name, "ANSI_X3.4-1968") == 0 || std::strcmp(name, "UTF-8") == 0;
 }
 
-// The locale is asked for by the user's variables, in an object of its own: the host's stays as it is.
+// The locale is asked for by the user's variables, in an object of its own: the host's stays as it
+// is.
 CodeSet ReadCodeSet() {
   CodeSet set;
   const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
@@ -171,8 +181,8 @@ std::size_t DecodeUserCodeSet(std::string_view bytes, char16_t* units) {
   return static_cast<std::size_t>(reinterpret_cast<char16_t*>(out) - units);
 }
 
-// How many bytes the character at the start of `bytes` takes in the user's code set; one byte that is
-// no character counts as one.
+// How many bytes the character at the start of `bytes` takes in the user's code set; one byte that
+// is no character counts as one.
 std::size_t CharacterSize(std::string_view bytes) {
   for (std::size_t size = 1; size <= bytes.size() && size <= BytesPerUnit(kUserCodeSet); ++size) {
     const iconv_t converter = UserCodeSet().decoder;

@@ -25,8 +25,8 @@ std::uint32_t SystemEncoding();
 // The largest number of bytes that one code unit can need.
 std::size_t BytesPerUnit(std::uint32_t encoding);
 
-// Both write without a terminator and return how many units they wrote. `bytes` must hold BytesPerUnit
-// for each unit of `text`; `units` must hold one unit for each byte.
+// Both write without a terminator and return how many units they wrote. `bytes` must hold
+// BytesPerUnit for each unit of `text`; `units` must hold one unit for each byte.
 std::size_t Encode(std::u16string_view text, std::uint32_t encoding, char* bytes);
 std::size_t Decode(std::string_view bytes, std::uint32_t encoding, char16_t* units);
 
@@ -34,7 +34,8 @@ std::size_t Decode(std::string_view bytes, std::uint32_t encoding, char16_t* uni
 std::string ToUtf8(std::u16string_view text);
 std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding = kUtf8);
 
-// The length of the longest start of `bytes` that is at most `size` long and ends between characters.
+// The length of the longest start of `bytes` that is at most `size` long and ends between
+// characters.
 std::size_t CutBetweenCharacters(std::string_view bytes, std::size_t size, std::uint32_t encoding);
 
 #pragma GCC visibility pop

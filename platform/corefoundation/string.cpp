@@ -37,7 +37,8 @@ CFStringRef CreateFromUtf8(const char* bytes) {
   UniChar* characters = nullptr;
   CFString* string = NewString(static_cast<CFIndex>(size), characters);
   if (string == nullptr) return nullptr;
-  string->length = static_cast<CFIndex>(encoding::Decode({bytes, size}, encoding::kUtf8, characters));
+  string->length =
+      static_cast<CFIndex>(encoding::Decode({bytes, size}, encoding::kUtf8, characters));
   return string;
 }
 
@@ -46,8 +47,9 @@ Bytes Format(const char* format, std::va_list arguments) {
   std::va_list again;
   va_copy(again, arguments);
   const int size = std::vsnprintf(nullptr, 0, format, arguments);
-  Bytes bytes(size < 0 ? nullptr : static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 1)),
-              &std::free);
+  Bytes bytes(
+      size < 0 ? nullptr : static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 1)),
+      &std::free);
   if (bytes) std::vsnprintf(bytes.get(), static_cast<std::size_t>(size) + 1, format, again);
   va_end(again);
   return bytes;

@@ -1,6 +1,7 @@
 #pragma once
 
-// FileMaker's side of the interface: what a host and its tests need besides the plug-in's operations.
+// FileMaker's side of the interface: what a host and its tests need besides the plug-in's
+// operations.
 
 #include <string>
 #include <vector>

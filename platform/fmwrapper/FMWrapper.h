@@ -1,12 +1,12 @@
 #pragma once
 
-// The part of FileMaker's plug-in interface that the plug-in stands on: the call block, the value types
-// and their operations, and the registration of external functions.
+// The part of FileMaker's plug-in interface that the plug-in stands on: the call block, the value
+// types and their operations, and the registration of external functions.
 //
-// Errors: every operation takes an error object as its last argument and reports in it; none throws.
-// Ownership: a value that a Constructor made is given back to its Delete; every other operation lends
-// what it returns, for as long as the value that it was asked of lives.
-// Lengths and positions are counted in UTF-16 code units; encoding 0 is the encoding that
+// Errors: every operation takes an error object as its last argument and reports in it; none
+// throws. Ownership: a value that a Constructor made is given back to its Delete; every other
+// operation lends what it returns, for as long as the value that it was asked of lives. Lengths and
+// positions are counted in UTF-16 code units; encoding 0 is the encoding that
 // CFStringGetSystemEncoding names. Everything runs on FileMaker's main thread.
 
 #include <cstddef>
@@ -54,15 +54,15 @@ enum : std::uint8_t { kFMXT_Init = 0, kFMXT_Shutdown = 4, kFMXT_GetString = 7 };
 // The call block, over the type that holds an address. FileMaker owns it.
 template <class Address>
 struct FMX_ExternCallBlock {
-  std::int16_t version;        // of FileMaker's plug-in interface
+  std::int16_t version;  // of FileMaker's plug-in interface
   std::uint8_t reserved1[7];
   std::uint8_t message;
   std::uint8_t reserved2;
-  std::uint8_t string;         // number of the string asked for
-  std::uint32_t language;      // of the string asked for
-  std::int32_t size;           // of the string buffer, in UTF-16 code units
-  Address bundle;              // the plug-in's own bundle reference
-  Address result;              // the answer to a message, or the address of the string buffer
+  std::uint8_t string;     // number of the string asked for
+  std::uint32_t language;  // of the string asked for
+  std::int32_t size;       // of the string buffer, in UTF-16 code units
+  Address bundle;          // the plug-in's own bundle reference
+  Address result;          // the answer to a message, or the address of the string buffer
 };
 
 // The published layout is that of a 32-bit host.
@@ -107,7 +107,8 @@ std::uint32_t FM_Text_Find(const fmx::Text& text, const fmx::Text& what, std::ui
 void FM_Text_DeleteText(fmx::Text& text, std::uint32_t position, std::uint32_t count,
                         fmx::Error& error);
 
-// A value of the vector, as it is and as text whatever its type. Fails where there is no such value.
+// A value of the vector, as it is and as text whatever its type. Fails where there is no such
+// value.
 const fmx::Data* FM_DataVect_At(const fmx::DataVect& parameters, std::uint32_t index,
                                 fmx::Error& error);
 const fmx::Text* FM_DataVect_AtAsText(const fmx::DataVect& parameters, std::uint32_t index,
@@ -128,15 +129,12 @@ void FM_FixPt_Delete(fmx::FixPt* number, fmx::Error& error);
 fmx::QuadChar* FM_QuadChar_Constructor2(char c1, char c2, char c3, char c4, fmx::Error& error);
 void FM_QuadChar_Delete(fmx::QuadChar* characters, fmx::Error& error);
 
-// Registers a function under the plug-in's ID; name and prototype are copied. An error code other than
-// 0 where the ID is taken, and when there is no function to remove.
-fmx::errcode FM_ExprEnv_RegisterExternalFunction(const fmx::QuadChar& plugin_id,
-                                                 std::int16_t function_id, const fmx::Text& name,
-                                                 const fmx::Text& prototype,
-                                                 std::int16_t minimum_arguments,
-                                                 std::int16_t maximum_arguments,
-                                                 std::uint32_t flags,
-                                                 fmx::ExternalFunction function, fmx::Error& error);
+// Registers a function under the plug-in's ID; name and prototype are copied. An error code other
+// than 0 where the ID is taken, and when there is no function to remove.
+fmx::errcode FM_ExprEnv_RegisterExternalFunction(
+    const fmx::QuadChar& plugin_id, std::int16_t function_id, const fmx::Text& name,
+    const fmx::Text& prototype, std::int16_t minimum_arguments, std::int16_t maximum_arguments,
+    std::uint32_t flags, fmx::ExternalFunction function, fmx::Error& error);
 fmx::errcode FM_ExprEnv_UnRegisterExternalFunction(const fmx::QuadChar& plugin_id,
                                                    std::int16_t function_id, fmx::Error& error);
 

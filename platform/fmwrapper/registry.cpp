@@ -22,14 +22,10 @@ auto FindFunction(const fmx::QuadChar& plugin_id, std::int16_t function_id) {
 
 }  // namespace
 
-fmx::errcode FM_ExprEnv_RegisterExternalFunction(const fmx::QuadChar& plugin_id,
-                                                 std::int16_t function_id, const fmx::Text& name,
-                                                 const fmx::Text& prototype,
-                                                 std::int16_t minimum_arguments,
-                                                 std::int16_t maximum_arguments,
-                                                 std::uint32_t flags,
-                                                 fmx::ExternalFunction function,
-                                                 fmx::Error& error) try {
+fmx::errcode FM_ExprEnv_RegisterExternalFunction(
+    const fmx::QuadChar& plugin_id, std::int16_t function_id, const fmx::Text& name,
+    const fmx::Text& prototype, std::int16_t minimum_arguments, std::int16_t maximum_arguments,
+    std::uint32_t flags, fmx::ExternalFunction function, fmx::Error& error) try {
   if (FindFunction(plugin_id, function_id) != Registry().end()) return kTaken;
   Registry().push_back({plugin_id.characters, function_id, name.units, prototype.units,
                         minimum_arguments, maximum_arguments, flags, function});

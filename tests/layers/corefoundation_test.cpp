@@ -35,8 +35,9 @@ TEST_F(CoreFoundation, SplittingKeepsEmptyPartsAndEveryPartKeepsItsParent) {
   struct {
     const char16_t* text;
     std::vector<std::u16string> parts;
-  } rows[] = {{u"a|b", {u"a", u"b"}}, {u"a||b", {u"a", u"", u"b"}}, {u"a|", {u"a", u""}},
-              {u"|", {u"", u""}},     {u"a", {u"a"}},               {u"", {u""}}};
+  } rows[] = {{u"a|b", {u"a", u"b"}}, {u"a||b", {u"a", u"", u"b"}},
+              {u"a|", {u"a", u""}},   {u"|", {u"", u""}},
+              {u"a", {u"a"}},         {u"", {u""}}};
   for (const auto& row : rows) {
     const CFStringRef text = NewString(row.text);
     const CFArrayRef array =
@@ -92,11 +93,14 @@ TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
        {u"", u"plain", u"\u007F\u0080\u07FF\u0800\uFFFF", u"\U00010000\U0010FFFF", u"aé日😀"}) {
     EXPECT_EQ(encoding::ToUtf16(encoding::ToUtf8(text)), text);
   }
-  EXPECT_EQ(encoding::ToUtf8(u"a\xD800" u"b\xDC00"), "a\uFFFDb\uFFFD");
+  EXPECT_EQ(encoding::ToUtf8(u"a\xD800"
+                             u"b\xDC00"),
+            "a\uFFFDb\uFFFD");
   EXPECT_EQ(encoding::ToUtf8(u"\xDC00\xD800"), "\uFFFD\uFFFD");
   for (const char* bytes : {"\x80", "\xC0\xAF", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80",
                             "\xF8\x88", "\xFF", "\xE0\x80\x80", "\xF0\x80\x80\x80"}) {
-    EXPECT_EQ(encoding::ToUtf16(bytes), std::u16string(std::string_view(bytes).size(), encoding::kReplacement));
+    EXPECT_EQ(encoding::ToUtf16(bytes),
+              std::u16string(std::string_view(bytes).size(), encoding::kReplacement));
   }
   EXPECT_EQ(encoding::ToUtf16("\xC3x"), u"\uFFFDx");
 }
@@ -170,8 +174,9 @@ TEST_F(Bundle, ReadsUtf8AndUtf16) {
 }
 
 TEST_F(Bundle, SurvivesTablesThatAreNone) {
-  for (const char* table : {"", "/*", "//", "\"", "\"k", "\"k\"", "\"k\"=", "\"k\"=\"", "\"k\"=\"v",
-                            "\"k\"=\"v\"", "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "\xFF\xFE\x22", "\xFF"}) {
+  for (const char* table :
+       {"", "/*", "//", "\"", "\"k", "\"k\"", "\"k\"=", "\"k\"=\"", "\"k\"=\"v", "\"k\"=\"v\"",
+        "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "\xFF\xFE\x22", "\xFF"}) {
     Write("en", table);
     EXPECT_EQ(Text(u"k"), "missing") << table;
   }
@@ -185,10 +190,14 @@ TEST_F(Bundle, SpeaksTheUsersLanguage) {
     const char* variable;
     const char* value;
     const char* language;
-  } rows[] = {{"LANG", "ja_JP.UTF-8", "en"},  {"LANG", "de_AT.UTF-8@euro", "de"},
-              {"LC_MESSAGES", "pt_BR", "pt_BR"}, {"LC_MESSAGES", "pt_PT.UTF-8", "pt"},
-              {"LC_ALL", "C", "en"},          {"LC_ALL", "de", "de"},
-              {"LANGUAGE", "xx:pt:de", "pt"}, {"LANGUAGE", "../de:", "de"}};
+  } rows[] = {{"LANG", "ja_JP.UTF-8", "en"},
+              {"LANG", "de_AT.UTF-8@euro", "de"},
+              {"LC_MESSAGES", "pt_BR", "pt_BR"},
+              {"LC_MESSAGES", "pt_PT.UTF-8", "pt"},
+              {"LC_ALL", "C", "en"},
+              {"LC_ALL", "de", "de"},
+              {"LANGUAGE", "xx:pt:de", "pt"},
+              {"LANGUAGE", "../de:", "de"}};
   EXPECT_EQ(Text(u"k"), "en");
   for (const auto& row : rows) {
     setenv(row.variable, row.value, 1);

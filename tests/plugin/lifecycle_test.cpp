@@ -98,9 +98,10 @@ TEST_F(Lifecycle, AnswersStringRequestsThatFitTheBuffer) {
 TEST_F(Lifecycle, CutsNamesAtTheFirstParenthesis) {
   const std::string longest(1022 - 2, 'x');
   Send(kFMXT_Shutdown);
-  Initialise(MakeBundle("\"Quenlix 102\" = \"A (b(c))\"; \"Quenlix 104\" = \"NoParenthesis\";"
-                        "\"Quenlix 105\" = \"L(" + longest + "\"; \"Quenlix 106\" = \"L(x" +
-                        longest + "\";"));
+  Initialise(
+      MakeBundle("\"Quenlix 102\" = \"A (b(c))\"; \"Quenlix 104\" = \"NoParenthesis\";"
+                 "\"Quenlix 105\" = \"L(" +
+                 longest + "\"; \"Quenlix 106\" = \"L(x" + longest + "\";"));
   const auto& functions = fmx::host::Functions();
   ASSERT_EQ(functions.size(), 19U);
   EXPECT_EQ(functions[0].name, u"A ");

@@ -84,9 +84,10 @@ TEST_F(ListBox, OnlyClicksOnTheCellsCount) {
   struct {
     const char* x;
     bool counts;
-  } rows[] = {{"4", false},   {"5", true},        {"402", true},         {"403", false},
-              {"-1", false},  {"0", false},       {"419", false},        {"100000", false},
-              {"65741", false}, {"-2147483648", false}, {"99999999999", false}};
+  } rows[] = {{"4", false},           {"5", true},           {"402", true},
+              {"403", false},         {"-1", false},         {"0", false},
+              {"419", false},         {"100000", false},     {"65741", false},
+              {"-2147483648", false}, {"99999999999", false}};
   for (const auto& row : rows) {
     const std::string click = std::string("row 2 ") + row.x + "; ";
     EXPECT_EQ(Call("TarvoDoListBox", kDoubleClick, click + click + "press 2"),

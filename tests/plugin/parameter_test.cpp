@@ -59,12 +59,26 @@ TEST_F(Parameter, NumbersAreReadUpToTheFirstOtherCharacter) {
   struct {
     const char* text;
     const char* allows;
-  } rows[] = {{"1", "1"},    {"5", "1"},     {"2x", "1"},          {" \t\r\n7", "1"},
-              {"+3", "1"},   {"0", "0"},     {"no", "0"},          {"-3", "0"},
-              {"- 3", "0"},  {"", "$$002$$"}, {"x1", "0"},         {"٣", "0"},
-              {"0x9", "0"},  {"4294967296", "1"},                  {"99999999999999999999", "1"},
-              {"-99999999999999999999", "0"}, {"2147483648", "1"}, {"00000000000000000001", "1"}};
-  for (const auto& row : rows) EXPECT_EQ(Call("TarvoAllowEscape", row.text), row.allows) << row.text;
+  } rows[] = {{"1", "1"},
+              {"5", "1"},
+              {"2x", "1"},
+              {" \t\r\n7", "1"},
+              {"+3", "1"},
+              {"0", "0"},
+              {"no", "0"},
+              {"-3", "0"},
+              {"- 3", "0"},
+              {"", "$$002$$"},
+              {"x1", "0"},
+              {"٣", "0"},
+              {"0x9", "0"},
+              {"4294967296", "1"},
+              {"99999999999999999999", "1"},
+              {"-99999999999999999999", "0"},
+              {"2147483648", "1"},
+              {"00000000000000000001", "1"}};
+  for (const auto& row : rows)
+    EXPECT_EQ(Call("TarvoAllowEscape", row.text), row.allows) << row.text;
 }
 
 TEST_F(Parameter, ZeroCharactersAndLoneSurrogatesAreSurvived) {

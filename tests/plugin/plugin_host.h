@@ -15,8 +15,8 @@
 extern "C" void FMExternCallProc(FMX_ExternCallPtr call);
 extern "C" FMX_ExternCallPtr gFMX_ExternCallPtr;
 
-// FileMaker's part: initialises the plug-in, evaluates its functions, answers its dialogs from a script,
-// shuts it down, and sees to it that nothing of a test is left.
+// FileMaker's part: initialises the plug-in, evaluates its functions, answers its dialogs from a
+// script, shuts it down, and sees to it that nothing of a test is left.
 class PluginHost : public testing::Test {
  protected:
   PluginHost() { Initialise(PLUGIN_BUNDLE); }
@@ -50,8 +50,7 @@ class PluginHost : public testing::Test {
   }
 
   static fmx::host::Outcome Evaluate(const std::string& name, std::u16string parameter) {
-    return fmx::host::Evaluate(Function(name),
-                               {{kFMX_TextType, std::move(parameter), kLocale}});
+    return fmx::host::Evaluate(Function(name), {{kFMX_TextType, std::move(parameter), kLocale}});
   }
 
   // A function's result as UTF-8. Every function answers error code 0 and leaves no value behind.

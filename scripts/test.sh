@@ -1,0 +1,28 @@
+#!/bin/sh
+# Passes every test: the optimised build and the one under sanitizers, then the rules for sources. The
+# last line sums up what the test runner counted.
+set -eu
+cd "$(dirname "$0")/.."
+
+passed=0
+failed=0
+
+run_tests() {
+  log=build/$1/test.log
+  scripts/build.sh "$1"
+  { ctest --preset "$1" --no-tests=error -j "$(nproc)" 2>&1 || :; } | tee "$log"
+  # "100% tests passed, 0 tests failed out of 120"
+  counts=$(sed -n 's/.*tests passed, \([0-9]*\) tests\{0,1\} failed out of \([0-9]*\).*/\1 \2/p' "$log")
+  if [ -z "$counts" ]; then
+    echo "The tests of the $1 build did not run." >&2
+    exit 1
+  fi
+  failed=$((failed + ${counts% *}))
+  passed=$((passed + ${counts#* } - ${counts% *}))
+}
+
+run_tests release
+run_tests sanitize
+scripts/lint.sh build/release
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
