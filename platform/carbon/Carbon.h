@@ -62,6 +62,9 @@ enum : std::int16_t { kThemeBrushUtilityWindowBackgroundActive = 7 };
 // With the standard handler a window disposes of itself on a window-close event.
 OSStatus CreateNewWindow(std::uint32_t window_class, std::uint32_t attributes, const Rect* content,
                          WindowRef* window);
+
+// Disposes of a window with its controls and handlers, without an event.
+void DisposeWindow(WindowRef window);
 OSStatus RepositionWindow(WindowRef window, WindowRef parent, std::uint32_t method);
 OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
 

@@ -8,14 +8,15 @@ namespace {
 
 using display::ControlKind;
 
-// Adds a control to its window; null where the window is gone or memory ran out.
+// Adds a control to its window. Its place is made first, so that a failure leaves nothing behind.
 OSStatus AddControl(WindowRef window, Control control, ControlRef* reference) {
   *reference = nullptr;
   return With(Find(window), [&](Window& object) {
     control.window = window;
-    object.controls.reserve(object.controls.size() + 1);
+    object.controls.push_back(nullptr);
     const OSStatus status = AddTo(All().controls, std::move(control), reference);
-    if (status == noErr) object.controls.push_back(*reference);
+    object.controls.back() = *reference;
+    if (status != noErr) object.controls.pop_back();
     return status;
   });
 }
@@ -41,6 +42,28 @@ OSStatus AddToggle(WindowRef window, ControlKind kind, const Rect& bounds, CFStr
     control.auto_toggle = auto_toggle;
   });
   return status;
+}
+
+// The list is made first: without it there is no control.
+OSStatus AddList(WindowRef window, const Rect& bounds, std::size_t rows,
+                 ControlRef* reference) try {
+  *reference = nullptr;
+  List list;
+  list.cells.resize(rows);
+  list.selected.resize(rows);
+  ListHandle handle = nullptr;
+  OSStatus status = AddTo(All().lists, std::move(list), &handle);
+  if (status != noErr) return status;
+  status = AddControl(window, ControlKind::kList, bounds, nullptr, reference);
+  if (status != noErr) {
+    All().lists.Remove(handle);
+    return status;
+  }
+  Find(handle)->control = *reference;
+  Find(*reference)->list = handle;
+  return noErr;
+} catch (const std::bad_alloc&) {
+  return memFullErr;
 }
 
 // Runs `operation` on a control, which the display hears of.
@@ -172,16 +195,8 @@ OSStatus CreateListBoxControl(WindowRef window, const Rect* bounds, Boolean /*au
                               Boolean /*horizontal_scroll*/, Boolean /*vertical_scroll*/,
                               std::int16_t /*cell_height*/, std::int16_t /*cell_width*/,
                               Boolean /*has_grow_space*/, std::int16_t /*definition*/,
-                              ControlRef* control) try {
-  const OSStatus status = carbon::AddControl(window, ControlKind::kList, *bounds, nullptr, control);
-  if (status != noErr) return status;
-  carbon::List list;
-  list.control = *control;
-  list.cells.resize(static_cast<std::size_t>(rows));
-  list.selected.resize(static_cast<std::size_t>(rows));
-  return carbon::AddTo(carbon::All().lists, std::move(list), &Find(*control)->list);
-} catch (const std::bad_alloc&) {
-  return memFullErr;
+                              ControlRef* control) {
+  return carbon::AddList(window, *bounds, static_cast<std::size_t>(rows), control);
 }
 
 OSStatus SetControlCommandID(ControlRef control, OSType command) {

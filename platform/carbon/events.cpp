@@ -54,10 +54,10 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, std
                              EventHandlerRef* registration) {
   *registration = nullptr;
   return With(carbon::Find(carbon::WindowOf(target)), [=](carbon::Window& window) {
-    window.handlers.reserve(window.handlers.size() + 1);
+    window.handlers.push_back(nullptr);
     const OSStatus status = carbon::AddTo(
         All().handlers, carbon::Handler{handler, {types, types + count}, user_data}, registration);
-    if (status == noErr) window.handlers.push_back(*registration);
+    window.handlers.back() = *registration;
     return status;
   });
 }

@@ -64,6 +64,8 @@ OSStatus CreateNewWindow(std::uint32_t /*window_class*/, std::uint32_t attribute
   return carbon::AddTo(carbon::All().windows, std::move(object), window);
 }
 
+void DisposeWindow(WindowRef window) { carbon::Dispose(window); }
+
 OSStatus RepositionWindow(WindowRef window, WindowRef /*parent*/, std::uint32_t method) {
   return With(Find(window), [method](carbon::Window& object) {
     object.centred = method == kWindowCenterOnMainScreen;
