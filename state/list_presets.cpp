@@ -26,33 +26,31 @@ std::int32_t CountMenus(CFArrayRef texts) {
 
 // An array of the items of `text`, which holds nothing of the parameter; null where memory cannot
 // be had.
-CFArrayRef CreateItems(CFStringRef text) {
+CFOwner<CFArrayRef> CreateItems(CFStringRef text) {
   const auto copy = Own(CFStringCreateCopy(kCFAllocatorDefault, text));
-  return copy ? Split(copy.get(), CFSTR("\r")).release() : nullptr;
+  return copy ? Split(copy.get(), CFSTR("\r")) : Own(CFArrayRef{nullptr});
 }
 
-// Field `index` has no menu, though an item, the empty text.
-void ClearMenu(std::size_t index) {
-  StoreArray(*mypopupArrays[index], CreateItems(EmptyText()));
-  *popupctrs[index] = 0;
+// A field beyond the last menu has no menu, though an item, the empty text.
+CFOwner<CFArrayRef> CreateMenu(CFArrayRef texts, CFIndex index, std::int32_t menus) {
+  const CFStringRef text = ItemAt(texts, index);
+  return CreateItems(index < menus && IsMenu(text) ? text : EmptyText());
 }
 
-void StoreMenu(std::size_t index, CFStringRef text) {
-  const CFArrayRef items = CreateItems(IsMenu(text) ? text : EmptyText());
-  StoreArray(*mypopupArrays[index], items);
-  *popupctrs[index] = items == nullptr ? 0 : static_cast<std::int32_t>(CFArrayGetCount(items));
-}
-
+// All four menus are made before the first is stored: either all are replaced or none is.
 void PopUps(CFStringRef parameter, fmx::Text& answer) {
   const auto texts = Split(parameter, CFSTR("|"));
   if (!texts) return Answer(answer, kNoMemory);
   const std::int32_t menus = CountMenus(texts.get());
+  const auto create = [&](CFIndex index) { return CreateMenu(texts.get(), index, menus); };
+  CFOwner<CFArrayRef> created[] = {create(0), create(1), create(2), create(3)};
+  if (!std::ranges::all_of(created, [](const auto& items) { return items != nullptr; })) {
+    return Answer(answer, kNoMemory);
+  }
   for (std::size_t i = 0; i < kFamilySize; ++i) {
-    if (static_cast<std::int32_t>(i) < menus) {
-      StoreMenu(i, ItemAt(texts.get(), static_cast<CFIndex>(i)));
-    } else {
-      ClearMenu(i);
-    }
+    const bool has_menu = static_cast<std::int32_t>(i) < menus;
+    *popupctrs[i] = has_menu ? static_cast<std::int32_t>(CFArrayGetCount(created[i].get())) : 0;
+    StoreArray(*mypopupArrays[i], created[i].release());
   }
   Answer(answer, menus);
 }
@@ -61,13 +59,10 @@ void PopUps(CFStringRef parameter, fmx::Text& answer) {
 // none.
 void FillListBox(CFStringRef parameter, fmx::Text& answer) {
   const auto room = 4 * static_cast<std::size_t>(CFStringGetLength(parameter));
-  const CFArrayRef lines = CreateItems(parameter);
-  if (lines == nullptr || !Grow(Field1, room)) {
-    CFRelease(lines);
-    return Answer(answer, kNoMemory);
-  }
-  StoreArray(myListArray, lines);
-  glistlength = static_cast<std::int32_t>(CFArrayGetCount(lines));
+  auto lines = CreateItems(parameter);
+  if (!lines || !Grow(Field1, room)) return Answer(answer, kNoMemory);
+  glistlength = static_cast<std::int32_t>(CFArrayGetCount(lines.get()));
+  StoreArray(myListArray, lines.release());
   Answer(answer, glistlength);
 }
 

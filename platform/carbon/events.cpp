@@ -15,11 +15,11 @@ bool Handles(const Handler& handler, const Event& event) {
   });
 }
 
-// A handler may remove itself or its window: both are held, and looked up again, from call to call.
+// A handler may remove itself or its window: both are held, and looked up again, from call to call. No
+// memory is needed, so that a window can be closed where there is none.
 OSStatus SendToHandlers(const Window& window, const Event& event, EventRef reference) {
-  const std::vector<EventHandlerRef> handlers(window.handlers.rbegin(), window.handlers.rend());
-  for (const EventHandlerRef handler : handlers) {
-    const auto held = All().handlers.Find(handler);
+  for (std::size_t i = window.handlers.size(); i-- > 0;) {
+    const auto held = All().handlers.Find(window.handlers[i]);
     if (!held || !Handles(*held, event)) continue;
     const OSStatus status = held->handler(nullptr, reference, held->user_data);
     if (status != eventNotHandledErr) return status;

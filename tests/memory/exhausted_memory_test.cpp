@@ -1,0 +1,179 @@
+// Memory runs out at every point of every function: once, and for good.
+
+#include <set>
+
+#include "state/dialog_state.h"
+#include "tests/memory/failing_allocator.h"
+#include "tests/plugin/plugin_host.h"
+
+namespace {
+
+using failing_allocator::Pause;
+
+// The script's part is the user's, not the plug-in's: it has all the memory it wants.
+class UnhurtDialogs : public ScriptedDialogs {
+ public:
+  using ScriptedDialogs::ScriptedDialogs;
+
+  bool Open(const display::Description& dialog) override {
+    const Pause pause;
+    return ScriptedDialogs::Open(dialog);
+  }
+  std::optional<display::Action> NextAction() override {
+    const Pause pause;
+    return ScriptedDialogs::NextAction();
+  }
+  void Change(std::size_t index, const display::Control& control) override {
+    const Pause pause;
+    ScriptedDialogs::Change(index, control);
+  }
+  void Reject(const std::string& reason) override {
+    const Pause pause;
+    ScriptedDialogs::Reject(reason);
+  }
+};
+
+struct Case {
+  const char* function;
+  const char* parameter;
+  const char* answers;
+  int least_points;  // allocations that a call makes at least
+};
+
+const Case kCases[] = {
+    {"TarvoDialogVersion", "x", "", 1},
+    {"TarvoSetCaption", "a caption of more than a few letters", "", 5},
+    {"TarvoPreEnterText", "one|two|three|four", "", 9},
+    {"TarvoPosition", "1|2", "", 5},
+    {"TarvoSetFocus", "1", "", 5},
+    {"TarvoAllowEscape", "1", "", 4},
+    {"TarvoSetCustomControls", "2|4|3|0", "", 6},
+    {"TarvoPopUps", "aa\rbb|cc|dd|ee", "", 12},
+    {"TarvoFillListBox", "a\rb", "", 6},
+    {"TarvoCustomDialog", "4|m|A|B|||1|2|3|4",
+     "choose 1 2; click 2; click 3; enter 4 text; press 2", 80},
+    {"TarvoDialog", "5|m|A|B|||1|2|3|4|2", "choose 1 2; enter 2 text; press 2", 80},
+    {"TarvoDialog", "4|m|A|B|C|D|1|2|3|4", "enter 1 some text; press 1", 80},
+    {"TarvoDoListBox", "m|A|B||||1|1||1", "row 1; row+ 2; press 1", 50},
+    {"TarvoDoListBox", "m|A|B||||1|1||1", "row 2; row 2", 50},
+    {"TarvoAlert", "1|m|e|A|B|C", "press 2", 6},
+    {"TarvoLastValue", "", "", 3},
+    {"TarvoV1", "", "", 2},
+};
+
+class ExhaustedMemory : public PluginHost {
+ protected:
+  ~ExhaustedMemory() override { failing_allocator::Disarm(); }
+
+  // The function's result; "bad_alloc" where FileMaker's interface ran out of memory.
+  std::string Try(const Case& row, int at, bool for_good) {
+    auto answers = display::ParseAnswerText(row.answers);
+    dialogs_ = std::make_unique<UnhurtDialogs>(std::move(answers));
+    carbon::SetDisplay(dialogs_.get());
+    const fmx::host::Function& function = Function(row.function);
+    const std::vector<fmx::host::Value> parameters{
+        {kFMX_TextType, encoding::ToUtf16(row.parameter), kLocale}};
+    failing_allocator::Arm(at, for_good);
+    std::string result;
+    try {
+      const auto outcome = fmx::host::Evaluate(function, parameters);
+      points_ = failing_allocator::Disarm();
+      EXPECT_EQ(outcome.error, 0);
+      result = encoding::ToUtf8(outcome.result.text);
+    } catch (const std::bad_alloc&) {
+      points_ = failing_allocator::Disarm();
+      result = "bad_alloc";
+    }
+    EXPECT_EQ(dialogs_->closed, static_cast<int>(dialogs_->opened.size()));
+    return result;
+  }
+
+  static void ExpectWholeState() {
+    EXPECT_EQ(fmx::host::LiveValues(), 0);
+    EXPECT_EQ(gWindowRef, nullptr);
+    EXPECT_EQ(DoListBox, 0);
+    for (const auto& family : {gbuttontexts, gcontroltexts, gPreEnters}) {
+      for (CFStringRef* text : family) EXPECT_NE(*text, nullptr);
+    }
+    for (const ByteBuffer* field : {&Field1, &Field2, &Field3, &Field4, &FieldLC, &myreturntext}) {
+      ASSERT_NE(field->bytes, nullptr);
+      EXPECT_LT(std::strlen(field->bytes), field->capacity);
+    }
+    for (std::size_t i = 0; i < kFamilySize; ++i) {
+      EXPECT_TRUE(*popupctrs[i] == 0 || *mypopupArrays[i] != nullptr);
+    }
+    EXPECT_TRUE(glistlength == 0 || myListArray != nullptr);
+  }
+
+  int points_ = 0;
+};
+
+TEST_F(ExhaustedMemory, EveryFunctionAnswersAndTheNextCallWorks) {
+  Call("TarvoPopUps", "aa\rbb|cc|dd|ee");
+  Call("TarvoFillListBox", "a\rb");
+  Call("TarvoSetCustomControls", "2|4|3|0");
+  for (const Case& row : kCases) {
+    SCOPED_TRACE(std::string(row.function) + " " + row.answers);
+    Try(row, 0, false);
+    const std::string expected = Try(row, 0, false);
+    const int points = points_;
+    EXPECT_GE(points, row.least_points);
+    const long blocks = failing_allocator::LiveBlocks();
+    for (const bool for_good : {false, true}) {
+      for (int at = 1; at <= points; ++at) {
+        Try(row, at, for_good);
+        ExpectWholeState();
+        ASSERT_EQ(Try(row, 0, false), expected) << at;
+        ASSERT_EQ(failing_allocator::LiveBlocks(), blocks) << at;
+      }
+    }
+  }
+}
+
+TEST_F(ExhaustedMemory, AResultIsWholeOrSaysWhyItIsNot) {
+  Call("TarvoFillListBox", "a\rb");
+  for (const Case& row : kCases) {
+    Try(row, 0, false);
+    const std::string whole = Try(row, 0, false);
+    const int points = points_;
+    std::set<std::string> others;
+    for (int at = 1; at <= points; ++at) others.insert(Try(row, at, true));
+    for (const auto& expected : {whole, std::string("bad_alloc"), std::string("$$003$$")}) {
+      others.erase(expected);
+    }
+    // An alert that could not be shown reports that no button was pressed.
+    if (std::string_view(row.function) == "TarvoAlert") others.erase("0");
+    EXPECT_EQ(others, std::set<std::string>()) << row.function;
+  }
+}
+
+TEST_F(ExhaustedMemory, InitialisationRefusesOrRaises) {
+  const auto initialise = [this](int at, bool for_good) {
+    Send(kFMXT_Shutdown);
+    failing_allocator::Arm(at, for_good);
+    block_.result = 0;
+    bool raised = false;
+    try {
+      Send(kFMXT_Init);
+    } catch (const std::bad_alloc&) {
+      raised = true;
+    }
+    points_ = failing_allocator::Disarm();
+    return raised ? 0 : static_cast<std::int32_t>(block_.result);
+  };
+  EXPECT_EQ(initialise(0, false), 51);
+  const int points = points_;
+  EXPECT_GE(points, 100);
+  std::set<std::int32_t> answers;
+  for (const bool for_good : {false, true}) {
+    for (int at = 1; at <= points; ++at) {
+      answers.insert(initialise(at, for_good));
+      EXPECT_EQ(fmx::host::LiveValues(), 0) << at;
+      ASSERT_EQ(initialise(0, false), 51) << at;
+    }
+  }
+  EXPECT_TRUE(answers.contains(-1)) << "a result buffer that could not be had";
+  EXPECT_TRUE(answers.contains(0)) << "a failure inside FileMaker's interface";
+}
+
+}  // namespace
