@@ -46,8 +46,8 @@ std::int32_t ReadNumber(CFStringRef text) {
   if (negative || UnitAt(text, at) == u'+') ++at;
   constexpr std::int64_t kBeyond = std::int64_t{1} << 32;
   std::int64_t number = 0;
-  for (; IsDigit(UnitAt(text, at)); ++at) {
-    number = std::min(number * 10 + (UnitAt(text, at) - u'0'), kBeyond);
+  for (; number < kBeyond && IsDigit(UnitAt(text, at)); ++at) {
+    number = number * 10 + (UnitAt(text, at) - u'0');
   }
   using Limits = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(
