@@ -1,7 +1,6 @@
 #include "platform/carbon/desktop_display.h"
 
 #include <dlfcn.h>
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -11,6 +10,10 @@
 
 #include <cerrno>
 #include <filesystem>
+
+extern "C" {  // glibc 2.36 forgets to say so
+#include <sys/pidfd.h>
+}
 
 namespace display {
 namespace {
@@ -69,18 +72,17 @@ class SpawnPlan {
   posix_spawnattr_t attributes_;
 };
 
-// Waits until the other side has ended, but not for long.
-bool EndsSoon(int socket_fd) {
-  pollfd waiting{socket_fd, POLLIN, 0};
-  char buffer[4096];
-  while (true) {
-    const int ready = poll(&waiting, 1, kPatience);
-    if (ready < 0 && errno == EINTR) continue;
-    if (ready <= 0) return false;
-    const ssize_t count = recv(socket_fd, buffer, sizeof buffer, 0);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return true;
-  }
+// Waits until the process has ended, but not for long.
+bool EndsSoon(pid_t process) {
+  const int process_fd = pidfd_open(process, 0);
+  if (process_fd < 0) return false;
+  pollfd waiting{process_fd, POLLIN, 0};
+  int ended;
+  do {
+    ended = poll(&waiting, 1, kPatience);
+  } while (ended < 0 && errno == EINTR);
+  close(process_fd);
+  return ended > 0;
 }
 
 bool HasInput(int socket_fd) {
@@ -202,11 +204,10 @@ bool DesktopDisplay::Spawn() {
 
 void DesktopDisplay::Stop() {
   if (socket_ < 0) return;
-  shutdown(socket_, SHUT_WR);
-  if (!EndsSoon(socket_)) kill(process_, SIGKILL);
   close(socket_);
-  Reap(process_);
   socket_ = -1;
+  if (!EndsSoon(process_)) kill(process_, SIGKILL);
+  Reap(process_);
   received_.clear();
 }
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "displays/desktop/modal_window.h"
+
+class QScrollArea;
+
+namespace desktop {
+
+// The platform's alert: an icon, a message in bold over its explanation, and one to three buttons.
+// It grows with its texts and scrolls them only where they are taller than the screen.
+class AlertWindow : public ModalWindow {
+ public:
+  AlertWindow(const display::Alert& alert, Report report);
+
+  QAccessible::Role AccessibleRole() const override { return QAccessible::AlertMessage; }
+
+ private:
+  class Texts;
+
+  void AddButton(int number, const std::optional<std::string>& text);
+  void LayOut(const display::Alert& alert);
+  QScrollArea* AddTexts(const display::Alert& alert, int width, int most);
+  int ButtonRowWidth() const;
+  void PlaceButtons(int width, int top);
+
+  std::vector<QWidget*> buttons_;  // default, cancel, other, those that exist
+  QWidget* other_ = nullptr;
+  std::vector<QWidget*> tab_order_;
+};
+
+}  // namespace desktop

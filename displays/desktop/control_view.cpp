@@ -1,0 +1,46 @@
+#include "displays/desktop/control_view.h"
+
+#include <QRect>
+
+#include "displays/desktop/edit_text.h"
+#include "displays/desktop/list_box.h"
+#include "displays/desktop/popup.h"
+#include "displays/desktop/push_button.h"
+#include "displays/desktop/static_text.h"
+#include "displays/desktop/toggle.h"
+
+namespace desktop {
+
+ControlView* MakeControlView(const display::Control& control, QWidget* parent,
+                             ControlView::Report report) {
+  using Kind = display::ControlKind;
+  switch (control.kind) {
+    case Kind::kStatic:
+      return new StaticText(control, parent);
+    case Kind::kButton:
+      return new PushButton(control, parent, std::move(report));
+    case Kind::kEdit:
+    case Kind::kPassword:
+      return new EditText(control, parent);
+    case Kind::kPopup:
+      return new Popup(control, parent, std::move(report));
+    case Kind::kCheckBox:
+      return new CheckBox(control, parent, std::move(report));
+    case Kind::kRadio:
+      return new RadioButton(control, parent, std::move(report));
+    case Kind::kList:
+      return new ListBox(control, parent, std::move(report));
+  }
+  return nullptr;
+}
+
+int FieldNumber(const display::Control& control) { return (control.id - display::FieldId(0)) / 2; }
+
+int ButtonNumber(const display::Control& control) { return control.id - display::ButtonId(0); }
+
+QRect RectOf(const display::Control& control) {
+  const Rect& rect = control.rect;
+  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
+}  // namespace desktop

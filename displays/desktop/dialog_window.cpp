@@ -1,0 +1,102 @@
+#include "displays/desktop/dialog_window.h"
+
+#include <QEvent>
+#include <utility>
+
+#include "displays/desktop/text.h"
+
+namespace desktop {
+namespace {
+
+using display::Control;
+using display::ControlKind;
+
+bool IsInput(const Control& control) {
+  return control.kind != ControlKind::kStatic && control.kind != ControlKind::kButton;
+}
+
+// Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
+// name.
+QString TitleFor(const std::string& text) {
+  QString title = OneLine(ToQString(text));
+  title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+  return title.isEmpty() ? QStringLiteral(" ") : title;
+}
+
+}  // namespace
+
+DialogWindow::DialogWindow(const display::Window& description, Report report)
+    : ModalWindow(std::move(report)), description_(description) {
+  const Rect& content = description_.content;
+  setWindowTitle(TitleFor(description_.title));
+  setFixedSize(content.right - content.left, content.bottom - content.top);
+  Place();
+  Build();
+  OrderTabs();
+  NameInputs();
+}
+
+// The place is that of the content, wherever the frame is.
+void DialogWindow::Place() {
+  setGeometry({{description_.content.left, description_.content.top}, size()});
+}
+
+// A window manager may have moved a new window onto the screen, though it was to stand beyond its
+// edge. Once it is active it is the user's to move.
+bool DialogWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && !placed_) {
+    placed_ = true;
+    const Rect& content = description_.content;
+    if (geometry().topLeft() != QPoint(content.left, content.top)) Place();
+  }
+  return ModalWindow::event(event);
+}
+
+void DialogWindow::Build() {
+  for (const Control& control : description_.controls) {
+    ControlView* view =
+        MakeControlView(control, this, [this](const auto& action) { Send(action); });
+    AddView(view);
+    view->Update(control);
+    if (control.focused) view->Widget()->setFocus();
+  }
+}
+
+void DialogWindow::Change(std::size_t index, const Control& control) {
+  Control& known = description_.controls.at(index);
+  const bool focus_moved = control.focused && !known.focused;
+  known = control;
+  View(index)->Update(control);
+  if (focus_moved) View(index)->Widget()->setFocus();
+}
+
+// Fields or the list first, then the buttons.
+void DialogWindow::OrderTabs() {
+  std::vector<QWidget*> inputs;
+  std::vector<QWidget*> buttons;
+  for (std::size_t i = 0; i < description_.controls.size(); ++i) {
+    const Control& control = description_.controls[i];
+    if (IsInput(control)) inputs.push_back(View(i)->Widget());
+    if (control.kind == ControlKind::kButton) buttons.push_back(View(i)->Widget());
+  }
+  inputs.insert(inputs.end(), buttons.begin(), buttons.end());
+  SetTabOrder(std::move(inputs));
+}
+
+// A label is the static text whose id is one below its field's. The list and the window itself go
+// by the message, which is number 1.
+void DialogWindow::NameInputs() {
+  for (const Control& label : description_.controls) {
+    if (label.kind != ControlKind::kStatic) continue;
+    const QString text = ToQString(label.text.value_or(""));
+    if (label.id == 1) setAccessibleDescription(text);
+    for (std::size_t i = 0; i < description_.controls.size(); ++i) {
+      const Control& input = description_.controls[i];
+      const bool labels =
+          input.kind == ControlKind::kList ? label.id == 1 : input.id == label.id + 1;
+      if (IsInput(input) && labels) View(i)->Widget()->setAccessibleName(text);
+    }
+  }
+}
+
+}  // namespace desktop

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "displays/desktop/modal_window.h"
+
+namespace desktop {
+
+// A dialog at its place on the screen with its controls at theirs.
+class DialogWindow : public ModalWindow {
+ public:
+  DialogWindow(const display::Window& description, Report report);
+
+  // Control `index` now is as described. The focus moves only where the host has moved it.
+  void Change(std::size_t index, const display::Control& control);
+
+  QAccessible::Role AccessibleRole() const override { return QAccessible::Dialog; }
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  void Place();
+  void Build();
+  void OrderTabs();
+  void NameInputs();
+
+  display::Window description_;
+  bool placed_ = false;
+};
+
+}  // namespace desktop

@@ -1,0 +1,37 @@
+#include "displays/desktop/edit_text.h"
+
+#include <limits>
+
+#include "displays/desktop/look.h"
+#include "displays/desktop/text.h"
+
+namespace desktop {
+
+using display::Action;
+
+EditText::EditText(const display::Control& control, QWidget* parent)
+    : QLineEdit(parent), number_(FieldNumber(control)) {
+  setMaxLength(std::numeric_limits<int>::max());
+  if (control.kind == display::ControlKind::kPassword) setEchoMode(QLineEdit::Password);
+  setFont(SmallFont());
+  setTextMargins(1, 0, 1, 0);  // the text begins at the rectangle: Qt keeps 3 pixels
+  setGeometry(RectOf(control).adjusted(-kFieldFrame, -kFieldFrame, kFieldFrame, kFieldFrame));
+  connect(this, &QLineEdit::textEdited, this, [this] { edited_ = true; });
+}
+
+// A password is never told, so the host's empty text is no reason to empty the field.
+void EditText::Update(const display::Control& control) {
+  const QString content = ToQString(control.text.value_or(""));
+  const bool known = echoMode() == QLineEdit::Normal;
+  if (known && !edited_ && content != text()) setText(content);
+  setEnabled(control.enabled);
+  setVisible(control.visible);
+}
+
+std::optional<Action> EditText::TakeEdit() {
+  if (!edited_) return std::nullopt;
+  edited_ = false;
+  return Action{.kind = Action::Kind::kEnter, .number = number_, .text = text().toStdString()};
+}
+
+}  // namespace desktop

@@ -1,0 +1,272 @@
+#include "displays/desktop/look.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QFontDatabase>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include "displays/desktop/colours.h"
+#include "displays/desktop/text.h"
+
+namespace desktop {
+namespace {
+
+constexpr int kFontPixels = 11;
+constexpr int kMessagePixels = 13;
+constexpr int kScrollBarWidth = 17;
+constexpr int kListFrame = 2;
+constexpr double kRadius = 4;
+constexpr int kBezelInset = 3;  // a button's bezel is lower than its rectangle
+constexpr double kToggleSize = 15;
+constexpr int kRowMargin = 5;
+
+QFont SystemFont(int pixels) {
+  QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+  font.setPixelSize(pixels);
+  return font;
+}
+
+QColor Mix(const QColor& a, const QColor& b, double share_of_b) {
+  const auto mix = [share_of_b](int x, int y) {
+    return static_cast<int>(x + (y - x) * share_of_b + 0.5);
+  };
+  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+// The colours of one widget in the state that it is in.
+struct Colors {
+  explicit Colors(const QWidget& widget) : palette(widget.palette()) {
+    if (!widget.isEnabled()) group = QPalette::Disabled;
+  }
+  QColor Of(QPalette::ColorRole role) const { return palette.color(group, role); }
+  QColor Border() const { return Mix(Of(QPalette::Window), Of(QPalette::WindowText), 0.35); }
+  QColor Accent() const { return palette.color(QPalette::Active, QPalette::Highlight); }
+  bool Dark() const { return Of(QPalette::Window).lightness() < 128; }
+
+  QPalette palette;
+  QPalette::ColorGroup group = QPalette::Active;
+};
+
+// A rounded rectangle whose border lies inside `rect`.
+void DrawRounded(QPainter& painter, const QRectF& rect, const QColor& fill, const QColor& border,
+                 double width = 1, double radius = kRadius) {
+  const double half = width / 2;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(border, width));
+  painter.setBrush(fill);
+  painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), radius, radius);
+}
+
+QColor PressedOrHovered(const QColor& color, const QAbstractButton& button) {
+  if (button.isDown()) return color.darker(115);
+  return button.underMouse() && button.isEnabled() ? color.lighter(105) : color;
+}
+
+QColor ButtonFill(const QWidget& button, bool is_default) {
+  const Colors colors(button);
+  if (is_default && button.isEnabled()) return colors.Accent().darker(115);  // its text is white
+  const QColor raised = colors.Dark() ? Mix(colors.Of(QPalette::Button), Qt::white, 0.08)
+                                      : Mix(colors.Of(QPalette::Button), Qt::white, 0.65);
+  return button.isEnabled() ? raised : colors.Of(QPalette::Window);
+}
+
+void DrawFocusRing(QPainter& painter, const QWidget& toggle, const QRectF& around, double radius) {
+  if (!toggle.hasFocus()) return;
+  QColor ring = Colors(toggle).Accent();
+  ring.setAlphaF(0.55F);
+  DrawRounded(painter, around.adjusted(-2, -2, 2, 2), Qt::transparent, ring, 2, radius + 2);
+}
+
+QRectF ToggleRect(const QWidget& toggle) {
+  const double margin = (toggle.height() - kToggleSize) / 2;
+  return {margin, margin, kToggleSize, kToggleSize};
+}
+
+struct ToggleColors {
+  QColor fill, border, mark;
+};
+
+ToggleColors ColorsOf(const QAbstractButton& toggle) {
+  const Colors colors(toggle);
+  if (!toggle.isChecked()) {
+    return {PressedOrHovered(colors.Of(QPalette::Base), toggle), colors.Border(), {}};
+  }
+  const QColor on = toggle.isEnabled() ? colors.Accent() : colors.Border();
+  return {PressedOrHovered(on, toggle), on.darker(110), colors.Of(QPalette::HighlightedText)};
+}
+
+void DrawFieldFrame(QPainter& painter, const QWidget& field) {
+  const Colors colors(field);
+  const bool focused = field.hasFocus();
+  const QColor fill = field.isEnabled() ? colors.Of(QPalette::Base) : colors.Of(QPalette::Window);
+  DrawRounded(painter, field.rect(), fill, focused ? colors.Accent() : colors.Border(),
+              focused ? 2 : 1);
+}
+
+class Style : public QProxyStyle {
+ public:
+  Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    if (metric == PM_ScrollBarExtent) return kScrollBarWidth;
+    if (metric == PM_DefaultFrameWidth && IsListBox(widget)) return kListFrame;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
+  // Menus open below their button, as elsewhere on this desktop.
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override {
+    if (hint == SH_ComboBox_Popup) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element == PE_PanelLineEdit && widget) return DrawFieldFrame(*painter, *widget);
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    if (element == CE_ShapedFrame && IsListBox(widget)) return DrawListFrame(*painter, *widget);
+    QProxyStyle::drawControl(element, option, painter, widget);
+  }
+
+ private:
+  // The list of an open menu is a list in a window of its own.
+  static bool IsListBox(const QWidget* widget) { return widget && widget->inherits("QListWidget"); }
+
+  static void DrawListFrame(QPainter& painter, const QWidget& list) {
+    const Colors colors(list);
+    const QRectF outer(list.rect());
+    if (list.hasFocus()) {
+      DrawRounded(painter, outer, colors.Of(QPalette::Base), colors.Accent(), 2, 3);
+    } else {
+      DrawRounded(painter, outer.adjusted(1, 1, -1, -1), colors.Of(QPalette::Base), colors.Border(),
+                  1, 1);
+    }
+  }
+};
+
+}  // namespace
+
+void SetUpLook() {
+  if (DesktopPrefersDark()) QApplication::setPalette(DarkPalette());
+  QApplication::setStyle(new Style);
+  QApplication::setFont(SmallFont());
+}
+
+QFont SmallFont() { return SystemFont(kFontPixels); }
+
+QFont MessageFont() {
+  QFont font = SystemFont(kMessagePixels);
+  font.setBold(true);
+  return font;
+}
+
+void DrawPopupFrame(QPainter& painter, const QWidget& popup, bool open) {
+  const Colors colors(popup);
+  const bool ringed = popup.hasFocus() || open;
+  QColor fill = ButtonFill(popup, false);
+  if (open) fill = fill.darker(106);
+  DrawRounded(painter, popup.rect(), fill, ringed ? colors.Accent() : colors.Border(),
+              ringed ? 2 : 1);
+
+  const QPointF tip(popup.width() - 13.0, popup.height() / 2.0 + 2);
+  painter.setPen(
+      QPen(colors.Of(QPalette::ButtonText), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(QPolygonF({tip + QPointF(-4, -4), tip, tip + QPointF(4, -4)}));
+}
+
+void DrawButtonFrame(QPainter& painter, const QAbstractButton& button, bool is_default) {
+  const QRectF bezel = QRectF(button.rect()).adjusted(0, kBezelInset, 0, -kBezelInset);
+  const QColor fill = PressedOrHovered(ButtonFill(button, is_default), button);
+  const bool accented = is_default && button.isEnabled();
+  const Colors colors(button);
+  if (!accented) {
+    const bool focused = button.hasFocus();
+    DrawRounded(painter, bezel, fill, focused ? colors.Accent() : colors.Border(), focused ? 2 : 1);
+    return;
+  }
+  DrawRounded(painter, bezel, fill, fill.darker(115));
+  if (button.hasFocus()) {
+    DrawRounded(painter, bezel.adjusted(2, 2, -2, -2), Qt::transparent,
+                colors.Of(QPalette::HighlightedText), 1, kRadius - 1);
+  }
+}
+
+QColor ButtonTextColor(const QWidget& button, bool is_default) {
+  const bool accented = is_default && button.isEnabled();
+  return Colors(button).Of(accented ? QPalette::HighlightedText : QPalette::ButtonText);
+}
+
+void DrawCheckBox(QPainter& painter, const QAbstractButton& box) {
+  const QRectF rect = ToggleRect(box);
+  const ToggleColors colors = ColorsOf(box);
+  DrawRounded(painter, rect, colors.fill, colors.border, 1, 3);
+  if (box.isChecked()) {
+    painter.setPen(QPen(colors.mark, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(
+        QPolygonF({rect.topLeft() + QPointF(3.5, 7.5), rect.topLeft() + QPointF(6.5, 10.5),
+                   rect.topLeft() + QPointF(11.5, 4.5)}));
+  }
+  DrawFocusRing(painter, box, rect, 3);
+}
+
+void DrawRadioButton(QPainter& painter, const QAbstractButton& button) {
+  const QRectF rect = ToggleRect(button);
+  const ToggleColors colors = ColorsOf(button);
+  DrawRounded(painter, rect, colors.fill, colors.border, 1, kToggleSize / 2);
+  if (button.isChecked()) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colors.mark);
+    painter.drawEllipse(rect.center(), 3, 3);
+  }
+  DrawFocusRing(painter, button, rect, kToggleSize / 2);
+}
+
+void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text) {
+  const QString line = OneLine(text);
+  painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   painter.fontMetrics().elidedText(line, Qt::ElideRight, rect.width()));
+}
+
+void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  const bool selected = option.state & QStyle::State_Selected;
+  painter->save();
+  if (selected) painter->fillRect(option.rect, option.palette.highlight());
+  if (option.state & QStyle::State_HasFocus) {
+    const QColor base =
+        option.palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight);
+    DrawRounded(*painter, option.rect, Qt::transparent, base, 1, 2);
+  }
+  painter->setFont(option.font);
+  painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+  DrawOneLine(*painter, option.rect.adjusted(kRowMargin, 0, -kRowMargin, 0),
+              index.data().toString());
+  painter->restore();
+}
+
+QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const int text = option.fontMetrics.horizontalAdvance(OneLine(index.data().toString()));
+  return {text + 2 * kRowMargin, height_};
+}
+
+bool LineDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                             const QStyleOptionViewItem& option, const QModelIndex& index) {
+  if (event->type() != QEvent::ToolTip) return false;
+  const QString text = index.data().toString();
+  const bool cut = IsCut(text, view->font(), option.rect.width() - 2 * kRowMargin);
+  ShowToolTip(cut ? text : QString(), event->globalPos(), view);
+  return true;
+}
+
+}  // namespace desktop

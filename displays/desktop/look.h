@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QStyledItemDelegate>
+
+class QAbstractButton;
+class QPainter;
+class QWidget;
+
+// How everything looks, in the colours of the desktop's palette.
+namespace desktop {
+
+// Call once, right after the application is made.
+void SetUpLook();
+
+// The small system font, 11 pixels, that all controls have, and the bold one of an alert's message.
+QFont SmallFont();
+QFont MessageFont();
+
+// How far the frame of an edit text or pop-up stands outside the control's rectangle, above and
+// below; a line of text is lower than a comfortable field.
+constexpr int kFieldFrame = 4;
+
+void DrawPopupFrame(QPainter& painter, const QWidget& popup, bool open);
+void DrawButtonFrame(QPainter& painter, const QAbstractButton& button, bool is_default);
+void DrawCheckBox(QPainter& painter, const QAbstractButton& box);
+void DrawRadioButton(QPainter& painter, const QAbstractButton& button);
+QColor ButtonTextColor(const QWidget& button, bool is_default);
+
+// One line, elided at the end, starting at the side where its script starts.
+void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text);
+
+// The rows of a list and the items of a menu: one elided line each, of one height. The
+// whole of a text that does not fit is its tool tip.
+class LineDelegate : public QStyledItemDelegate {
+ public:
+  LineDelegate(int height, QObject* parent) : QStyledItemDelegate(parent), height_(height) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
+
+ private:
+  int height_;
+};
+
+}  // namespace desktop

@@ -1,0 +1,69 @@
+// tarvo-desktop --connection FD    shows dialogs for the host at the other end of the socket
+// tarvo-desktop --render FILE      draws the description on standard input into a PNG
+
+#include <QApplication>
+#include <cstdio>
+#include <string>
+
+#include "displays/desktop/look.h"
+#include "displays/desktop/render.h"
+#include "displays/desktop/screen_probe.h"
+#include "displays/desktop/session.h"
+
+namespace {
+
+// What Qt remarks on the desktop around it is of no use to the host's user.
+void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type != QtCriticalMsg && type != QtFatalMsg) return;
+  std::fprintf(stderr, "tarvo-desktop: %s\n", text.toLocal8Bit().constData());
+}
+
+int ServeHost(int argc, char** argv, int fd) {
+  const std::string reason = desktop::ProbeScreen();
+  if (!reason.empty()) {
+    desktop::ReportNoScreen(fd, reason);
+    return 1;
+  }
+  QApplication application(argc, argv);
+  desktop::SetUpLook();
+  desktop::Session session(fd);
+  return QApplication::exec();
+}
+
+int Render(int argc, char** argv, const std::string& file) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  desktop::SetUpLook();
+  const std::string error = desktop::RenderDialog(file);
+  if (error.empty()) return 0;
+  std::fprintf(stderr, "tarvo-desktop: %s\n", error.c_str());
+  return 1;
+}
+
+int Usage() {
+  std::fprintf(stderr, "usage: tarvo-desktop --connection FD | --render FILE\n");
+  return 2;
+}
+
+// A whole number that can be a file descriptor, or -1.
+int DescriptorFrom(const std::string& text) {
+  const bool digits =
+      !text.empty() && text.size() < 9 && text.find_first_not_of("0123456789") == std::string::npos;
+  return digits ? std::stoi(text) : -1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) return Usage();
+  const std::string option = argv[1];
+  const std::string argument = argv[2];
+  int own_arguments = 1;  // Qt is to read none of them
+  qInstallMessageHandler(PrintErrorsOnly);
+  QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
+  QApplication::setQuitOnLastWindowClosed(false);
+  if (option == "--render") return Render(own_arguments, argv, argument);
+  const int fd = DescriptorFrom(argument);
+  if (option != "--connection" || fd < 0) return Usage();
+  return ServeHost(own_arguments, argv, fd);
+}

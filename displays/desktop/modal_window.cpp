@@ -1,0 +1,122 @@
+#include "displays/desktop/modal_window.h"
+
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QWindow>
+#include <algorithm>
+
+#include "displays/desktop/text.h"
+
+namespace desktop {
+namespace {
+
+using display::Action;
+
+QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+  auto* window = dynamic_cast<ModalWindow*>(object);
+  return window ? new QAccessibleWidget(window, window->AccessibleRole()) : nullptr;
+}
+
+}  // namespace
+
+ModalWindow::ModalWindow(Report report)
+    : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowStaysOnTopHint),
+      report_(std::move(report)) {
+  static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
+  static_cast<void>(accessible);
+  setWindowModality(Qt::ApplicationModal);
+  setFocusPolicy(Qt::StrongFocus);  // holds the focus where no control has it
+  qApp->installEventFilter(this);
+}
+
+void ModalWindow::Present() {
+  StandAboveHostWindow();
+  if (!focusWidget()) setFocus();
+  show();
+  activateWindow();
+}
+
+void ModalWindow::Send(const Action& action) {
+  QGuiApplication::inputMethod()->commit();
+  for (ControlView* view : views_) {
+    if (const auto edit = view->TakeEdit()) report_(*edit);
+  }
+  report_(action);
+}
+
+bool ModalWindow::focusNextPrevChild(bool next) {
+  std::vector<QWidget*> order = tab_order_;
+  std::erase_if(order,
+                [](QWidget* widget) { return !widget->isVisible() || !widget->isEnabled(); });
+  if (order.empty()) return false;
+  if (!next) std::reverse(order.begin(), order.end());
+
+  const auto current = std::find(order.begin(), order.end(), focusWidget());
+  const bool wraps = current == order.end() || current + 1 == order.end();
+  (wraps ? order.front() : *(current + 1))
+      ->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
+}
+
+// Keys are taken before the widget that has the focus sees them; an open menu keeps its own.
+bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
+  auto* widget = qobject_cast<QWidget*>(object);
+  if (!widget || widget->window() != this) return false;
+  if (event->type() == QEvent::KeyPress && !QApplication::activePopupWidget()) {
+    return HandleKey(*static_cast<QKeyEvent*>(event));
+  }
+  if (event->type() == QEvent::ToolTip) {
+    return ShowCutText(widget, static_cast<QHelpEvent*>(event)->globalPos());
+  }
+  return false;
+}
+
+// A key that is still held down from the dialog before answers nothing.
+bool ModalWindow::HandleKey(const QKeyEvent& key) {
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (!key.isAutoRepeat()) Send({.kind = Action::Kind::kReturn, .text = {}});
+      return true;
+    case Qt::Key_Escape:
+      if (!key.isAutoRepeat()) Send({.kind = Action::Kind::kEscape, .text = {}});
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {
+  for (ControlView* view : views_) {
+    if (view->Widget() != object) continue;
+    ShowToolTip(view->CutText(), position, this);
+    return true;
+  }
+  return false;
+}
+
+void ModalWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  Send({.kind = Action::Kind::kClose, .text = {}});
+}
+
+// The host names its window in WINDOWID, as terminals do; only X11 has such numbers.
+void ModalWindow::StandAboveHostWindow() {
+  bool known = false;
+  const WId id = qEnvironmentVariable("WINDOWID").toULongLong(&known, 0);
+  if (!known || QGuiApplication::platformName() != QLatin1String("xcb")) return;
+  host_window_.reset(QWindow::fromWinId(id));
+  winId();  // makes the native window
+  if (host_window_) windowHandle()->setTransientParent(host_window_.get());
+}
+
+void WindowCloser::operator()(ModalWindow* window) const {
+  window->hide();
+  window->deleteLater();
+}
+
+}  // namespace desktop

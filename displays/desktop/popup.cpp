@@ -1,0 +1,106 @@
+#include "displays/desktop/popup.h"
+
+#include <QAbstractItemView>
+#include <QAccessibleWidget>
+#include <QPainter>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "displays/desktop/look.h"
+#include "displays/desktop/text.h"
+
+namespace desktop {
+namespace {
+
+using display::Action;
+
+constexpr int kItemHeight = 20;
+constexpr int kScrollBarRoom = 20;
+constexpr int kMostWidth = 600;
+
+QStringList ItemTexts(const display::Control& control) {
+  QStringList texts;
+  for (const std::string& item : *control.items) texts += ToQString(item);
+  return texts;
+}
+
+// A pop-up for a screen reader. Qt's own would go by the item that it shows, not by its label.
+class AccessiblePopup : public QAccessibleWidget {
+ public:
+  explicit AccessiblePopup(Popup* popup)
+      : QAccessibleWidget(popup, QAccessible::ComboBox), popup_(popup) {}
+
+  QString text(QAccessible::Text text) const override {
+    const bool value = text == QAccessible::Value || text == QAccessible::Description;
+    return value ? popup_->currentText() : QAccessibleWidget::text(text);
+  }
+
+  // Its one child is the list of the items.
+  int childCount() const override { return 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(popup_->view()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child && child->object() == popup_->view() ? 0 : -1;
+  }
+
+  QStringList actionNames() const override { return {showMenuAction(), setFocusAction()}; }
+  void doAction(const QString& action) override {
+    if (action == showMenuAction()) popup_->showPopup();
+    if (action == setFocusAction()) popup_->setFocus();
+  }
+
+ private:
+  Popup* popup_;
+};
+
+QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+  auto* popup = dynamic_cast<Popup*>(object);
+  return popup ? new AccessiblePopup(popup) : nullptr;
+}
+
+}  // namespace
+
+Popup::Popup(const display::Control& control, QWidget* parent, Report report) : QComboBox(parent) {
+  static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
+  static_cast<void>(accessible);
+  setFont(SmallFont());
+  setGeometry(RectOf(control).adjusted(0, -kFieldFrame, 1, kFieldFrame));
+  setItemDelegate(new LineDelegate(kItemHeight, this));
+  setAttribute(Qt::WA_Hover);
+  if (control.items) addItems(ItemTexts(control));
+  connect(this, &QComboBox::activated, this, [number = FieldNumber(control), report](int index) {
+    report({.kind = Action::Kind::kChoose, .number = number, .item = index + 1, .text = {}});
+  });
+}
+
+void Popup::Update(const display::Control& control) {
+  setCurrentIndex(control.value.value_or(0) - 1);
+  setEnabled(control.enabled);
+  setVisible(control.visible);
+}
+
+QString Popup::CutText() const {
+  return IsCut(currentText(), font(), TextRect().width()) ? currentText() : QString();
+}
+
+// The menu is as wide as its items, within reason.
+void Popup::showPopup() {
+  if (count() == 0) return;
+  view()->setMinimumWidth(std::min(view()->sizeHintForColumn(0) + kScrollBarRoom, kMostWidth));
+  QComboBox::showPopup();
+}
+
+QRect Popup::TextRect() const { return rect().adjusted(kFieldFrame + 4, 0, -22, 0); }
+
+void Popup::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  DrawPopupFrame(painter, *this, view()->isVisible());
+  painter.setPen(ButtonTextColor(*this, false));
+  DrawOneLine(painter, TextRect(), currentText());
+}
+
+// Turning the wheel over a closed pop-up would choose by accident.
+void Popup::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+}  // namespace desktop

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QComboBox>
+
+#include "displays/desktop/control_view.h"
+
+namespace desktop {
+
+// A pop-up button: shows one item of its menu and opens the whole menu.
+class Popup : public QComboBox, public ControlView {
+ public:
+  Popup(const display::Control& control, QWidget* parent, Report report);
+
+  QWidget* Widget() override { return this; }
+  void Update(const display::Control& control) override;
+  QString CutText() const override;
+
+  void showPopup() override;
+
+ protected:
+  void paintEvent(QPaintEvent*) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  QRect TextRect() const;
+};
+
+}  // namespace desktop

@@ -1,0 +1,58 @@
+#include "displays/desktop/push_button.h"
+
+#include <QPainter>
+#include <algorithm>
+
+#include "displays/desktop/look.h"
+#include "displays/desktop/text.h"
+
+namespace desktop {
+namespace {
+
+using display::Action;
+
+constexpr int kTextMargin = 7;
+constexpr int kLeastWidth = 90;
+constexpr int kMostWidth = 220;
+constexpr int kHeight = 32;
+
+}  // namespace
+
+PushButton::PushButton(const display::Control& control, QWidget* parent, Report report)
+    : QPushButton(parent) {
+  setFont(SmallFont());
+  setGeometry(RectOf(control));
+  setAttribute(Qt::WA_Hover);
+  connect(this, &QPushButton::clicked, this, [number = ButtonNumber(control), report] {
+    report({.kind = Action::Kind::kPress, .number = number, .text = {}});
+  });
+}
+
+void PushButton::Update(const display::Control& control) {
+  text_ = ToQString(control.text.value_or(""));
+  setAccessibleName(text_);
+  setDefault(control.is_default);
+  setEnabled(control.enabled);
+  setVisible(control.visible && !control.is_cancel);
+  update();
+}
+
+QString PushButton::CutText() const {
+  return IsCut(text_, font(), width() - 2 * kTextMargin) ? text_ : QString();
+}
+
+QSize PushButton::sizeHint() const {
+  const int wanted = fontMetrics().horizontalAdvance(OneLine(text_)) + 4 * kTextMargin;
+  return {std::clamp(wanted, kLeastWidth, kMostWidth), kHeight};
+}
+
+void PushButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  DrawButtonFrame(painter, *this, isDefault());
+  painter.setPen(ButtonTextColor(*this, isDefault()));
+  const QRect room = rect().adjusted(kTextMargin, 0, -kTextMargin, 0);
+  painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine,
+                   fontMetrics().elidedText(OneLine(text_), Qt::ElideRight, room.width()));
+}
+
+}  // namespace desktop

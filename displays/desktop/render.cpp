@@ -1,0 +1,36 @@
+#include "displays/desktop/render.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <exception>
+#include <iostream>
+
+#include "displays/desktop/make_window.h"
+#include "displays/desktop/text.h"
+#include "platform/carbon/display_json.h"
+
+namespace desktop {
+namespace {
+
+std::string Draw(const display::Description& description, const std::string& file) {
+  const WindowPointer window = MakeWindow(description, [](const display::Action&) {});
+  QApplication::setCursorFlashTime(0);  // a text cursor that is seen at every moment
+  window->Present();
+  QApplication::processEvents();
+  if (!window->grab().save(ToQString(file), "PNG")) return "cannot write " + file;
+  return "";
+}
+
+}  // namespace
+
+std::string RenderDialog(const std::string& file) {
+  std::string line;
+  std::getline(std::cin, line);
+  try {
+    return Draw(display::DescriptionFromJson(display::Json::parse(line)), file);
+  } catch (const std::exception& error) {
+    return "the description on standard input: " + std::string(error.what());
+  }
+}
+
+}  // namespace desktop

@@ -1,0 +1,70 @@
+#include "displays/desktop/screen_probe.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace desktop {
+namespace {
+
+std::string Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+bool XServerAnswers() {
+  if (Environment("DISPLAY").empty()) return false;
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  const bool answers = xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return answers;
+}
+
+std::string WaylandSocketPath() {
+  const std::string name = Environment("WAYLAND_DISPLAY");
+  if (name.empty() || name.front() == '/') return name;
+  return Environment("XDG_RUNTIME_DIR") + "/" + name;
+}
+
+bool WaylandAnswers() {
+  const std::string path = WaylandSocketPath();
+  sockaddr_un address{};
+  if (path.empty() || path.size() >= sizeof address.sun_path) return false;
+  address.sun_family = AF_UNIX;
+  std::memcpy(address.sun_path, path.c_str(), path.size());
+  const int socket_fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (socket_fd < 0) return false;
+  const bool answers =
+      connect(socket_fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  close(socket_fd);
+  return answers;
+}
+
+std::string WhyNone() {
+  const std::string x11 = Environment("DISPLAY");
+  const std::string wayland = Environment("WAYLAND_DISPLAY");
+  if (x11.empty() && wayland.empty()) return "neither DISPLAY nor WAYLAND_DISPLAY is set";
+  return "no answer from the screen " + (x11.empty() ? wayland : x11);
+}
+
+}  // namespace
+
+std::string ProbeScreen() {
+  const std::string platform = Environment("QT_QPA_PLATFORM");
+  const bool x11_wanted = platform.empty() || platform.starts_with("xcb");
+  const bool wayland_wanted = platform.empty() || platform.starts_with("wayland");
+  if (!x11_wanted && !wayland_wanted) return "";  // a platform that needs no server
+
+  const bool x11 = x11_wanted && XServerAnswers();
+  const bool wayland = wayland_wanted && WaylandAnswers();
+  if (!x11 && !wayland) return WhyNone();
+  if (x11 != wayland) setenv("QT_QPA_PLATFORM", x11 ? "xcb" : "wayland", 0);
+  return "";
+}
+
+}  // namespace desktop

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "displays/desktop/connection.h"
+#include "displays/desktop/modal_window.h"
+
+namespace desktop {
+
+// Serves one host over its socket, dialog after dialog, until the host ends.
+class Session {
+ public:
+  // Takes ownership of the socket `fd` and tells the host that the screen is there.
+  explicit Session(int fd);
+
+ private:
+  void Receive(const display::Json& message);
+  void Open(const display::Json& message);
+  void Change(const display::Json& message);
+  void Close();
+  void AnnounceScreen();
+  void WatchScreen();
+
+  Connection connection_;
+  WindowPointer window_;
+  int dialog_ = 0;  // the number that the host gave to the open dialog
+};
+
+// Tells the host on the socket `fd` that there is no screen and why. Needs no Qt.
+void ReportNoScreen(int fd, const std::string& reason);
+
+}  // namespace desktop

@@ -1,0 +1,53 @@
+#include "displays/desktop/static_text.h"
+
+#include <QPainter>
+
+#include "displays/desktop/look.h"
+#include "displays/desktop/text.h"
+
+namespace desktop {
+namespace {
+
+constexpr int kMessagePadding = 3;
+
+// Statics that have a field's label number; the message is number 1.
+bool IsLabel(const display::Control& control) { return control.id >= display::FieldId(1) - 1; }
+
+}  // namespace
+
+StaticText::StaticText(const display::Control& control, QWidget* parent)
+    : QLabel(parent), is_label_(IsLabel(control)) {
+  setTextFormat(Qt::PlainText);
+  setFont(SmallFont());
+  setGeometry(RectOf(control));
+}
+
+void StaticText::Update(const display::Control& control) {
+  text_ = ToQString(control.text.value_or(""));
+  setAccessibleName(text_);
+  setEnabled(control.enabled);
+  setVisible(control.visible);
+  update();
+}
+
+QString StaticText::CutText() const {
+  return FitText(text_, font(), TextRect().size()).cut ? text_ : QString();
+}
+
+QRect StaticText::TextRect() const {
+  if (!is_label_) {
+    return rect().adjusted(kMessagePadding, kMessagePadding, -kMessagePadding, 0);
+  }
+  // A label stands on the line of the text in its field.
+  const int line = fontMetrics().lineSpacing();
+  return {0, (height() - line) / 2, width(), line};
+}
+
+void StaticText::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
+  painter.setPen(palette().color(group, QPalette::WindowText));
+  DrawBlock(painter, TextRect(), FitText(text_, font(), TextRect().size()), is_label_);
+}
+
+}  // namespace desktop

@@ -1,0 +1,163 @@
+// Each kind of control, used by keys and pointer.
+
+#include "tests/desktop/user_test.h"
+
+namespace desktop_test {
+namespace {
+
+using Controls = UserTest;
+
+TEST_F(Controls, EditedFieldsAreReportedOnceBeforeTheNextAction) {
+  Open(Dialog({Field(1, ControlKind::kEdit, "Ann"), Field(2, ControlKind::kPassword),
+               Field(3, ControlKind::kEdit, "as it was")},
+              1));
+  user_.Key("End");
+  user_.Type(" & <b>Lee</b>");
+  user_.Key("Tab");
+  user_.Type("secret");
+  user_.Key("Return");
+  EXPECT_EQ(Next(), "enter 1 Ann & <b>Lee</b>");
+  EXPECT_EQ(Next(), "enter 2 secret");
+  EXPECT_EQ(Next(), "return");
+  EXPECT_EQ(AfterKey("KP_Enter"), "return");
+}
+
+TEST_F(Controls, HostsTextReplacesWhatTheFieldShows) {
+  display::Window dialog = Dialog({Field(1, ControlKind::kEdit, "before")}, 1);
+  Open(dialog);
+  Control& field = dialog.controls[FieldIndex(1)];
+  field.text = "after";
+  display_.Change(FieldIndex(1), field);
+  dialog.controls[1].text = "Changed";  // seen when the change before it has been shown, too
+  const unsigned before = user_.PixelAt(kLeft + 330, kTop + 200);
+  dialog.controls[1].enabled = false;
+  display_.Change(1, dialog.controls[1]);
+  ASSERT_TRUE(user_.WaitForChange(kLeft + 330, kTop + 200, before));
+  user_.Key("End");
+  user_.Type("!");
+  user_.Key("Return");
+  EXPECT_EQ(Next(), "enter 1 after!");
+  EXPECT_EQ(Next(), "return");
+}
+
+TEST_F(Controls, PasswordIsNotOfferedToTheClipboard) {
+  Open(Dialog({Field(1, ControlKind::kPassword), Field(2, ControlKind::kEdit)}, 1));
+  user_.Type("secret");
+  user_.Key("ctrl+a ctrl+c Tab ctrl+v x Return");
+  EXPECT_EQ(Next(), "enter 1 secret");
+  EXPECT_EQ(Next(), "enter 2 x");
+}
+
+TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
+  display::Window dialog = Dialog({PopupField(1, {"Red", "Green", "Blue"}), PopupField(2, {})}, 1);
+  Control& popup = dialog.controls[FieldIndex(1)];
+  popup.min = popup.max = 1;  // says what is shown, not what can be chosen
+  Open(dialog);
+  EXPECT_EQ(AfterKey("Down"), "choose 1 2");
+  EXPECT_EQ(AfterKey("Return"), "return");
+  EXPECT_EQ(AfterKey("space Down Return"), "choose 1 3");
+  EXPECT_EQ(AfterKey("space Return"), "choose 1 3");  // the same again is a choice, too
+  EXPECT_EQ(AfterKey("space Escape Escape"), "escape");
+  EXPECT_EQ(AfterKey("Return"), "return");                 // the menu's Escape was not reported
+  EXPECT_EQ(AfterKey("Tab Down space Return"), "return");  // an empty menu
+}
+
+TEST_F(Controls, TogglesReportClicksAndShowWhatTheHostSays) {
+  display::Window dialog =
+      Dialog({Field(1, ControlKind::kCheckBox), Field(2, ControlKind::kRadio)}, 1);
+  dialog.controls[FieldIndex(2)].value = 1;
+  Open(dialog);
+  const unsigned off = user_.PixelAt(kLeft + 150, kTop + 64);
+  EXPECT_EQ(AfterKey("space"), "click 1");
+  EXPECT_EQ(AfterClick(155, 67), "click 1");
+  EXPECT_EQ(AfterClick(155, 97), "click 2");  // it is on and stays on
+  user_.Click(kLeft + 30, kTop + 170);        // nothing is there
+  EXPECT_EQ(user_.PixelAt(kLeft + 150, kTop + 64), off);
+
+  dialog.controls[FieldIndex(1)].value = 1;
+  display_.Change(FieldIndex(1), dialog.controls[FieldIndex(1)]);
+  EXPECT_TRUE(user_.WaitForChange(kLeft + 150, kTop + 64, off));
+}
+
+TEST_F(Controls, ListReportsRowsByPointer) {
+  Open(ListDialog(true));
+  EXPECT_EQ(AfterClick(5, 108), "row 1 5");
+  EXPECT_EQ(AfterClick(402, 124), "row 2 402");
+  EXPECT_EQ(AfterClick(50, 140, "ctrl"), "row+ 3 50");
+  EXPECT_EQ(AfterClick(50, 172, "shift"), "row- 5 50");
+  for (const int beside : {4, 403, 419}) user_.Click(kLeft + beside, kTop + 130);
+  EXPECT_EQ(AfterClick(60, 108), "row 1 60");  // and no action for those beside the cells
+  EXPECT_EQ(AfterClick(60, 108), "row 1 60");  // the second click of a double click
+}
+
+TEST_F(Controls, ListReportsRowsByKeys) {
+  Open(ListDialog(true));
+  EXPECT_EQ(AfterKey("Tab Down"), "row 1 200");
+  EXPECT_EQ(AfterKey("Down"), "row 2 200");
+  EXPECT_EQ(AfterKey("shift+Down"), "row- 3 200");
+  EXPECT_EQ(AfterKey("space"), "row 3 200");
+  EXPECT_EQ(AfterKey("End"), "row 30 200");
+  EXPECT_EQ(AfterKey("Down Home"), "row 1 200");  // beyond the last row nothing changes
+  EXPECT_EQ(AfterKey("Next"), "row 11 200");
+  EXPECT_EQ(AfterKey("Prior"), "row 1 200");
+  EXPECT_EQ(AfterKey("Return"), "return");
+}
+
+TEST_F(Controls, ListShowsTheHostsSelection) {
+  display::Window dialog = ListDialog(true);
+  Control& list = dialog.controls[kListIndex];
+  list.selected = {2};
+  Open(dialog);
+  const unsigned free = user_.PixelAt(kLeft + 200, kTop + 108);
+  const unsigned selected = user_.PixelAt(kLeft + 200, kTop + 124);
+  EXPECT_NE(selected, free);
+  EXPECT_EQ(AfterClick(200, 156), "row 4 200");
+  list.selected = {1, 3};
+  display_.Change(kListIndex, list);
+  EXPECT_TRUE(user_.WaitForChange(kLeft + 200, kTop + 108, free));
+  EXPECT_TRUE(user_.WaitForChange(kLeft + 200, kTop + 124, selected));
+  EXPECT_TRUE(user_.WaitForChange(kLeft + 200, kTop + 140, free));
+}
+
+TEST_F(Controls, DisabledButtonIsPassedOver) {
+  display::Window dialog = Dialog({}, 0);
+  dialog.controls[1].enabled = false;
+  Open(dialog);
+  user_.Click(kLeft + 360, kTop + 204);
+  EXPECT_EQ(AfterKey("Tab space"), "press 2");
+  EXPECT_EQ(AfterKey("Tab space"), "press 2");
+  dialog.controls[1].enabled = true;
+  const unsigned disabled = user_.PixelAt(kLeft + 330, kTop + 200);
+  display_.Change(1, dialog.controls[1]);
+  ASSERT_TRUE(user_.WaitForChange(kLeft + 330, kTop + 200, disabled));
+  EXPECT_EQ(AfterClick(360, 204), "press 1");
+}
+
+TEST_F(Controls, TabGoesThroughFieldsThenButtonsAndWraps) {
+  Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kCheckBox)}, 0));
+  user_.Type("nobody has the focus");
+  EXPECT_EQ(AfterKey("Return"), "return");
+  EXPECT_EQ(AfterKey("Escape"), "escape");
+  user_.Key("Tab");
+  user_.Type("a");
+  EXPECT_EQ(AfterKey("Tab space"), "enter 1 a");
+  EXPECT_EQ(Next(), "click 2");
+  EXPECT_EQ(AfterKey("Tab space"), "press 1");
+  EXPECT_EQ(AfterKey("Tab space"), "press 2");
+  EXPECT_EQ(AfterKey("Return"), "return");  // for the default button, wherever the focus is
+  user_.Key("Tab End b");
+  EXPECT_EQ(AfterKey("shift+Tab space"), "enter 1 ab");
+  EXPECT_EQ(Next(), "press 2");
+}
+
+TEST_F(Controls, AlertAnswersKeysAndItsButtons) {
+  Open(display::Alert{2, "Delete?", "For good.", "Delete", "Cancel", "Other"});
+  EXPECT_EQ(AfterKey("Return"), "return");
+  EXPECT_EQ(AfterKey("Escape"), "escape");
+  EXPECT_EQ(AfterKey("space"), "press 1");
+  EXPECT_EQ(AfterKey("Tab space"), "press 2");
+  EXPECT_EQ(AfterKey("Tab space"), "press 3");
+}
+
+}  // namespace
+}  // namespace desktop_test

@@ -1,0 +1,107 @@
+// Dialogs drawn into a file, without a screen.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "platform/carbon/display_json.h"
+#include "tests/desktop/dialogs.h"
+#include "tests/desktop/x_session.h"
+
+namespace desktop_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Render : public testing::Test {
+ protected:
+  Render() {
+    unsetenv("DISPLAY");
+    fs::create_directory(folder_);
+  }
+  ~Render() override { fs::remove_all(folder_); }
+
+  // Runs the program on a line; returns what it says on standard error.
+  std::string Run(const std::string& line, const fs::path& file) {
+    std::ofstream(folder_ / "line") << line << '\n';
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "tarvo-desktop";
+    return OutputOf("exec 2>&1; '" + program.string() + "' --render '" + file.string() + "' < '" +
+                        (folder_ / "line").string() + "'",
+                    &status_);
+  }
+
+  // The bytes of the picture.
+  std::string Picture(const display::Description& dialog) {
+    const fs::path file = folder_ / "picture.png";
+    EXPECT_EQ(Run(display::ToJson(dialog).dump(), file), "");
+    EXPECT_EQ(status_, 0);
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+  std::string PictureOf(const std::string& message) {
+    display::Window dialog = Dialog({}, 0);
+    dialog.controls[0].text = message;
+    return Picture(dialog);
+  }
+
+  fs::path folder_ = fs::temp_directory_path() / ("render" + std::to_string(getpid()));
+  int status_ = 0;
+};
+
+// A whole number of a PNG's header.
+int HeaderNumber(const std::string& png, std::size_t at) {
+  int number = 0;
+  for (std::size_t i = at; i < at + 4; ++i)
+    number = number * 256 + static_cast<unsigned char>(png.at(i));
+  return number;
+}
+
+TEST_F(Render, PictureIsAsLargeAsTheContent) {
+  const std::string png = Picture(ListDialog(false));
+  EXPECT_EQ(png.substr(1, 3), "PNG");
+  EXPECT_EQ(HeaderNumber(png, 16), 425);
+  EXPECT_EQ(HeaderNumber(png, 20), 325);
+}
+
+TEST_F(Render, TextIsDrawnAndIsOnlyText) {
+  const std::string file = PictureOf("File");
+  EXPECT_EQ(PictureOf("File"), file);
+  EXPECT_NE(PictureOf("Fils"), file);
+  EXPECT_NE(PictureOf("&File"), file);
+  EXPECT_NE(PictureOf("<b>File</b>"), PictureOf("<i>File</i>"));
+  EXPECT_NE(PictureOf("Fi\rle"), file);
+  EXPECT_EQ(PictureOf("Fi\rle"), PictureOf("Fi\r\nle"));
+  EXPECT_EQ(PictureOf("Fi\rle"), PictureOf("Fi\nle"));
+}
+
+TEST_F(Render, AlertGrowsWithItsTextsAndShowsItsKind) {
+  const display::Alert brief{0, "Stop", "", "OK", {}, {}};
+  display::Alert wordy = brief;
+  for (int i = 0; i < 60; ++i) wordy.explanation += "one word after another ";
+  EXPECT_GT(HeaderNumber(Picture(wordy), 20), HeaderNumber(Picture(brief), 20) + 100);
+
+  display::Alert caution = brief;
+  caution.type = 2;
+  EXPECT_NE(Picture(caution), Picture(brief));
+  display::Alert plain = brief, other = brief;
+  plain.type = 3;
+  other.type = 4;
+  EXPECT_EQ(Picture(other), Picture(plain));
+}
+
+TEST_F(Render, FailuresAreOneLineAndAStatus) {
+  const std::string good = display::ToJson(display::Description(Dialog({}, 0))).dump();
+  for (const auto& [line, file] : {std::pair<std::string, fs::path>{"{", folder_ / "x.png"},
+                                   {"{}", folder_ / "x.png"},
+                                   {good, folder_ / "missing" / "x.png"}}) {
+    const std::string message = Run(line, file);
+    EXPECT_NE(status_, 0);
+    EXPECT_EQ(message.find('\n'), message.size() - 1) << message;
+  }
+}
+
+}  // namespace
+}  // namespace desktop_test
