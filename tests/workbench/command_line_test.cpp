@@ -1,0 +1,115 @@
+// What the command line is taken to mean, and what is said where it is wrong.
+
+#include "tests/workbench/tarvo.h"
+
+namespace workbench {
+namespace {
+
+TEST(CommandLineTest, OptionsStandBeforeOrBehindTheCommand) {
+  const std::string version = "{\"type\": \"number\", \"result\": 220}\n";
+  const std::string call = "TarvoDialogVersion ( \"\" )";
+  EXPECT_EQ(Tarvo({"--json", "eval", call}).output, version);
+  EXPECT_EQ(Tarvo({"eval", "--json", call}).output, version);
+  EXPECT_EQ(Tarvo({"eval", call, "--json"}).output, version);
+  EXPECT_EQ(
+      Tarvo({"--interface-version", "50", "eval", "--json", call, "--display=scripted"}).output,
+      version);
+}
+
+TEST(CommandLineTest, TheNextWordIsAnOptionsArgument) {
+  const TemporaryFolder folder;
+  const std::string dialog = "TarvoDialog ( \"1|Name|OK||||Name\" )";
+  EXPECT_EQ(Tarvo({"--answer", "press 1", "eval", dialog}).output, "1||||\n");
+  EXPECT_TRUE(Holds(Tarvo({"eval", "--answer", "--json", "1"}).errors, "\"--json\" is no answer"));
+  EXPECT_TRUE(Holds(Tarvo({"eval", "--answer=-x", "1"}).errors, "\"-x\" is no answer"));
+  EXPECT_EQ(Tarvo({"eval", "--answer", "", "1"}).output, "1\n");
+  EXPECT_EQ(Tarvo({"eval", "--answer=", "1"}).output, "1\n");
+  EXPECT_TRUE(Holds(Tarvo({"--plugin", "--json", "info"}).errors, "--json: "));
+}
+
+TEST(CommandLineTest, CalculationsMayLookLikeOtherThings) {
+  const struct {
+    std::vector<std::string> words;
+    const char* output;
+  } cases[] = {
+      {{"eval", "-1"}, "-1\n"},
+      {{"eval", "-(2)", "--3", "-$x"}, "-2\n3\n0\n"},
+      {{"eval", "-Length ( \"ab\" )"}, "-2\n"},
+      {{"eval", "--", "-1", "2"}, "-1\n2\n"},
+      {{"eval", "1", "\"info\"", "\"a,b\""}, "1\ninfo\na,b\n"},
+  };
+  for (const auto& [words, output] : cases) EXPECT_EQ(Tarvo(words).output, output);
+  EXPECT_TRUE(Holds(Tarvo({"eval", "info"}).errors, "unknown name \"info\""));
+  EXPECT_TRUE(Holds(Tarvo({"eval", "[1]"}).errors, "column 1: unexpected \"[\""));
+}
+
+TEST(CommandLineTest, WrongUsageIsStatus2) {
+  const struct {
+    std::vector<std::string> words;
+    const char* message;
+  } cases[] = {
+      {{"evall", "1"}, "unknown command evall; did you mean eval?"},
+      {{"sing"}, "unknown command sing\n"},
+      {{"--jsn", "info"}, "unknown option --jsn; did you mean --json?"},
+      {{"eval", "--anser", "press 1", "1"}, "unknown option --anser; did you mean --answer?"},
+      {{"eval", "-x"}, "unknown option -x\n"},
+      {{"--json"}, "expected a command"},
+      {{"eval"}, "eval expects CALCULATION..."},
+      {{"run"}, "run expects FILE"},
+      {{"run", "-", "other"}, "run does not expect other"},
+      {{"info", "more"}, "info does not expect more"},
+      {{"help", "sing"}, "unknown command sing"},
+      {{"eval", "1", "--answer"}, "--answer expects TEXT"},
+      {{"eval", "1", "--display", "paper"}, "--display: paper"},
+      {{"eval", "1", "--interface-version", "70000"}, "--interface-version"},
+      {{"eval", "1", "--interface-version", "new"}, "--interface-version"},
+      {{"eval", "1", "--answer", "press 1; sing"}, "--answer, line 2: \"sing\" is no answer"},
+      {{"eval", "1", "--answers", "/no/such"}, "cannot read /no/such: No such file"},
+      {{"eval", "1", "--describe", "/no/such"}, "cannot write /no/such: No such file"},
+      {{"eval", "1", "--record", "/no/such"}, "cannot write /no/such"},
+      {{"eval", "1", "--screenshot", "/dev/null/x"}, "cannot make /dev/null/x"},
+      {{"run", "/no/such"}, "cannot read /no/such: No such file"},
+  };
+  for (const auto& [words, message] : cases) {
+    const Ending ending = Tarvo(words);
+    EXPECT_EQ(ending.status, 2) << message;
+    EXPECT_EQ(ending.output, "") << message;
+    EXPECT_TRUE(ending.errors.starts_with("tarvo: ")) << ending.errors;
+    EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+  }
+}
+
+TEST(CommandLineTest, HelpComesWithExamples) {
+  for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+           {}, {"help"}, {"--help"}, {"-h"}, {"--json", "--help"}}) {
+    const Ending ending = Tarvo(words);
+    EXPECT_EQ(ending.status, 0);
+    for (const char* part :
+         {"Usage: tarvo [options] COMMAND", "eval CALCULATION...", "--describe", "Examples:"}) {
+      EXPECT_TRUE(Holds(ending.output, part)) << ending.output;
+    }
+  }
+  for (const char* command : {"eval", "run", "functions", "info"}) {
+    const Ending ending = Tarvo({"help", command});
+    EXPECT_TRUE(ending.output.starts_with(std::string("Usage: tarvo [options] ") + command));
+    EXPECT_TRUE(Holds(ending.output, "Examples:\n  tarvo "));
+    EXPECT_EQ(Tarvo({command, "--help"}).output, ending.output);
+  }
+  EXPECT_EQ(Tarvo({"--version"}).output, "tarvo 2.2.0\n");
+}
+
+TEST(CommandLineTest, StandardOutputThatCannotBeWrittenIsStatus1) {
+  const Ending full = testing_tools::Run({TARVO_PROGRAM, {"eval", "1", "2"}, "", {}, "/dev/full"});
+  EXPECT_EQ(full.status, 1);
+  EXPECT_EQ(full.errors, "tarvo: cannot write to standard output: No space left on device\n");
+  const TemporaryFolder folder;
+  const std::string log = folder / "log";
+  const std::string script = std::string(TARVO_PROGRAM) + " --describe " + log + " eval 1 >&-";
+  const Ending closed = testing_tools::Run({"/bin/sh", {"-c", script}});
+  EXPECT_EQ(closed.status, 1);
+  EXPECT_EQ(closed.errors, "tarvo: cannot write to standard output: Bad file descriptor\n");
+  EXPECT_EQ(ReadAll(log), "");
+}
+
+}  // namespace
+}  // namespace workbench

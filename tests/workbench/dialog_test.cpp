@@ -1,0 +1,147 @@
+// Dialogs of the plug-in, answered from scripts and written down.
+
+#include "tests/workbench/tarvo.h"
+
+namespace workbench {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char* kNames = "TarvoDialog ( \"2|Enter the name|OK|Cancel|||First|Last|||2\" )";
+constexpr const char* kName = "TarvoDialog ( \"1|Your name|OK||||Name\" )";
+
+TEST(DialogTest, TheAnswersOfTheFileComeFirstAndSomeMayBeLeft) {
+  const TemporaryFolder folder;
+  const std::string file = folder.Write("a", "# names\r\n\r\nenter 1 Ann\r\nenter 2 Lee; Jr.\r\n");
+  const Ending ending = Tarvo({"eval", kNames, "TarvoV1 ( \"\" ) & TarvoLC ( \"\" )", "--answer",
+                               "press 2", "--answers", file, "--answer", "press 1; escape"});
+  EXPECT_EQ(ending.status, 0);
+  EXPECT_EQ(ending.output, "2|Ann|Lee; Jr.||\nAnn2\n");
+  EXPECT_EQ(ending.errors, "");
+}
+
+TEST(DialogTest, AMissingOrWrongAnswerIsStatus4) {
+  const TemporaryFolder folder;
+  const std::string file = folder.Write("a", "\nenter 1 Ann\npress 4\n");
+  const struct {
+    std::vector<std::string> options;
+    const char* message;
+  } cases[] = {
+      {{"--display", "scripted"}, "tarvo: dialog \"Who?\": there is no answer left\n"},
+      {{"--answer", "enter 1 x; tab"}, "dialog \"Who?\": answer line 2: there is no answer left\n"},
+      {{"--answers", file}, "dialog \"Who?\": answer line 3: \"press 4\": "},
+      {{"--answer", "enter 3 x; press 1"}, "dialog \"Who?\": answer line 1: \"enter 3 x\": "},
+      {{"--answer", "tab", "--answer", "click 1"}, "answer line 2: \"click 1\": "},
+  };
+  for (const auto& [options, message] : cases) {
+    std::vector<std::string> words{"eval", "TarvoSetCaption ( \"Who?\" )", kNames, "3"};
+    words.insert(words.begin(), options.begin(), options.end());
+    const Ending ending = Tarvo(words);
+    EXPECT_EQ(ending.status, 4) << message;
+    EXPECT_EQ(ending.output, "Who?\n") << message;
+    EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+    EXPECT_TRUE(IsOneLine(ending.errors)) << ending.errors;
+  }
+  EXPECT_TRUE(Holds(Tarvo({"--answer", "press 3", "eval", "TarvoAlert ( \"0|Stop|x|OK\" )"}).errors,
+                    "dialog \"Stop\": answer line 1: "));
+}
+
+TEST(DialogTest, NoDisplayIsStatus5AtOnce) {
+  for (const std::vector<std::string>& options :
+       std::vector<std::vector<std::string>>{{}, {"--display", "desktop"}}) {
+    std::vector<std::string> words{"eval", "1", kNames, "2"};
+    words.insert(words.end(), options.begin(), options.end());
+    const Ending ending = Tarvo(words);
+    EXPECT_EQ(ending.status, 5);
+    EXPECT_EQ(ending.output, "1\n");
+    EXPECT_TRUE(ending.errors.find("tarvo: no display") != std::string::npos) << ending.errors;
+  }
+  EXPECT_EQ(Tarvo({"eval", "TarvoDialogVersion ( 0 )"}).status, 0) << "needs no display";
+}
+
+TEST(DialogTest, DescriptionsAreWrittenAsDialogsOpen) {
+  const TemporaryFolder folder;
+  const std::string file = folder.Write("log", "what stood here before\n");
+  EXPECT_EQ(Tarvo({"--describe", file, "info"}).status, 0);
+  EXPECT_EQ(ReadAll(file), "");
+  const Ending ending =
+      Tarvo({"--describe", file, "--answer", "press 1; press 2; enter 1 changed; press 1", "eval",
+             kNames, "TarvoAlert ( \"1|Really?|No way back.|Yes|No\" )", kName, kName});
+  EXPECT_EQ(ending.status, 4);
+  std::istringstream lines(ReadAll(file));
+  std::vector<Json> dialogs;
+  for (std::string line; std::getline(lines, line);) dialogs.push_back(Json::parse(line));
+  ASSERT_EQ(dialogs.size(), 4u);
+  EXPECT_EQ(dialogs[2], dialogs[3]) << "as it opened, not as it was answered";
+  EXPECT_EQ(dialogs[0]["kind"], "window");
+  EXPECT_EQ(dialogs[0]["content"], Json({464, 747, 616, 1172}));
+  const std::vector<std::string> keys{"kind",    "command", "id",      "rect", "text",    "value",
+                                      "min",     "max",     "items",   "rows", "visible", "enabled",
+                                      "default", "cancel",  "focused", "size", "font"};
+  for (const Json& control : dialogs[0]["controls"]) {
+    for (const std::string& key : keys) EXPECT_TRUE(control.contains(key)) << key;
+    EXPECT_EQ(control.size(), keys.size());
+  }
+  EXPECT_EQ(dialogs[1], Json::parse(R"({"kind": "alert", "type": 1, "message": "Really?",
+      "explanation": "No way back.", "default": "Yes", "cancel": "No", "other": null})"));
+}
+
+TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
+  const TemporaryFolder folder;
+  const std::string record = folder / "record";
+  const std::string answers = "enter 1  Ann ; enter 2 secret; press 2";
+  const std::string result = "2| Ann |secret||\n";
+  EXPECT_EQ(Tarvo({"--record", record, "--answer", answers, "eval", kNames}).output, result);
+  EXPECT_EQ(ReadAll(record), "# dialog 1\nenter 1  Ann \nenter 2 <password>\npress 2\n");
+  EXPECT_EQ(
+      Tarvo({"--record", record, "--record-passwords", "--answer", answers, "eval", kNames}).output,
+      result);
+  EXPECT_EQ(Tarvo({"--answers", record, "eval", kNames}).output, result);
+}
+
+TEST(DialogTest, TypedPasswordsAreRecordedAsPlaceholdersToo) {
+  const TemporaryFolder folder;
+  const std::string record = folder / "record";
+  const Ending ending = Tarvo({"--record", record, "--answer", "type ab; tab; type cd; press 1",
+                               "eval", "TarvoSetCaption ( \"One¶two\" )", kNames});
+  EXPECT_TRUE(ending.output.ends_with("1|ab|cd||\n")) << ending.output;
+  EXPECT_EQ(ReadAll(record), "# dialog 1: One two\ntype ab\ntab\ntype <password>\npress 1\n");
+}
+
+TEST(DialogTest, ScreenshotsAreDrawnWithoutAScreen) {
+  const TemporaryFolder folder;
+  const std::string pictures = folder / "some/pictures; $HOME";
+  const Ending ending = Tarvo({"--screenshot", pictures, "--answer", "press 1; press 1", "eval",
+                               kNames, "TarvoAlert ( \"0|a|b|OK\" )"});
+  EXPECT_EQ(ending.status, 0) << ending.errors;
+  for (const char* name : {"/1.png", "/2.png"}) {
+    EXPECT_TRUE(ReadAll(pictures + name).starts_with("\x89PNG")) << name;
+  }
+}
+
+TEST(DialogTest, WhatCannotBeWrittenEndsTheProgram) {
+  const Ending ending = Tarvo({"--describe", "/dev/full", "--answer", "press 1", "eval", kNames});
+  EXPECT_EQ(ending.status, 1);
+  EXPECT_EQ(ending.output, "");
+  EXPECT_EQ(ending.errors, "tarvo: cannot write /dev/full: No space left on device\n");
+}
+
+TEST(DialogTest, ExamplesRunToTheirEnd) {
+  const std::filesystem::path examples = std::string(PROJECT_SOURCE_DIR) + "/examples";
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(examples)) {
+    if (entry.path().extension() != ".tarvo") continue;
+    std::filesystem::path answers = entry.path();
+    answers.replace_extension(".answers");
+    const Ending ending = Tarvo({"run", entry.path(), "--answers", answers});
+    EXPECT_EQ(ending.status, 0) << entry.path() << ending.errors;
+    std::filesystem::path expected = entry.path();
+    expected.replace_extension(".expected");
+    EXPECT_EQ(ending.output, ReadAll(expected)) << entry.path();
+    ++count;
+  }
+  EXPECT_EQ(count, 4);
+}
+
+}  // namespace
+}  // namespace workbench

@@ -1,0 +1,207 @@
+// Calculations, scripts and bundles, from the command line to the exit status.
+
+#include "tests/workbench/tarvo.h"
+
+namespace workbench {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+TEST(EvalTest, ResultsAreLinesOrExactJson) {
+  EXPECT_EQ(Tarvo({"eval", "\"a¶b\"", "0.50", "TarvoDialog ( \"\" )"}).output,
+            "a\nb\n0.5\n$$002$$\n");
+  EXPECT_EQ(Tarvo({"--json", "eval", "\"a¶\\\"b\\\"\" & Char ( 0 )", "-0.50", "\"7\""}).output,
+            "{\"type\": \"text\", \"result\": \"a\\r\\\"b\\\"\\u0000\"}\n"
+            "{\"type\": \"number\", \"result\": -0.5}\n"
+            "{\"type\": \"text\", \"result\": \"7\"}\n");
+  EXPECT_EQ(Tarvo({"eval", "\"ü 日本 😀\" & Char ( 55296 )"}, "", {"LC_ALL=C"}).output,
+            "ü 日本 😀\xEF\xBF\xBD\n");
+}
+
+TEST(EvalTest, CalculationsShareVariablesAndOneLifeOfThePlugin) {
+  EXPECT_EQ(Tarvo({"--answer", "enter 1 Ann; press 1", "eval",
+                   "Let ( $name = \"1|Name|OK||||Name\" ; \"\" )", "TarvoDialog ( $name )",
+                   "TarvoV1 ( 0 )"})
+                .output,
+            "\n1|Ann|||\nAnn\n");
+}
+
+TEST(EvalTest, AWrongCalculationIsStatus1AndTheLast) {
+  const Ending ending = Tarvo({"eval", "1", "tarvodialg ( 2 )", "3"});
+  EXPECT_EQ(ending.status, 1);
+  EXPECT_EQ(ending.output, "1\n");
+  EXPECT_EQ(ending.errors,
+            "tarvo: calculation 2, line 1, column 1: there is no function \"tarvodialg\"; did you "
+            "mean TarvoDialog?\n  tarvodialg ( 2 )\n  ^^^^^^^^^^\n");
+}
+
+struct ScriptCase {
+  const char* script;
+  const char* output;
+};
+
+TEST(RunTest, ScriptsRunStepByStep) {
+  const ScriptCase cases[] = {
+      {"1\r2\r\n3\n\n4", "1\n2\n3\n4\n"},
+      {"\xEF\xBB\xBF# first\n  // second\n/* third\n fourth */ 5 // fifth\n", "5\n"},
+      {"( 1 +\n\n 2 ) * 3", "9\n"},
+      {"Left ( \"a\nb\" ; // (\n 9 )\n\"# no comment\"", "a\nb\n# no comment\n"},
+      {"Set Variable [ $x ; 5 ]\nset variable[$$Y;Value: $x & \"]\"]\n$X & $$y", "55]\n"},
+      {"If [ 1 ]\n1\nEnd If\nIf [ 0 ]\n2\nEnd If\nif ( 1 ; 3 ; 4 )", "1\n3\n"},
+      {"If [ 0 ]\n1\nElse If [ 1 ]\n2\nElse If [ 1 ]\n3\nElse\n4\nEnd If", "2\n"},
+      {"If [ \"\" ]\n1\nElse\nIf [ 1 ]\n2\nEnd If\n3\nEnd If", "2\n3\n"},
+      {"Loop\nSet Variable [ $i ; $i + 1 ]\nExit Loop If [ $i > 2 ]\n$i\nEnd Loop\n\"end\"",
+       "1\n2\nend\n"},
+      {"Loop\nLoop\nExit Loop If [ 1 ]\nEnd Loop\nIf [ 1 ]\nExit Loop If [ 1 ]\nEnd If\n9\nEnd "
+       "Loop",
+       ""},
+      {"", ""},
+      {"# nothing", ""},
+  };
+  for (const auto& [script, output] : cases) {
+    EXPECT_EQ(Tarvo({"run", "-"}, script).output, output) << script;
+  }
+}
+
+TEST(RunTest, AWrongScriptIsStatus1WhereItIsWrong) {
+  const struct {
+    const char* script;
+    const char* output;
+    const char* message;
+  } cases[] = {
+      {"1\n2 +\n3", "1\n", "line 2, column 4: unexpected end; expected a value"},
+      {"1\r\n\r\n2 3", "1\n", "line 3, column 3: "},
+      {"1\n(2\n3\n", "1\n", "line 3, column 1: unexpected \"3\"; expected an operator or \")\""},
+      {"1\n\"2\n3\n", "1\n", "line 2, column 1: the text has no end"},
+      {"1\nEnd If", "1\n", "line 2, column 1: there is no If"},
+      {"Else", "", "there is no If"},
+      {"End Loop", "", "there is no Loop"},
+      {"Exit Loop If [ 1 ]", "", "there is no Loop"},
+      {"If [ 1 ]\n1", "", "line 1, column 1: this block has no end; expected Else If, Else or End"},
+      {"If [ 1 ]\nElse\nElse\nEnd If", "", "line 3, column 1: unexpected step; expected End If"},
+      {"If [ 1 ]\nEnd Loop", "", "line 2, column 1: unexpected step"},
+      {"Loop\n1\nEnd Loop", "", "line 1, column 1: this loop never ends"},
+      {"Loop\nLoop\nExit Loop If [ 1 ]\nEnd Loop\nEnd Loop", "", "line 1, column 1: this loop"},
+      {"Loop\nExit Loop If [ 0 ]\nEnd Loop", "", "gone round 1000000 times"},
+      {"If [ 1 ] 2\nEnd If", "",
+       "line 1, column 10: unexpected \"2\"; expected the end of the line"},
+      {"If [ 1 ]\nEnd If 2", "", "line 2, column 8: unexpected \"2\""},
+      {"Set Variable [ x ; 1 ]", "", "column 16: unexpected \"x\"; expected a variable"},
+      {"Set Variable $x", "", "column 14: unexpected \"$x\"; expected \"[\""},
+      {"Set Variable [ $x ]", "", "column 19: unexpected \"]\"; expected \";\""},
+      {"Show Dialog [ \"x\" ]", "", "line 1, column 1: unknown script step"},
+      {"If [ 1 ]\n1\nunknown\nEnd If", "", "line 3, column 1: unknown name"},
+      {"1\n\xFF", "", "line 2, column 1: this is not UTF-8"},
+  };
+  for (const auto& [script, output, message] : cases) {
+    const Ending ending = Tarvo({"run", "-"}, script);
+    EXPECT_EQ(ending.status, 1) << script;
+    EXPECT_EQ(ending.output, output) << script;
+    EXPECT_TRUE(Holds(ending.errors, std::string("tarvo: standard input, line "))) << ending.errors;
+    EXPECT_TRUE(Holds(ending.errors, message)) << script << "\n" << ending.errors;
+  }
+}
+
+TEST(RunTest, DeepBlocksAreRefused) {
+  std::string script;
+  for (int i = 0; i < 100'000; ++i) script += "If [ 1 ]\n";
+  EXPECT_TRUE(Holds(Tarvo({"run", "-"}, script).errors, "nested more than 100 levels deep"));
+}
+
+TEST(BundleTest, FunctionsAreListedInOrderOfRegistration) {
+  const Json functions = Json::parse(Tarvo({"--json", "functions"}).output);
+  ASSERT_EQ(functions.size(), 19u);
+  const std::vector<int> ids{0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 15, 16, 17, 18, 19, 20, 21};
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    EXPECT_EQ(functions[i]["id"], ids[i]);
+    EXPECT_TRUE(std::string(functions[i]["prototype"])
+                    .starts_with(std::string(functions[i]["name"]) + "("));
+  }
+  const std::string table = Tarvo({"functions"}).output;
+  EXPECT_TRUE(table.starts_with("  0  TarvoDialogVersion      TarvoDialogVersion(")) << table;
+  EXPECT_TRUE(Holds(table, "\n 21  TarvoSetFocus           TarvoSetFocus(")) << table;
+}
+
+TEST(BundleTest, InfoAsksThePlugin) {
+  const Json info = Json::parse(Tarvo({"info", "--json"}).output);
+  EXPECT_EQ(info["options"], "TRVO1nnYnn");
+  EXPECT_EQ(info["answer"], 51);
+  const std::string text = Tarvo({"info"}).output;
+  for (const char* key : {"name", "description", "options"}) {
+    EXPECT_FALSE(std::string(info[key]).empty()) << key;
+    EXPECT_TRUE(Holds(text, std::string(info[key]) + "\n")) << key;
+  }
+}
+
+TEST(BundleTest, TheLanguageChoosesTheTexts) {
+  const TemporaryFolder folder;
+  const std::string bundle =
+      MakeBundle(folder, "Quenlix", std::string(PLUGIN_BUNDLE) + "/Contents/Linux/Quenlix");
+  for (const std::string language : {"en", "tlh"}) {
+    std::filesystem::create_directories(bundle + "/Contents/Resources/" + language + ".lproj");
+    std::ofstream(bundle + "/Contents/Resources/" + language + ".lproj/Quenlix.strings")
+        << "\"Quenlix 128\" = \"name in " << language << "\";";
+  }
+  const auto name = [&](std::vector<std::string> options, std::vector<std::string> environment) {
+    options.insert(options.end(), {"--json", "--plugin", bundle, "info"});
+    return std::string(Json::parse(Tarvo(options, "", environment).output)["name"]);
+  };
+  EXPECT_EQ(name({"--language", "tlh"}, {"LANGUAGE=en"}), "name in tlh");
+  EXPECT_EQ(name({}, {"LANGUAGE=tlh"}), "name in tlh");
+  EXPECT_EQ(name({"--language", "xx"}, {"LANGUAGE=tlh"}), "name in en");
+}
+
+TEST(BundleTest, ABundleThatCannotBeLoadedIsStatus3) {
+  const TemporaryFolder folder;
+  const std::string text = folder.Write("text", "no module");
+  const std::string odd = MakeBundle(folder, "Odd", ODD_PLUGIN);
+  const struct {
+    std::vector<std::string> options;
+    const char* message;
+  } cases[] = {
+      {{"--plugin", folder / "None.fmplugin"}, "None.fmplugin: there is no such bundle"},
+      {{"--plugin", text}, "text: there is no such bundle"},
+      {{"--plugin", MakeBundle(folder, "Hollow", "")}, "the bundle has no module"},
+      {{"--plugin", MakeBundle(folder, "Text", text)}, "the module cannot be loaded"},
+      {{"--plugin", MakeBundle(folder, "Empty", EMPTY_MODULE)},
+       "the module has no entry point FMExternCallProc"},
+      {{"--interface-version", "49"}, "refuses interface version 49, with the answer -1"},
+      {{"--interface-version", "256"}, "refuses interface version 256"},
+      {{"--interface-version", "-1"}, "refuses interface version -1,"},
+      {{"--plugin", odd, "--interface-version", "77"}, "threw while it was initialised: no good"},
+      {{"--plugin", odd, "--interface-version", "78"}, "version 78, with the answer 0"},
+  };
+  for (const auto& [options, message] : cases) {
+    std::vector<std::string> words = options;
+    words.insert(words.end(), {"eval", "1"});
+    const Ending ending = Tarvo(words);
+    EXPECT_EQ(ending.status, 3) << message;
+    EXPECT_EQ(ending.output, "") << message;
+    EXPECT_TRUE(IsOneLine(ending.errors)) << ending.errors;
+    EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+  }
+}
+
+TEST(BundleTest, WhatAPluginDoesWrongIsStatus1) {
+  const TemporaryFolder folder;
+  const std::string odd = MakeBundle(folder, "Odd", ODD_PLUGIN);
+  const struct {
+    const char* calculation;
+    const char* output;
+    const char* message;
+  } cases[] = {
+      {"OddThrow ( 1 )", "0\n", "OddThrow: the plug-in threw an exception: out of order\n"},
+      {"OddFail ( 1 )", "0\n", "OddFail: the plug-in answered error code 5\n"},
+      {"oddsecond ( 1 ; 2 )", "0\n2\n", "the plug-in threw while it was shut down: will not go\n"},
+      {"OddSecond ( 1 )", "0\n", "OddSecond expects 2 parameters, not 1\n"},
+  };
+  for (const auto& [calculation, output, message] : cases) {
+    const Ending ending = Tarvo({"--plugin", odd, "eval", "0", calculation});
+    EXPECT_EQ(ending.status, 1) << calculation;
+    EXPECT_EQ(ending.output, output) << calculation;
+    EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+  }
+}
+
+}  // namespace
+}  // namespace workbench

@@ -1,0 +1,265 @@
+#include "workbench/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "workbench/calculation/nearest.h"
+#include "workbench/failure.h"
+
+namespace workbench {
+namespace {
+
+constexpr int kAnyNumber = -1;
+
+struct Command {
+  const char* name;
+  const char* operands;
+  int minimum_operands;
+  int maximum_operands;
+  const char* summary;
+  const char* details;
+};
+
+constexpr Command kCommands[] = {
+    {"eval", "CALCULATION...", 1, kAnyNumber, "evaluate calculations and print their results",
+     "Evaluates each calculation and prints its result, one a line. They share one life of the\n"
+     "plug-in, one list of answers and their $variables.\n\n"
+     "Examples:\n"
+     "  tarvo eval 'TarvoDialogVersion ( \"\" )'\n"
+     "  tarvo eval 'TarvoDialog ( \"0|Ready?|Yes|No\" )'\n"
+     "  tarvo eval --answer 'enter 1 Ann; press 1' 'TarvoDialog ( \"1|Your name|OK||||Name\" )'\n"
+     "  tarvo --json eval 'If ( TarvoLC ( \"\" ) = \"E\" ; \"cancelled\" ; TarvoV1 ( \"\" ) )'\n"},
+    {"run", "FILE", 1, 1, "run a script of calculations; - is standard input",
+     "Runs a script, one step a line, or several lines while brackets or quotes are open:\n"
+     "  CALCULATION    its result is printed\n"
+     "  Set Variable [ $NAME ; CALCULATION ]\n"
+     "  If [ TEST ]    Else If [ TEST ]    Else    End If\n"
+     "  Loop    Exit Loop If [ TEST ]    End Loop\n"
+     "Lines that begin with # or // are comments.\n\n"
+     "Examples:\n"
+     "  tarvo run form.tarvo\n"
+     "  tarvo run form.tarvo --answers form.answers --describe dialogs.json\n"
+     "  echo 'TarvoDialog ( \"0|Hello\" )' | tarvo run -\n"},
+    {"functions", "", 0, 0, "list the functions that the plug-in registers",
+     "Prints the ID, the name and the prototype of every function, in order of registration.\n\n"
+     "Examples:\n"
+     "  tarvo functions\n"
+     "  tarvo --json --language de functions\n"},
+    {"info", "", 0, 0, "show what the plug-in says of itself",
+     "Prints the plug-in's name, its description, its options and its answer to being "
+     "initialised.\n\n"
+     "Examples:\n"
+     "  tarvo info\n"
+     "  tarvo --plugin Other.fmplugin info\n"},
+    {"help", "[COMMAND]", 0, 1, "explain a command",
+     "Examples:\n"
+     "  tarvo help\n"
+     "  tarvo help eval\n"},
+};
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  tarvo eval 'TarvoDialog ( \"0|Hello\" )'\n"
+    "  tarvo eval --answer 'press 2' 'TarvoDialog ( \"0|Ready?|Yes|No\" )'\n"
+    "  tarvo run form.tarvo --answers form.answers --screenshot pictures\n"
+    "  tarvo functions\n";
+
+// What CLI11 fills beside Options.
+struct Words {
+  std::string display = "auto";
+  bool version = false;
+};
+
+void AddOptions(CLI::App& app, Options& options, Words& words) {
+  app.set_help_flag("-h,--help", "show this help");
+  app.add_flag("--version", words.version, "show the program's version");
+  app.add_option("--plugin", options.plugin, "the plug-in bundle to load")->type_name("BUNDLE");
+  app.add_option("--display", words.display, "auto, desktop or scripted")
+      ->check(CLI::IsMember({"auto", "desktop", "scripted"}).description(""))
+      ->type_name("KIND");
+  app.add_option("--language", options.language, "the language of the plug-in's texts")
+      ->type_name("LANG");
+  app.add_option("--interface-version", options.interface_version,
+                 "the version that the plug-in is offered (200)")
+      ->check(CLI::Range(-32768, 32767).description(""))
+      ->type_name("N");
+  app.add_flag("--json", options.json, "print results as JSON");
+  app.add_option("--answers", options.answers_file, "answer dialogs from a file, one a line")
+      ->type_name("FILE");
+  app.add_option("--answer", options.answers, "the same from a text, separated by ;")
+      ->allow_extra_args(false)
+      ->option_text("TEXT");
+  app.add_option("--describe", options.describe, "write every dialog as it opened, as JSON")
+      ->type_name("FILE");
+  app.add_option("--screenshot", options.screenshot, "draw every dialog as it opened")
+      ->type_name("DIR");
+  app.add_option("--record", options.record, "write what the user did, as answers")
+      ->type_name("FILE");
+  app.add_flag("--record-passwords", options.record_passwords, "record passwords as they are");
+}
+
+// A calculation may begin with a minus sign too, but with none that a letter and nothing but a name
+// follows.
+bool LooksLikeOption(const std::string& word) {
+  const std::string name = word.substr(0, word.find('='));
+  const auto is_letter = [](char sign) {
+    return (sign >= 'a' && sign <= 'z') || (sign >= 'A' && sign <= 'Z');
+  };
+  if (name.size() == 2) return name[0] == '-' && is_letter(name[1]);
+  return name.size() > 2 && name.starts_with("--") && is_letter(name[2]) &&
+         std::all_of(name.begin() + 2, name.end(), [&](char sign) {
+           return is_letter(sign) || sign == '-' || (sign >= '0' && sign <= '9');
+         });
+}
+
+std::vector<std::string> OptionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : app.get_options()) names.push_back(option->get_name());
+  return names;
+}
+
+[[noreturn]] void RefuseUsage(const std::string& reason) {
+  throw Failure(Status::kUsage, reason + "\nTry \"tarvo help\".");
+}
+
+const CLI::Option& FindOption(const CLI::App& app, const std::string& name) {
+  const CLI::Option* option = app.get_option_no_throw(name);
+  if (option) return *option;
+  RefuseUsage("unknown option " + name + calculation::Suggestion(name, OptionNames(app)));
+}
+
+const Command& FindCommand(const std::string& name) {
+  const auto* command = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                     [&](const Command& known) { return name == known.name; });
+  if (command != std::end(kCommands)) return *command;
+  std::vector<std::string> names;
+  for (const Command& known : kCommands) names.emplace_back(known.name);
+  RefuseUsage("unknown command " + name + calculation::Suggestion(name, names));
+}
+
+// Moves the option at `words[i]`, and its argument where it takes one, to `option_words`; `i` then
+// is at the last word taken.
+void TakeOption(const std::vector<std::string>& words, std::size_t& i, const CLI::App& app,
+                std::vector<std::string>& option_words) {
+  const std::string& word = words[i];
+  const std::size_t equals = word.find('=');
+  const std::string name = word.substr(0, equals);
+  const CLI::Option& option = FindOption(app, name);
+  if (option.get_items_expected_min() == 0) {
+    option_words.push_back(word);
+    return;
+  }
+  option_words.push_back(name);
+  if (equals != std::string::npos) {
+    option_words.push_back(word.substr(equals + 1));
+  } else if (++i < words.size()) {
+    option_words.push_back(words[i]);
+  } else {
+    RefuseUsage(name + " expects " + option.get_type_name());
+  }
+}
+
+// Takes the command and its operands into `options`, and returns the options among the words, each
+// followed by its argument, whatever that begins with. CLI11 is not shown the operands: it would
+// take those that begin with a minus sign or a bracket apart.
+std::vector<std::string> TakeOperands(const std::vector<std::string>& words, const CLI::App& app,
+                                      Options& options) {
+  std::vector<std::string> option_words;
+  bool operands_only = false;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (!operands_only && words[i] == "--") {
+      operands_only = true;
+    } else if (!operands_only && LooksLikeOption(words[i])) {
+      TakeOption(words, i, app, option_words);
+    } else if (options.command.empty()) {
+      options.command = FindCommand(words[i]).name;
+    } else {
+      options.operands.push_back(words[i]);
+    }
+  }
+  return option_words;
+}
+
+void CheckOperands(const Options& options) {
+  const Command& command = FindCommand(options.command);
+  const auto count = static_cast<int>(options.operands.size());
+  if (count < command.minimum_operands) {
+    RefuseUsage(options.command + " expects " + command.operands);
+  }
+  if (command.maximum_operands >= 0 && count > command.maximum_operands) {
+    RefuseUsage(options.command + " does not expect " +
+                options.operands[static_cast<std::size_t>(command.maximum_operands)]);
+  }
+}
+
+DisplayChoice ChoiceOf(const std::string& word) {
+  if (word == "desktop") return DisplayChoice::kDesktop;
+  return word == "scripted" ? DisplayChoice::kScripted : DisplayChoice::kAuto;
+}
+
+std::string OptionsHelp() {
+  Options options;
+  Words words;
+  CLI::App app;
+  AddOptions(app, options, words);
+  CLI::Formatter formatter;
+  formatter.column_width(34);
+  return formatter.make_groups(&app, CLI::AppFormatMode::Normal);
+}
+
+std::string CommandList() {
+  std::string list;
+  for (const Command& command : kCommands) {
+    std::string line = std::string("  ") + command.name + " " + command.operands;
+    line.resize(std::max<std::size_t>(line.size() + 1, 34), ' ');
+    list += line + command.summary + "\n";
+  }
+  return list;
+}
+
+}  // namespace
+
+Options ParseCommandLine(const std::vector<std::string>& words) {
+  Options options;
+  Words filled;
+  CLI::App app;
+  AddOptions(app, options, filled);
+  std::vector<std::string> option_words = TakeOperands(words, app, options);
+  try {
+    std::reverse(option_words.begin(), option_words.end());
+    app.parse(std::move(option_words));
+  } catch (const CLI::CallForHelp&) {
+    options.operands.assign(options.command.empty() ? 0 : 1, options.command);
+    options.command = "help";
+    return options;
+  } catch (const CLI::ParseError& error) {
+    RefuseUsage(error.what());
+  }
+  options.display = ChoiceOf(filled.display);
+  if (filled.version) {
+    options.command = "version";
+  } else if (words.empty()) {
+    options.command = "help";
+  } else if (options.command.empty()) {
+    RefuseUsage("expected a command");
+  } else {
+    CheckOperands(options);
+  }
+  return options;
+}
+
+std::string HelpText(const std::string& command_name) {
+  if (command_name.empty()) {
+    return "Usage: tarvo [options] COMMAND ...\n\n"
+           "Tries, previews and tests a FileMaker plug-in's dialogs without FileMaker.\n\n"
+           "Commands:\n" +
+           CommandList() + OptionsHelp() + "\n" + kExamples;
+  }
+  const Command& command = FindCommand(command_name);
+  return std::string("Usage: tarvo [options] ") + command.name + " " + command.operands + "\n\n" +
+         command.details + OptionsHelp();
+}
+
+std::string VersionText() { return "tarvo " TARVO_VERSION "\n"; }
+
+}  // namespace workbench

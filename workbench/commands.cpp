@@ -1,0 +1,83 @@
+#include "workbench/commands.h"
+
+#include <algorithm>
+
+#include "workbench/calculation/unicode.h"
+#include "workbench/files.h"
+#include "workbench/output.h"
+#include "workbench/session.h"
+
+namespace workbench {
+namespace {
+
+using calculation::Source;
+using calculation::ToUtf8;
+
+std::string FunctionsAsJson(const std::vector<fmx::host::Function>& functions) {
+  std::string array = "[";
+  for (const fmx::host::Function& function : functions) {
+    if (array.size() > 1) array += ", ";
+    array += "{\"id\": " + std::to_string(function.id) +
+             ", \"name\": " + JsonText(ToUtf8(function.name)) +
+             ", \"prototype\": " + JsonText(ToUtf8(function.prototype)) + "}";
+  }
+  return array + "]\n";
+}
+
+// Columns are aligned by code units, which names of functions are made of one by one.
+std::string FunctionsAsTable(const std::vector<fmx::host::Function>& functions) {
+  std::size_t name_width = 0;
+  for (const auto& function : functions) name_width = std::max(name_width, function.name.size());
+  std::string table;
+  for (const fmx::host::Function& function : functions) {
+    const std::string id = std::to_string(function.id);
+    table += std::string(id.size() < 3 ? 3 - id.size() : 0, ' ') + id + "  ";
+    table += ToUtf8(function.name) + std::string(name_width - function.name.size() + 2, ' ');
+    table += ToUtf8(function.prototype) + "\n";
+  }
+  return table;
+}
+
+}  // namespace
+
+void EvaluateCalculations(const Options& options) {
+  Session session(options);
+  for (std::size_t i = 0; i < options.operands.size(); ++i) {
+    const bool is_only = options.operands.size() == 1;
+    const std::string name = is_only ? "" : "calculation " + std::to_string(i + 1);
+    session.Evaluate(Source(name, options.operands[i]));
+  }
+  session.End();
+}
+
+void RunScript(const Options& options) {
+  const std::string& path = options.operands.front();
+  const std::string text = ReadFile(path);
+  Session session(options);
+  session.Run(Source(path == "-" ? "standard input" : path, text));
+  session.End();
+}
+
+void ListFunctions(const Options& options) {
+  Session session(options);
+  const auto& functions = session.functions().functions();
+  Print(options.json ? FunctionsAsJson(functions) : FunctionsAsTable(functions));
+  session.End();
+}
+
+void ShowInfo(const Options& options) {
+  Session session(options);
+  Plugin& plugin = session.plugin();
+  const std::string name = plugin.String(Plugin::kName);
+  const std::string description = plugin.String(Plugin::kDescription);
+  const std::string flags = plugin.String(Plugin::kOptions);
+  const std::string answer = std::to_string(plugin.answer());
+  Print(options.json
+            ? "{\"name\": " + JsonText(name) + ", \"description\": " + JsonText(description) +
+                  ", \"options\": " + JsonText(flags) + ", \"answer\": " + answer + "}\n"
+            : "Name         " + name + "\nDescription  " + description + "\nOptions      " + flags +
+                  "\nAnswer       " + answer + "\n");
+  session.End();
+}
+
+}  // namespace workbench

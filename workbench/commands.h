@@ -1,0 +1,14 @@
+#pragma once
+
+#include "workbench/options.h"
+
+namespace workbench {
+
+// Each loads the bundle, does its work and shuts the plug-in down. They print results on standard
+// output and throw Failure where something is wrong.
+void EvaluateCalculations(const Options& options);
+void RunScript(const Options& options);
+void ListFunctions(const Options& options);
+void ShowInfo(const Options& options);
+
+}  // namespace workbench

@@ -1,0 +1,59 @@
+#include "workbench/files.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "workbench/failure.h"
+
+namespace workbench {
+namespace {
+
+std::string ReadAll(int fd, const std::string& path) {
+  std::string content;
+  char buffer[65536];
+  while (true) {
+    const ssize_t count = read(fd, buffer, sizeof buffer);
+    if (count == 0) return content;
+    if (count > 0) {
+      content.append(buffer, static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      throw Failure(Status::kUsage, "cannot read " + path + ": " + std::strerror(errno));
+    }
+  }
+}
+
+}  // namespace
+
+std::string ReadFile(const std::string& path) {
+  if (path == "-") return ReadAll(STDIN_FILENO, "standard input");
+  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) throw Failure(Status::kUsage, "cannot read " + path + ": " + std::strerror(errno));
+  struct Closer {
+    int fd;
+    ~Closer() { close(fd); }
+  } const closer{fd};
+  return ReadAll(fd, path);
+}
+
+std::string ProgramFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+LineFile::LineFile(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "we")) {
+  if (!file_) throw Failure(Status::kUsage, "cannot write " + path + ": " + std::strerror(errno));
+}
+
+void LineFile::Write(std::string_view line) {
+  std::fwrite(line.data(), 1, line.size(), file_.get());
+  std::fputc('\n', file_.get());
+  if (std::fflush(file_.get()) != 0 || std::ferror(file_.get())) {
+    throw Failure(Status::kWrong, "cannot write " + path_ + ": " + std::strerror(errno));
+  }
+}
+
+}  // namespace workbench

@@ -1,0 +1,67 @@
+// tarvo: tries a plug-in's dialogs without FileMaker.
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "workbench/command_line.h"
+#include "workbench/commands.h"
+#include "workbench/failure.h"
+#include "workbench/output.h"
+
+namespace {
+
+using workbench::Failure;
+using workbench::Options;
+using workbench::Status;
+
+// A standard stream that is closed must not become the first file that is opened. What is put in
+// its place can be neither read nor written, as before.
+void KeepStandardStreams() {
+  for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(fd, F_GETFD) < 0) open("/dev/null", fd == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
+
+void Do(const Options& options) {
+  if (options.command == "help") {
+    workbench::Print(workbench::HelpText(options.operands.empty() ? "" : options.operands.front()));
+  } else if (options.command == "version") {
+    workbench::Print(workbench::VersionText());
+  } else if (options.command == "eval") {
+    workbench::EvaluateCalculations(options);
+  } else if (options.command == "run") {
+    workbench::RunScript(options);
+  } else if (options.command == "functions") {
+    workbench::ListFunctions(options);
+  } else {
+    workbench::ShowInfo(options);
+  }
+}
+
+int Report(Status status, const char* message) {
+  std::fprintf(stderr, "tarvo: %s\n", message);
+  return static_cast<int>(status);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  KeepStandardStreams();
+  signal(SIGPIPE, SIG_IGN);  // a reader that has gone is found out by writing
+  try {
+    Do(workbench::ParseCommandLine({argv + 1, argv + argc}));
+    return static_cast<int>(Status::kDone);
+  } catch (const Failure& failure) {
+    return Report(failure.status(), failure.what());
+  } catch (const std::bad_alloc&) {
+    return Report(Status::kWrong, "there is not enough memory");
+  } catch (const std::exception& error) {
+    return Report(Status::kWrong, error.what());
+  }
+}

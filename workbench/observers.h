@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/files.h"
+#include "workbench/observing_display.h"
+
+namespace workbench {
+
+// Writes every dialog's description as it opened, one JSON object a line.
+class DescriptionLog : public Observer {
+ public:
+  explicit DescriptionLog(const std::string& path) : file_(path) {}
+
+  void Opened(const display::Description& dialog) override;
+  void Answered(const display::Action&, bool) override {}
+
+ private:
+  LineFile file_;
+};
+
+// Writes what the user does as answers, which give the same results again.
+class Recording : public Observer {
+ public:
+  // Without `with_passwords` a placeholder stands for what was entered into a password field.
+  Recording(const std::string& path, bool with_passwords)
+      : file_(path), with_passwords_(with_passwords) {}
+
+  void Opened(const display::Description& dialog) override;
+  void Answered(const display::Action& action, bool secret) override;
+
+ private:
+  LineFile file_;
+  bool with_passwords_;
+  int count_ = 0;
+};
+
+// Draws every dialog as it opened into a folder, as 1.png, 2.png and so on.
+class Screenshots : public Observer {
+ public:
+  // Makes the folder. Throws Failure (usage) where that cannot be done.
+  explicit Screenshots(const std::string& folder);
+
+  void Opened(const display::Description& dialog) override;
+  void Answered(const display::Action&, bool) override {}
+
+ private:
+  std::string folder_;
+  int count_ = 0;
+};
+
+}  // namespace workbench

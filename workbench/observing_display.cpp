@@ -1,0 +1,71 @@
+#include "workbench/observing_display.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace workbench {
+
+using display::Action;
+using display::Control;
+using display::ControlKind;
+
+ObservingDisplay::ObservingDisplay(display::Display& shown_on,
+                                   std::vector<std::unique_ptr<Observer>> observers)
+    : shown_on_(shown_on), observers_(std::move(observers)) {}
+
+Rect ObservingDisplay::MainScreen() { return shown_on_.MainScreen(); }
+
+bool ObservingDisplay::Open(const display::Description& dialog) {
+  if (!shown_on_.Open(dialog)) {
+    lost_ = true;
+    return false;
+  }
+  const auto* window = std::get_if<display::Window>(&dialog);
+  controls_ = window ? window->controls : std::vector<Control>();
+  if (Tell([&](Observer& observer) { observer.Opened(dialog); })) return true;
+  shown_on_.Close();
+  return false;
+}
+
+std::optional<Action> ObservingDisplay::NextAction() {
+  std::optional<Action> action = shown_on_.NextAction();
+  if (!action) {
+    lost_ = true;
+    return std::nullopt;
+  }
+  const bool secret = IsSecret(*action);
+  if (!Tell([&](Observer& observer) { observer.Answered(*action, secret); })) return std::nullopt;
+  return action;
+}
+
+void ObservingDisplay::Change(std::size_t index, const Control& control) {
+  controls_.at(index) = control;
+  shown_on_.Change(index, control);
+}
+
+void ObservingDisplay::Reject(const std::string& reason) { shown_on_.Reject(reason); }
+
+void ObservingDisplay::Close() { shown_on_.Close(); }
+
+// False where an observer failed. No exception of theirs passes through the modal loop, so that the
+// plug-in ends its dialog as it does where a display is gone.
+template <class Report>
+bool ObservingDisplay::Tell(Report report) {
+  try {
+    for (const auto& observer : observers_) report(*observer);
+    return true;
+  } catch (const Failure& failure) {
+    if (!failure_) failure_ = failure;
+    return false;
+  }
+}
+
+bool ObservingDisplay::IsSecret(const Action& action) const {
+  return std::any_of(controls_.begin(), controls_.end(), [&](const Control& control) {
+    if (control.kind != ControlKind::kPassword) return false;
+    return (action.kind == Action::Kind::kEnter && control.id == display::FieldId(action.number)) ||
+           (action.kind == Action::Kind::kType && control.focused);
+  });
+}
+
+}  // namespace workbench

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/carbon/display.h"
+#include "workbench/failure.h"
+
+namespace workbench {
+
+// Is told of every dialog that opens and of everything that its user does. What it throws ends the
+// dialog, without an answer, and the program.
+class Observer {
+ public:
+  virtual ~Observer() = default;
+
+  virtual void Opened(const display::Description& dialog) = 0;
+
+  // `secret`: the action holds what was entered into a password field.
+  virtual void Answered(const display::Action& action, bool secret) = 0;
+};
+
+// Shows dialogs on another display, tells observers of them, and notices where one got no answer.
+class ObservingDisplay : public display::Display {
+ public:
+  // `shown_on` must outlive this display.
+  ObservingDisplay(display::Display& shown_on, std::vector<std::unique_ptr<Observer>> observers);
+
+  // A dialog could not be opened, or its display went away while it was open.
+  bool lost() const { return lost_; }
+
+  // What an observer threw first.
+  const std::optional<Failure>& failure() const { return failure_; }
+
+  Rect MainScreen() override;
+  bool Open(const display::Description& dialog) override;
+  std::optional<display::Action> NextAction() override;
+  void Change(std::size_t index, const display::Control& control) override;
+  void Reject(const std::string& reason) override;
+  void Close() override;
+
+ private:
+  template <class Report>
+  bool Tell(Report report);
+  bool IsSecret(const display::Action& action) const;
+
+  display::Display& shown_on_;
+  std::vector<std::unique_ptr<Observer>> observers_;
+  std::vector<display::Control> controls_;  // of the open dialog, as they now are
+  bool lost_ = false;
+  std::optional<Failure> failure_;
+};
+
+}  // namespace workbench

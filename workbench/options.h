@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+enum class DisplayChoice { kAuto, kDesktop, kScripted };
+
+// What the command line asks for.
+struct Options {
+  std::optional<std::string> plugin;  // path of the bundle
+  DisplayChoice display = DisplayChoice::kAuto;
+  std::optional<std::string> language;
+  std::int16_t interface_version = 200;
+  bool json = false;
+  std::optional<std::string> answers_file;
+  std::vector<std::string> answers;  // behind those of the file
+  std::optional<std::string> describe;
+  std::optional<std::string> screenshot;
+  std::optional<std::string> record;
+  bool record_passwords = false;
+
+  std::string command;
+  std::vector<std::string> operands;
+};
+
+}  // namespace workbench

@@ -1,0 +1,44 @@
+#include "workbench/output.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/carbon/display_json.h"
+#include "workbench/calculation/unicode.h"
+#include "workbench/failure.h"
+
+namespace workbench {
+
+void Print(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = write(STDOUT_FILENO, text.data(), text.size());
+    if (count >= 0) {
+      text.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      throw Failure(Status::kWrong,
+                    std::string("cannot write to standard output: ") + std::strerror(errno));
+    }
+  }
+}
+
+std::string FormatResult(const calculation::Value& result) {
+  std::string line = calculation::ToUtf8(calculation::AsText(result));
+  std::replace(line.begin(), line.end(), '\r', '\n');
+  return line + "\n";
+}
+
+std::string FormatResultAsJson(const calculation::Value& result) {
+  const std::string text = calculation::ToUtf8(calculation::AsText(result));
+  const bool is_number = std::holds_alternative<calculation::Decimal>(result);
+  return is_number ? "{\"type\": \"number\", \"result\": " + text + "}\n"
+                   : "{\"type\": \"text\", \"result\": " + JsonText(text) + "}\n";
+}
+
+std::string JsonText(std::string_view text) {
+  return display::Json(text).dump(-1, ' ', false, display::Json::error_handler_t::replace);
+}
+
+}  // namespace workbench

@@ -1,0 +1,99 @@
+#include "workbench/plugin.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <exception>
+#include <filesystem>
+
+#include "workbench/calculation/unicode.h"
+#include "workbench/failure.h"
+#include "workbench/files.h"
+
+namespace workbench {
+namespace {
+
+constexpr const char* kBundleName = "Quenlix.fmplugin";
+constexpr const char* kInstalled = "../lib/tarvo";
+constexpr std::size_t kStringSize = 1024;
+
+[[noreturn]] void Refuse(const std::string& path, const std::string& reason) {
+  throw Failure(Status::kBundle, path + ": " + reason);
+}
+
+}  // namespace
+
+Plugin::Plugin(const std::string& path, std::int16_t interface_version) {
+  Load(path);
+  Initialise(path, interface_version);
+}
+
+Plugin::~Plugin() {
+  try {
+    ShutDown();
+  } catch (...) {  // the program ends with what was wrong before
+  }
+}
+
+std::string Plugin::String(StringNumber number) {
+  char16_t buffer[kStringSize] = {};
+  call_.string = number;
+  call_.language = 0;
+  call_.size = kStringSize;
+  call_.result = reinterpret_cast<std::uintptr_t>(buffer);
+  Send(kFMXT_GetString);
+  buffer[kStringSize - 1] = 0;
+  return calculation::ToUtf8(buffer);
+}
+
+void Plugin::ShutDown() {
+  if (!running_) return;
+  running_ = false;
+  Send(kFMXT_Shutdown);
+}
+
+void Plugin::Load(const std::string& path) {
+  bundle_.reset(CFBundleCreateWithPath(path));
+  if (!bundle_) Refuse(path, "there is no such bundle");
+  const std::string module_path = CFBundleGetExecutablePath(bundle_.get());
+  if (access(module_path.c_str(), F_OK) != 0) {
+    Refuse(path, "the bundle has no module; expected " + module_path);
+  }
+  void* const module =
+      dlopen(std::filesystem::absolute(module_path).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!module) Refuse(path, std::string("the module cannot be loaded: ") + dlerror());
+  entry_point_ = reinterpret_cast<EntryPoint>(dlsym(module, "FMExternCallProc"));
+  if (!entry_point_) Refuse(path, "the module has no entry point FMExternCallProc");
+}
+
+void Plugin::Initialise(const std::string& path, std::int16_t interface_version) {
+  call_.version = interface_version;
+  try {
+    Send(kFMXT_Init);
+  } catch (const std::exception& error) {
+    Refuse(path, std::string("the plug-in threw while it was initialised: ") + error.what());
+  }
+  answer_ = static_cast<std::int32_t>(call_.result);
+  if (answer_ <= 0) {
+    Refuse(path, "the plug-in refuses interface version " + std::to_string(interface_version) +
+                     ", with the answer " + std::to_string(answer_));
+  }
+  running_ = true;
+}
+
+void Plugin::Send(std::uint8_t message) {
+  call_.message = message;
+  call_.bundle = reinterpret_cast<std::uintptr_t>(bundle_.get());
+  entry_point_(&call_);
+}
+
+std::string FindBundle() {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path folder = ProgramFolder();
+  const fs::path beside = folder / kBundleName;
+  const fs::path installed = (folder / kInstalled / kBundleName).lexically_normal();
+  return !fs::exists(beside, error) && fs::exists(installed, error) ? installed : beside;
+}
+
+}  // namespace workbench

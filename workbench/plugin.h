@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/corefoundation/CFHost.h"
+#include "platform/fmwrapper/FMHost.h"
+
+namespace workbench {
+
+// A plug-in as FileMaker holds one: its bundle is loaded, it is initialised, asked for its strings,
+// and shut down. The module stays loaded to the end of the program, because what it registered or
+// left behind may still refer to it.
+class Plugin {
+ public:
+  // FileMaker's numbers of a plug-in's strings.
+  enum StringNumber : std::uint8_t { kName = 128, kDescription = 129, kOptions = 131 };
+
+  // Loads and initialises the bundle in the folder `path`. Throws Failure (bundle) that says why it
+  // cannot be loaded, or that it refuses the interface version.
+  Plugin(const std::string& path, std::int16_t interface_version);
+  Plugin(const Plugin&) = delete;
+  Plugin& operator=(const Plugin&) = delete;
+
+  // Shuts the plug-in down if that was not done; what it throws is let go.
+  ~Plugin();
+
+  // The answer to the initialisation message.
+  std::int32_t answer() const { return answer_; }
+
+  // One of the plug-in's strings, UTF-8; empty where it has none.
+  std::string String(StringNumber number);
+
+  // What the plug-in throws passes through.
+  void ShutDown();
+
+ private:
+  using EntryPoint = void (*)(FMX_ExternCallPtr call);
+
+  void Load(const std::string& path);
+  void Initialise(const std::string& path, std::int16_t interface_version);
+  void Send(std::uint8_t message);
+
+  struct Release {
+    void operator()(CFBundleRef bundle) const { CFRelease(bundle); }
+  };
+
+  std::unique_ptr<CFBundle, Release> bundle_;
+  EntryPoint entry_point_ = nullptr;
+  FMX_ExternCallBlock<std::uintptr_t> call_{};  // the plug-in may look at the latest at any time
+  std::int32_t answer_ = 0;
+  bool running_ = false;
+};
+
+// The bundle beside this program, or else where it was installed.
+std::string FindBundle();
+
+}  // namespace workbench

@@ -1,0 +1,57 @@
+#include "workbench/plugin_functions.h"
+
+#include <exception>
+
+#include "workbench/calculation/unicode.h"
+#include "workbench/failure.h"
+
+namespace workbench {
+namespace {
+
+using calculation::Decimal;
+using calculation::Value;
+
+fmx::host::Value ToHost(const Value& value) {
+  const bool is_number = std::holds_alternative<Decimal>(value);
+  return {is_number ? kFMX_NumberType : kFMX_TextType, calculation::AsText(value)};
+}
+
+Value FromHost(const fmx::host::Value& value) {
+  if (value.type != kFMX_NumberType) return value.text;
+  const auto number = Decimal::FromText(calculation::ToUtf8(value.text));
+  return number ? Value(*number) : Value(value.text);
+}
+
+fmx::host::Outcome Evaluate(const fmx::host::Function& function, const std::string& name,
+                            const std::vector<fmx::host::Value>& parameters) {
+  try {
+    return fmx::host::Evaluate(function, parameters);
+  } catch (const std::exception& error) {
+    throw Failure(Status::kWrong, name + ": the plug-in threw an exception: " + error.what());
+  }
+}
+
+}  // namespace
+
+PluginFunctions::PluginFunctions(const User& user)
+    : user_(user), functions_(fmx::host::Functions()) {
+  for (const fmx::host::Function& function : functions_) {
+    signatures_.push_back({calculation::ToUtf8(function.name), function.minimum_arguments,
+                           function.maximum_arguments});
+  }
+}
+
+Value PluginFunctions::Call(std::size_t index, const std::vector<Value>& arguments) {
+  std::vector<fmx::host::Value> parameters;
+  for (const Value& argument : arguments) parameters.push_back(ToHost(argument));
+  const std::string& name = signatures_[index].name;
+  const fmx::host::Outcome outcome = Evaluate(functions_[index], name, parameters);
+  user_.CheckAnswered();
+  if (outcome.error != 0) {
+    throw Failure(Status::kWrong,
+                  name + ": the plug-in answered error code " + std::to_string(outcome.error));
+  }
+  return FromHost(outcome.result);
+}
+
+}  // namespace workbench

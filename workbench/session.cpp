@@ -1,0 +1,68 @@
+#include "workbench/session.h"
+
+#include <cstdlib>
+#include <exception>
+
+#include "workbench/calculation/parser.h"
+#include "workbench/failure.h"
+#include "workbench/output.h"
+#include "workbench/script.h"
+
+namespace workbench {
+namespace {
+
+// Does `work`, and explains what it finds wrong in `source`.
+template <class Work>
+void Explaining(const calculation::Source& source, Work work) {
+  try {
+    source.CheckEncoding();
+    work();
+  } catch (const calculation::Error& error) {
+    throw Failure(Status::kWrong, source.Explain(error));
+  }
+}
+
+std::string ChooseBundle(const Options& options) {
+  // The bundle's strings are chosen by this when they are first asked for.
+  if (options.language) setenv("LANGUAGE", options.language->c_str(), 1);
+  return options.plugin ? *options.plugin : FindBundle();
+}
+
+}  // namespace
+
+Session::Session(const Options& options)
+    : json_(options.json),
+      user_(options),
+      plugin_(ChooseBundle(options), options.interface_version),
+      functions_(user_) {}
+
+void Session::Evaluate(const calculation::Source& source) {
+  Explaining(source, [&] {
+    const calculation::NodePtr tree = calculation::Parse(source.text(), functions_);
+    PrintResult(calculation::Evaluator(functions_, variables_).Evaluate(*tree));
+  });
+}
+
+void Session::Run(const calculation::Source& script) {
+  const ScriptRunner::Printer print = [this](const auto& result) { PrintResult(result); };
+  Explaining(script, [&] {
+    ScriptReader reader(script.text(), functions_);
+    ScriptRunner runner(functions_, variables_, print);
+    while (const std::optional<Step> step = reader.Next()) runner.Run(*step);
+  });
+}
+
+void Session::End() {
+  try {
+    plugin_.ShutDown();
+  } catch (const std::exception& error) {
+    throw Failure(Status::kWrong,
+                  std::string("the plug-in threw while it was shut down: ") + error.what());
+  }
+}
+
+void Session::PrintResult(const calculation::Value& result) const {
+  Print(json_ ? FormatResultAsJson(result) : FormatResult(result));
+}
+
+}  // namespace workbench

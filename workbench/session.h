@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/calculation/evaluator.h"
+#include "workbench/calculation/source.h"
+#include "workbench/options.h"
+#include "workbench/plugin.h"
+#include "workbench/plugin_functions.h"
+#include "workbench/user.h"
+
+namespace workbench {
+
+// One life of the plug-in, with its user and the variables of its calculations.
+class Session {
+ public:
+  // Throws Failure (usage, bundle).
+  explicit Session(const Options& options);
+
+  Plugin& plugin() { return plugin_; }
+  const PluginFunctions& functions() const { return functions_; }
+
+  // Evaluates a calculation and prints its result. Throws Failure.
+  void Evaluate(const calculation::Source& source);
+
+  // The same for each calculation of a script.
+  void Run(const calculation::Source& script);
+
+  // Ends the plug-in's life. Throws Failure where the plug-in throws.
+  void End();
+
+ private:
+  void PrintResult(const calculation::Value& result) const;
+
+  bool json_;
+  User user_;
+  Plugin plugin_;
+  PluginFunctions functions_;
+  calculation::Variables variables_;
+};
+
+}  // namespace workbench

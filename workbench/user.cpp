@@ -1,0 +1,77 @@
+#include "workbench/user.h"
+
+#include <utility>
+
+#include "platform/carbon/CarbonHost.h"
+#include "workbench/failure.h"
+#include "workbench/files.h"
+#include "workbench/observers.h"
+
+namespace workbench {
+namespace {
+
+using display::Answer;
+
+// The file's answers, then those of the command line, which count as one text.
+std::vector<Answer> ReadAnswers(const Options& options) {
+  std::vector<Answer> answers;
+  std::string source = options.answers_file.value_or("");
+  try {
+    if (options.answers_file) answers = display::ParseAnswers(ReadFile(source));
+    std::string text;
+    for (const std::string& answer : options.answers) text += answer + ";";
+    source = "--answer";
+    for (Answer& answer : display::ParseAnswerText(text)) answers.push_back(std::move(answer));
+  } catch (const display::AnswerError& error) {
+    throw Failure(Status::kUsage,
+                  source + ", line " + std::to_string(error.line()) + ": " + error.what());
+  }
+  return answers;
+}
+
+bool IsScripted(const Options& options) {
+  if (options.display != DisplayChoice::kAuto) return options.display == DisplayChoice::kScripted;
+  return options.answers_file || !options.answers.empty();
+}
+
+std::vector<std::unique_ptr<Observer>> MakeObservers(const Options& options) {
+  std::vector<std::unique_ptr<Observer>> observers;
+  if (options.describe) observers.push_back(std::make_unique<DescriptionLog>(*options.describe));
+  if (options.screenshot) observers.push_back(std::make_unique<Screenshots>(*options.screenshot));
+  if (options.record) {
+    observers.push_back(std::make_unique<Recording>(*options.record, options.record_passwords));
+  }
+  return observers;
+}
+
+std::string Explain(const display::ScriptedDisplay::Failure& failure) {
+  const std::string line =
+      failure.line > 0 ? "answer line " + std::to_string(failure.line) + ": " : "";
+  return "dialog \"" + failure.caption + "\": " + line + failure.reason;
+}
+
+}  // namespace
+
+User::User(const Options& options) {
+  std::vector<Answer> answers = ReadAnswers(options);
+  if (IsScripted(options)) scripted_.emplace(std::move(answers));
+  display::Display& shown_on = scripted_ ? *scripted_ : *carbon::DesktopDisplay();
+  display_.emplace(shown_on, MakeObservers(options));
+  carbon::SetDisplay(&*display_);
+}
+
+User::~User() { carbon::SetDisplay(nullptr); }
+
+void User::CheckAnswered() const {
+  if (display_->failure()) throw *display_->failure();
+  if (scripted_ && scripted_->failure()) {
+    throw Failure(Status::kAnswer, Explain(*scripted_->failure()));
+  }
+  if (display_->lost()) {
+    throw Failure(Status::kNoDisplay,
+                  "no display: the dialog cannot be shown, or was closed from outside; "
+                  "--answer or --answers answers it without a screen");
+  }
+}
+
+}  // namespace workbench
