@@ -1,0 +1,192 @@
+#include "workbench/check/isolation.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace workbench::check {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// What the child sends: one of these letters and its message.
+constexpr std::array kLetters{std::pair{'p', Verdict::kPassed}, std::pair{'f', Verdict::kFailed},
+                              std::pair{'s', Verdict::kSkipped}};
+
+[[noreturn]] void Throw(const char* what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+class Descriptor {
+ public:
+  explicit Descriptor(int fd) : fd_(fd) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { Close(); }
+
+  int get() const { return fd_; }
+  void Close() {
+    if (fd_ >= 0) close(std::exchange(fd_, -1));
+  }
+
+ private:
+  int fd_;
+};
+
+// --- In the child
+
+// Runs the body and puts what came of it into words: a letter and the message.
+std::string RunBody(const std::function<std::string()>& body) {
+  using namespace std::string_literals;
+  try {
+    return "p" + body();
+  } catch (const NotApplicable& reason) {
+    return "s"s + reason.what();
+  } catch (const ContractBroken& broken) {
+    return "f"s + broken.what();
+  } catch (const std::exception& error) {
+    return "fexpected no exception, got one that says: "s + error.what();
+  } catch (...) {
+    return "fexpected no exception, got one of an unknown type";
+  }
+}
+
+void ResetSignals() {
+  for (int number = 1; number < NSIG; ++number) std::signal(number, SIG_DFL);
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void Silence() {
+  const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
+  for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(null, fd);
+}
+
+// Whatever the plug-in starts goes with its group, and the group's leader with this program.
+void StandAlone(pid_t parent) {
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (getppid() != parent) _exit(0);
+  setpgid(0, 0);
+  const rlimit no_core{0, 0};
+  setrlimit(RLIMIT_CORE, &no_core);
+}
+
+void WriteAll(int out, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = write(out, text.data(), text.size());
+    if (count <= 0) return;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+[[noreturn]] void RunChild(const std::function<std::string()>& body, int out) {
+  ResetSignals();
+  Silence();
+  WriteAll(out, RunBody(body));
+  _exit(EXIT_SUCCESS);
+}
+
+// --- In the parent
+
+int Remaining(Clock::time_point deadline) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+  return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
+}
+
+// Takes what is there. False at the end, and where there is nothing now.
+bool ReadSome(int fd, std::string& text) {
+  std::array<char, 4096> buffer;
+  const ssize_t count = read(fd, buffer.data(), buffer.size());
+  if (count > 0) text.append(buffer.data(), static_cast<std::size_t>(count));
+  return count > 0;
+}
+
+// Reads until the child has ended; false where the time limit comes first. Descriptors that the
+// child closed or handed on say nothing of its end, so that is waited for itself.
+bool ReadUntilEnd(pid_t child, int in, Clock::time_point deadline, std::string& text) {
+  const Descriptor end(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
+  if (end.get() < 0) Throw("cannot wait for a check");
+  std::array<pollfd, 2> waited{pollfd{end.get(), POLLIN, 0}, pollfd{in, POLLIN, 0}};
+  while (true) {
+    const int ready = poll(waited.data(), waited.size(), Remaining(deadline));
+    if (ready == 0) return false;
+    if (ready < 0) continue;
+    if (waited[1].revents != 0 && !ReadSome(in, text)) waited[1].fd = -1;
+    if (waited[0].revents == 0) continue;
+    while (waited[1].fd >= 0 && ReadSome(in, text)) {
+    }
+    return true;
+  }
+}
+
+int Reap(pid_t child) {
+  kill(-child, SIGKILL);
+  kill(child, SIGKILL);
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
+  return status;
+}
+
+std::string InSeconds(std::chrono::milliseconds time) {
+  std::array<char, 32> text;
+  std::snprintf(text.data(), text.size(), "%g s", static_cast<double>(time.count()) / 1000);
+  return text.data();
+}
+
+std::string HowItEnded(int status) {
+  if (WIFEXITED(status)) {
+    return "ended the program with exit status " + std::to_string(WEXITSTATUS(status));
+  }
+  const char* name = sigabbrev_np(WTERMSIG(status));
+  return name == nullptr ? "signal " + std::to_string(WTERMSIG(status)) : "SIG" + std::string(name);
+}
+
+Result FromText(const std::string& text, int status) {
+  for (const auto& [letter, verdict] : kLetters) {
+    if (status == EXIT_SUCCESS && text.starts_with(letter)) return {verdict, text.substr(1)};
+  }
+  return {Verdict::kCrashed, HowItEnded(status)};
+}
+
+}  // namespace
+
+Result RunIsolated(const std::function<std::string()>& body, std::chrono::milliseconds time_limit) {
+  const Clock::time_point deadline = Clock::now() + time_limit;
+  std::array<int, 2> ends;
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) Throw("cannot make a pipe");
+  const Descriptor in(ends[0]);
+  Descriptor out(ends[1]);
+  fcntl(in.get(), F_SETFL, O_NONBLOCK);
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) Throw("cannot start a check");
+  if (child == 0) {
+    StandAlone(parent);
+    RunChild(body, out.get());
+  }
+  out.Close();
+  std::string text;
+  const bool ended = ReadUntilEnd(child, in.get(), deadline, text);
+  const int status = Reap(child);
+  if (!ended) return {Verdict::kTimedOut, "expected an end within " + InSeconds(time_limit)};
+  return FromText(text, status);
+}
+
+}  // namespace workbench::check

@@ -1,0 +1,36 @@
+#pragma once
+
+// Runs a check where it can do no harm: what happens to its process is its result.
+
+#include <chrono>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+namespace workbench::check {
+
+enum class Verdict { kPassed, kFailed, kCrashed, kTimedOut, kSkipped };
+
+struct Result {
+  Verdict verdict = Verdict::kPassed;
+  std::string message;  // of a check that passed: what it found out
+};
+
+// What a check throws where the plug-in breaks the contract; what() says what was expected and what
+// came.
+class ContractBroken : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+// What a check throws where it cannot be made; what() says why.
+class NotApplicable : public std::runtime_error {
+ public:
+  using runtime_error::runtime_error;
+};
+
+// Runs `body` in a process of its own, which is silent and has the signals' default handling, and
+// ends that process when the time limit has passed. `body` returns the message.
+Result RunIsolated(const std::function<std::string()>& body, std::chrono::milliseconds time_limit);
+
+}  // namespace workbench::check

@@ -1,0 +1,126 @@
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "platform/corefoundation/encoding.h"
+#include "workbench/check/checks.h"
+
+namespace workbench::check {
+namespace {
+
+enum StringNumber : std::uint8_t { kAbsent = 0, kName = 128, kConfiguration = 129, kOptions = 131 };
+
+// Longer than any text that is meant to be read.
+constexpr std::size_t kRoom = 65536;
+constexpr char16_t kBlank = 0x5A5A;
+
+// A string that was asked for: what the plug-in wrote into the buffer and behind it.
+struct Answer {
+  std::u16string units;
+  std::size_t size;
+
+  bool IsUntouched() const { return units.find_first_not_of(kBlank) == std::u16string::npos; }
+  bool HasWrittenPast() const {
+    return units.find_first_not_of(kBlank, size) != std::u16string::npos;
+  }
+  std::u16string Text() const { return units.substr(0, units.find(u'\0')); }
+};
+
+// Asks for a string with a buffer that is said to be of `size` units and has room for more.
+Answer Ask(Plugin& plugin, std::uint8_t number, std::int32_t size) {
+  Answer answer{std::u16string(kRoom + 1, kBlank), static_cast<std::size_t>(std::max(size, 0))};
+  plugin.block().string = number;
+  plugin.block().size = size;
+  plugin.block().result = reinterpret_cast<std::uintptr_t>(answer.units.data());
+  plugin.Send(kFMXT_GetString);
+  return answer;
+}
+
+std::string Case(std::uint8_t number, std::int32_t size) {
+  return "string " + std::to_string(number) + " with a buffer of " + std::to_string(size) +
+         " units";
+}
+
+std::u16string AskWhole(Plugin& plugin, std::uint8_t number) {
+  const Answer answer = Ask(plugin, number, kRoom);
+  Expect(!answer.IsUntouched(), "expected a string " + std::to_string(number) + ", got none");
+  Expect(answer.Text().size() < kRoom,
+         "expected string " + std::to_string(number) + " to end with a zero unit, got none");
+  return answer.Text();
+}
+
+void ExpectNothing(Plugin& plugin, std::uint8_t number, std::int32_t size) {
+  Expect(Ask(plugin, number, size).IsUntouched(),
+         "expected nothing for " + Case(number, size) + ", got something written");
+}
+
+void ExpectNothingWithoutRoom(Plugin& plugin, std::uint8_t number) {
+  for (const std::int32_t size : {1, 0, -1, INT32_MIN}) ExpectNothing(plugin, number, size);
+  plugin.block().string = number;
+  plugin.block().size = 1024;
+  plugin.block().result = 0;  // an answer that is written all the same ends the process
+  plugin.Send(kFMXT_GetString);
+}
+
+void ExpectWhole(Plugin& plugin, std::uint8_t number, std::int32_t size, std::u16string_view text) {
+  const Answer answer = Ask(plugin, number, size);
+  Expect(!answer.HasWrittenPast(), "expected nothing written behind the buffer for " +
+                                       Case(number, size) + ", got something");
+  Expect(answer.Text() == text, "expected the whole " + Case(number, size) + ", got " +
+                                    Quoted(answer.IsUntouched() ? u"" : answer.Text()));
+}
+
+// A string is loaded where at least one unit stays free behind its terminator.
+void CheckString(const Bundle& bundle, std::uint8_t number) {
+  Plugin plugin(bundle);
+  plugin.Start();
+  const std::u16string text = AskWhole(plugin, number);
+  Expect(!text.empty(),
+         "expected a text as string " + std::to_string(number) + ", got an empty one");
+  const auto limit = static_cast<std::int32_t>(text.size()) + 2;
+  for (const std::int32_t size : {2, limit - 2, limit - 1}) ExpectNothing(plugin, number, size);
+  for (const std::int32_t size : {limit, limit + 1}) ExpectWhole(plugin, number, size, text);
+  ExpectNothingWithoutRoom(plugin, number);
+}
+
+// FileMaker never asks for this number, and no table has it.
+void CheckAbsentString(const Bundle& bundle) {
+  Plugin plugin(bundle);
+  plugin.Start();
+  for (const std::int32_t size : {2, 1024}) ExpectNothing(plugin, kAbsent, size);
+  ExpectNothingWithoutRoom(plugin, kAbsent);
+}
+
+// Behind the plug-in's ID: always 1; Configure button or not; always n; initialise and shut down,
+// which a plug-in with functions needs; idle time or not; always n.
+bool AreFlags(const std::string& flags) {
+  return flags == "1nnYnn" || flags == "1YnYnn" || flags == "1nnYYn" || flags == "1YnYYn";
+}
+
+void CheckOptions(const Bundle& bundle) {
+  Plugin plugin(bundle);
+  plugin.Start();
+  const std::u16string text = AskWhole(plugin, kOptions);
+  const std::string options = encoding::ToUtf8(text);
+  for (const auto& function : fmx::host::Functions()) {
+    const std::string& id = function.plugin_id;
+    Expect(options.starts_with(id) && AreFlags(options.substr(id.size())),
+           "expected the options " + id + "1nnYnn, got " + Quoted(text));
+  }
+}
+
+Check StringCheck(const std::string& name, std::uint8_t number) {
+  return {name, [number](const Bundle& bundle) { CheckString(bundle, number); }};
+}
+
+}  // namespace
+
+std::vector<Check> StringChecks() {
+  return {StringCheck("string-128", kName),
+          StringCheck("string-129", kConfiguration),
+          StringCheck("string-131", kOptions),
+          {"string-absent", CheckAbsentString},
+          {"options", CheckOptions}};
+}
+
+}  // namespace workbench::check
