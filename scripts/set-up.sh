@@ -1,22 +1,28 @@
 #!/bin/sh
 # Installs what building, running and testing need on Debian 12; does nothing where all is there.
 #
-#   scripts/set-up.sh [run|test]     what `make run` needs, or also what `make test` needs
+#   scripts/set-up.sh [run|test|fuzz|bench]
+#
+# `run` is what `make run` needs; the others add what their command needs.
 set -eu
 
-run_packages="
+purpose=${1:-run}
+
+packages="
   cmake g++ make ninja-build pkg-config
-  qt6-base-dev libxcb1-dev libgl-dev
+  qt6-base-dev qt6-wayland libxcb1-dev libgl-dev
   nlohmann-json3-dev libcli11-dev
   fonts-dejavu-core"
 
-test_packages="
-  libgtest-dev clang-format clang-tidy libclang-rt-14-dev
-  xvfb xdotool openbox x11-utils xauth
-  locales"
-
-packages=$run_packages
-if [ "${1:-run}" = test ]; then packages="$packages $test_packages"; fi
+case $purpose in
+  test) packages="$packages
+    libgtest-dev clang-format clang-tidy
+    xvfb xdotool openbox x11-utils x11-xserver-utils xauth xclip
+    at-spi2-core dbus-daemon weston
+    locales" ;;
+  fuzz) packages="$packages clang libclang-rt-14-dev" ;;
+  bench) packages="$packages libbenchmark-dev libicu-dev xvfb" ;;
+esac
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
@@ -39,7 +45,7 @@ if [ -n "$missing" ]; then
 fi
 
 # A locale whose code set is not UTF-8, for the tests of conversions.
-if [ "${1:-run}" = test ]; then
+if [ "$purpose" = test ]; then
   for locale in de_DE/ISO-8859-1 ja_JP/EUC-JP; do
     name=${locale%/*}.${locale#*/}
     known=$(locale -a | tr -d - | tr '[:upper:]' '[:lower:]')

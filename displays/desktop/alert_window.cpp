@@ -1,10 +1,10 @@
 #include "displays/desktop/alert_window.h"
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <algorithm>
 #include <utility>
 
@@ -33,47 +33,44 @@ display::Control ButtonControl(int number, const std::string& text) {
   return control;
 }
 
-}  // namespace
-
-// The message over the explanation, as high as they need to be.
-class AlertWindow::Texts : public QWidget {
+// One of an alert's texts, as high as it needs to be. It is a label so that a screen reader can go
+// to it.
+class AlertText : public QLabel {
  public:
-  Texts(const display::Alert& alert, int width)
-      : message_(ToQString(alert.message)), explanation_(ToQString(alert.explanation)) {
-    resize(width, NeededHeight(width));
-  }
-
-  int NeededHeight(int width) const {
-    const int below =
-        explanation_.isEmpty() ? 0 : kBetweenTexts + TextHeight(explanation_, SmallFont(), width);
-    return MessageHeight(width) + below;
+  AlertText(const std::string& text, const QFont& font, int width, QWidget* parent)
+      : QLabel(parent), text_(ToQString(text)) {
+    setFont(font);
+    setAccessibleName(text_);
+    resize(width, TextHeight(text_, font, width));
   }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
-    DrawText(painter, MessageFont(), 0, message_);
-    const int message = MessageHeight(width());
-    if (!explanation_.isEmpty()) {
-      DrawText(painter, SmallFont(), message ? message + kBetweenTexts : 0, explanation_);
-    }
+    DrawBlock(painter, rect(), FitText(text_, font(), size()));
   }
 
  private:
-  int MessageHeight(int width) const {
-    return message_.isEmpty() ? 0 : TextHeight(message_, MessageFont(), width);
-  }
-
-  void DrawText(QPainter& painter, const QFont& font, int top, const QString& text) {
-    const QRect rect(0, top, width(), height());
-    painter.setFont(font);
-    DrawBlock(painter, rect, FitText(text, font, rect.size()));
-  }
-
-  QString message_;
-  QString explanation_;
+  QString text_;
 };
+
+// The message over the explanation.
+QWidget* MakeTexts(const display::Alert& alert, int width) {
+  auto* texts = new QWidget;
+  int height = 0;
+  for (const auto& [text, font] :
+       {std::pair{&alert.message, MessageFont()}, std::pair{&alert.explanation, SmallFont()}}) {
+    if (text->empty()) continue;
+    auto* label = new AlertText(*text, font, width, texts);
+    label->move(0, height == 0 ? 0 : height + kBetweenTexts);
+    height = label->geometry().bottom() + 1;
+  }
+  texts->resize(width, height);
+  return texts;
+}
+
+}  // namespace
 
 AlertWindow::AlertWindow(const display::Alert& alert, Report report)
     : ModalWindow(std::move(report)) {
@@ -104,8 +101,8 @@ void AlertWindow::LayOut(const display::Alert& alert) {
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
   const int least_width = std::max(kWidth, ButtonRowWidth() + 2 * kMargin);
   const int around_texts = 2 * kMargin + kButtonRow;
-  QScrollArea* texts = AddTexts(alert, least_width - kTextLeft - kMargin,
-                                screen.height() - kTitleBar - around_texts);
+  QWidget* texts = AddTexts(alert, least_width - kTextLeft - kMargin,
+                            screen.height() - kTitleBar - around_texts);
 
   // One or two lines stand at the middle of the icon, more begin at its top.
   const int body = std::max(texts->height(), kIcon);
@@ -120,19 +117,24 @@ void AlertWindow::LayOut(const display::Alert& alert) {
               screen.top() + (screen.height() - height) / 3, width, height);
 }
 
-// The texts at that width, no higher than `most`: then they scroll, by keys as well.
-QScrollArea* AlertWindow::AddTexts(const display::Alert& alert, int width, int most) {
-  auto* texts = new Texts(alert, width);
-  const bool scrolls = texts->height() > most;
+// The texts at that width, before the buttons for a screen reader. Where they are higher than
+// `most` they scroll, by keys as well.
+QWidget* AlertWindow::AddTexts(const display::Alert& alert, int width, int most) {
+  QWidget* texts = MakeTexts(alert, width);
+  if (texts->height() <= most) {
+    texts->setParent(this);
+    texts->lower();
+    return texts;
+  }
   auto* area = new QScrollArea(this);
   area->setFrameShape(QFrame::NoFrame);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->viewport()->setAutoFillBackground(false);
   area->setWidget(texts);
   texts->setAutoFillBackground(false);
-  area->resize(width + (scrolls ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0),
-               std::min(texts->height(), most));
-  if (scrolls) tab_order_.push_back(area);
+  area->resize(width + style()->pixelMetric(QStyle::PM_ScrollBarExtent), most);
+  area->lower();
+  tab_order_.push_back(area);
   return area;
 }
 

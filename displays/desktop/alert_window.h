@@ -2,8 +2,6 @@
 
 #include "displays/desktop/modal_window.h"
 
-class QScrollArea;
-
 namespace desktop {
 
 // The platform's alert: an icon, a message in bold over its explanation, and one to three buttons.
@@ -15,11 +13,9 @@ class AlertWindow : public ModalWindow {
   QAccessible::Role AccessibleRole() const override { return QAccessible::AlertMessage; }
 
  private:
-  class Texts;
-
   void AddButton(int number, const std::optional<std::string>& text);
   void LayOut(const display::Alert& alert);
-  QScrollArea* AddTexts(const display::Alert& alert, int width, int most);
+  QWidget* AddTexts(const display::Alert& alert, int width, int most);
   int ButtonRowWidth() const;
   void PlaceButtons(int width, int top);
 

@@ -18,16 +18,16 @@ ControlView* MakeControlView(const display::Control& control, QWidget* parent,
     case Kind::kStatic:
       return new StaticText(control, parent);
     case Kind::kButton:
-      return new PushButton(control, parent, std::move(report));
+      return new PushButton(control, parent, report);
     case Kind::kEdit:
     case Kind::kPassword:
       return new EditText(control, parent);
     case Kind::kPopup:
-      return new Popup(control, parent, std::move(report));
+      return new Popup(control, parent, report);
     case Kind::kCheckBox:
-      return new CheckBox(control, parent, std::move(report));
+      return new CheckBox(control, parent, report);
     case Kind::kRadio:
-      return new RadioButton(control, parent, std::move(report));
+      return new RadioButton(control, parent, report);
     case Kind::kList:
       return new ListBox(control, parent, std::move(report));
   }

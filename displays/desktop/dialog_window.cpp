@@ -15,6 +15,9 @@ bool IsInput(const Control& control) {
   return control.kind != ControlKind::kStatic && control.kind != ControlKind::kButton;
 }
 
+// The cancel control is Escape and nothing to look at, whether or not Escape is allowed.
+bool IsSeen(const Control& control) { return control.visible && !control.is_cancel; }
+
 // Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
 // name.
 QString TitleFor(const std::string& text) {
@@ -25,13 +28,17 @@ QString TitleFor(const std::string& text) {
 
 }  // namespace
 
-DialogWindow::DialogWindow(const display::Window& description, Report report)
-    : ModalWindow(std::move(report)), description_(description) {
+DialogWindow::DialogWindow(display::Window description, Report report)
+    : ModalWindow(std::move(report)), description_(std::move(description)) {
   const Rect& content = description_.content;
   setWindowTitle(TitleFor(description_.title));
   setFixedSize(content.right - content.left, content.bottom - content.top);
   Place();
-  Build();
+  views_.resize(description_.controls.size());
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    Show(i);
+    if (views_[i] && description_.controls[i].focused) views_[i]->Widget()->setFocus();
+  }
   OrderTabs();
   NameInputs();
 }
@@ -52,32 +59,36 @@ bool DialogWindow::event(QEvent* event) {
   return ModalWindow::event(event);
 }
 
-void DialogWindow::Build() {
-  for (const Control& control : description_.controls) {
-    ControlView* view =
-        MakeControlView(control, this, [this](const auto& action) { Send(action); });
+// What nobody has seen yet has no widget, which a screen reader would find.
+void DialogWindow::Show(std::size_t index) {
+  const Control& control = description_.controls.at(index);
+  ControlView*& view = views_.at(index);
+  if (!view && IsSeen(control)) {
+    view = MakeControlView(control, this, [this](const auto& action) { Send(action); });
     AddView(view);
-    view->Update(control);
-    if (control.focused) view->Widget()->setFocus();
   }
+  if (view) view->Update(control);
 }
 
 void DialogWindow::Change(std::size_t index, const Control& control) {
   Control& known = description_.controls.at(index);
   const bool focus_moved = control.focused && !known.focused;
   known = control;
-  View(index)->Update(control);
-  if (focus_moved) View(index)->Widget()->setFocus();
+  Show(index);
+  OrderTabs();
+  NameInputs();
+  if (focus_moved && views_[index]) views_[index]->Widget()->setFocus();
 }
 
 // Fields or the list first, then the buttons.
 void DialogWindow::OrderTabs() {
   std::vector<QWidget*> inputs;
   std::vector<QWidget*> buttons;
-  for (std::size_t i = 0; i < description_.controls.size(); ++i) {
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    if (!views_[i]) continue;
     const Control& control = description_.controls[i];
-    if (IsInput(control)) inputs.push_back(View(i)->Widget());
-    if (control.kind == ControlKind::kButton) buttons.push_back(View(i)->Widget());
+    if (IsInput(control)) inputs.push_back(views_[i]->Widget());
+    if (control.kind == ControlKind::kButton) buttons.push_back(views_[i]->Widget());
   }
   inputs.insert(inputs.end(), buttons.begin(), buttons.end());
   SetTabOrder(std::move(inputs));
@@ -90,11 +101,11 @@ void DialogWindow::NameInputs() {
     if (label.kind != ControlKind::kStatic) continue;
     const QString text = ToQString(label.text.value_or(""));
     if (label.id == 1) setAccessibleDescription(text);
-    for (std::size_t i = 0; i < description_.controls.size(); ++i) {
+    for (std::size_t i = 0; i < views_.size(); ++i) {
       const Control& input = description_.controls[i];
       const bool labels =
           input.kind == ControlKind::kList ? label.id == 1 : input.id == label.id + 1;
-      if (IsInput(input) && labels) View(i)->Widget()->setAccessibleName(text);
+      if (views_[i] && IsInput(input) && labels) views_[i]->Widget()->setAccessibleName(text);
     }
   }
 }

@@ -7,7 +7,7 @@ namespace desktop {
 // A dialog at its place on the screen with its controls at theirs.
 class DialogWindow : public ModalWindow {
  public:
-  DialogWindow(const display::Window& description, Report report);
+  DialogWindow(display::Window description, Report report);
 
   // Control `index` now is as described. The focus moves only where the host has moved it.
   void Change(std::size_t index, const display::Control& control);
@@ -19,11 +19,12 @@ class DialogWindow : public ModalWindow {
 
  private:
   void Place();
-  void Build();
+  void Show(std::size_t index);
   void OrderTabs();
   void NameInputs();
 
   display::Window description_;
+  std::vector<ControlView*> views_;  // of each control; null where it has never been visible
   bool placed_ = false;
 };
 

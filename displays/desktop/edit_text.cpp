@@ -16,14 +16,18 @@ EditText::EditText(const display::Control& control, QWidget* parent)
   setFont(SmallFont());
   setTextMargins(1, 0, 1, 0);  // the text begins at the rectangle: Qt keeps 3 pixels
   setGeometry(RectOf(control).adjusted(-kFieldFrame, -kFieldFrame, kFieldFrame, kFieldFrame));
-  connect(this, &QLineEdit::textEdited, this, [this] { edited_ = true; });
+  // Not textEdited: what a screen reader or a dictation puts in is the user's, too.
+  connect(this, &QLineEdit::textChanged, this, [this] { edited_ = true; });
 }
 
 // A password is never told, so the host's empty text is no reason to empty the field.
 void EditText::Update(const display::Control& control) {
   const QString content = ToQString(control.text.value_or(""));
   const bool known = echoMode() == QLineEdit::Normal;
-  if (known && !edited_ && content != text()) setText(content);
+  if (known && !edited_ && content != text()) {
+    setText(content);
+    edited_ = false;
+  }
   setEnabled(control.enabled);
   setVisible(control.visible);
 }

@@ -39,6 +39,8 @@ ListBox::ListBox(const display::Control& control, QWidget* parent, Report report
   setSelectionMode(control.multiple ? QAbstractItemView::MultiSelection
                                     : QAbstractItemView::SingleSelection);
   for (const std::string& row : *control.rows) addItem(ToQString(row));
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &ListBox::ReportForeignSelection);
 }
 
 void ListBox::Update(const display::Control& control) {
@@ -47,7 +49,9 @@ void ListBox::Update(const display::Control& control) {
     const QModelIndex index = model()->index(row - 1, 0);
     selection.select(index, index);
   }
+  updating_ = true;
   selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  updating_ = false;
   setEnabled(control.enabled);
   setVisible(control.visible);
 }
@@ -71,13 +75,12 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event)
 void ListBox::keyPressEvent(QKeyEvent* event) {
   const int row = currentRow();
   if (event->key() == Qt::Key_Space && row >= 0) {
-    if (event->isAutoRepeat()) return;  // a second choice of the row may mean more than the first
     Choose(KindFor(event->modifiers()), row, display::kRowMiddle);
     return;
   }
   const int moved = RowAfterKey(*event);
   if (moved >= 0) {
-    setCurrentRow(moved);
+    setCurrentIndex(model()->index(moved, 0));  // setCurrentRow would select it
   } else {
     QListWidget::keyPressEvent(event);  // typing the beginning of a row finds it
   }
@@ -108,6 +111,15 @@ int ListBox::RowAfterKey(const QKeyEvent& key) const {
     default:
       return -1;
   }
+}
+
+// A screen reader selects past our keys and pointer.
+void ListBox::ReportForeignSelection(const QItemSelection& added, const QItemSelection& removed) {
+  const bool multiple = selectionMode() == QAbstractItemView::MultiSelection;
+  const QItemSelection& changed = added.isEmpty() && multiple ? removed : added;
+  if (updating_ || changed.isEmpty()) return;
+  Choose(multiple ? Action::Kind::kRowToggle : Action::Kind::kRow, changed.first().top(),
+         display::kRowMiddle);
 }
 
 void ListBox::Choose(Action::Kind kind, int row, int x) {

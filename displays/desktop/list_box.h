@@ -26,10 +26,12 @@ class ListBox : public QListWidget, public ControlView {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  void ReportForeignSelection(const QItemSelection& added, const QItemSelection& removed);
   void Choose(display::Action::Kind kind, int row, int x);
   int RowAfterKey(const QKeyEvent& key) const;
 
   Report report_;
+  bool updating_ = false;  // the selection changes because the host says so
 };
 
 }  // namespace desktop

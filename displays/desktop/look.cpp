@@ -9,6 +9,8 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <algorithm>
+#include <cmath>
 
 #include "displays/desktop/colours.h"
 #include "displays/desktop/text.h"
@@ -19,6 +21,8 @@ namespace {
 constexpr int kFontPixels = 11;
 constexpr int kMessagePixels = 13;
 constexpr int kScrollBarWidth = 17;
+constexpr int kLeastThumb = 24;
+constexpr int kThumbInset = 4;
 constexpr int kListFrame = 2;
 constexpr double kRadius = 4;
 constexpr int kBezelInset = 3;  // a button's bezel is lower than its rectangle
@@ -33,7 +37,7 @@ QFont SystemFont(int pixels) {
 
 QColor Mix(const QColor& a, const QColor& b, double share_of_b) {
   const auto mix = [share_of_b](int x, int y) {
-    return static_cast<int>(x + (y - x) * share_of_b + 0.5);
+    return static_cast<int>(std::lround(x + (y - x) * share_of_b));
   };
   return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
@@ -44,7 +48,7 @@ struct Colors {
     if (!widget.isEnabled()) group = QPalette::Disabled;
   }
   QColor Of(QPalette::ColorRole role) const { return palette.color(group, role); }
-  QColor Border() const { return Mix(Of(QPalette::Window), Of(QPalette::WindowText), 0.35); }
+  QColor Border() const { return Mix(Of(QPalette::Window), Of(QPalette::WindowText), 0.45); }
   QColor Accent() const { return palette.color(QPalette::Active, QPalette::Highlight); }
   bool Dark() const { return Of(QPalette::Window).lightness() < 128; }
 
@@ -132,6 +136,21 @@ class Style : public QProxyStyle {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
   }
 
+  // Fusion's scroll bar is made of cached pictures, which blur at scales between whole numbers.
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                          QPainter* painter, const QWidget* widget) const override {
+    const QStyleOptionSlider* bar = VerticalScrollBar(control, option);
+    if (bar && widget) return DrawScrollBar(*painter, *bar, *widget);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+  }
+
+  QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                       const QWidget* widget) const override {
+    const QStyleOptionSlider* bar = VerticalScrollBar(control, option);
+    return bar ? ScrollBarPart(*bar, part)
+               : QProxyStyle::subControlRect(control, option, part, widget);
+  }
+
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
     if (element == CE_ShapedFrame && IsListBox(widget)) return DrawListFrame(*painter, *widget);
@@ -141,6 +160,47 @@ class Style : public QProxyStyle {
  private:
   // The list of an open menu is a list in a window of its own.
   static bool IsListBox(const QWidget* widget) { return widget && widget->inherits("QListWidget"); }
+
+  static const QStyleOptionSlider* VerticalScrollBar(ComplexControl control,
+                                                     const QStyleOptionComplex* option) {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    return control == CC_ScrollBar && bar && bar->orientation == Qt::Vertical ? bar : nullptr;
+  }
+
+  // A thumb on a groove; nothing else.
+  static QRect ScrollBarPart(const QStyleOptionSlider& bar, SubControl part) {
+    const int width = bar.rect.width();
+    const int height = bar.rect.height();
+    const int whole = bar.maximum - bar.minimum + bar.pageStep;
+    const int wanted = whole > 0 ? height * bar.pageStep / whole : height;
+    const int thumb = std::min(std::max(wanted, kLeastThumb), height);
+    const int top = sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
+                                            height - thumb, bar.upsideDown);
+    switch (part) {
+      case SC_ScrollBarGroove:
+        return {0, 0, width, height};
+      case SC_ScrollBarSlider:
+        return {0, top, width, thumb};
+      case SC_ScrollBarSubPage:
+        return {0, 0, width, top};
+      case SC_ScrollBarAddPage:
+        return {0, top + thumb, width, height - top - thumb};
+      default:
+        return {};
+    }
+  }
+
+  static void DrawScrollBar(QPainter& painter, const QStyleOptionSlider& bar,
+                            const QWidget& widget) {
+    const Colors colors(widget);
+    const QColor text = colors.Of(QPalette::Text);
+    painter.fillRect(bar.rect, Mix(colors.Of(QPalette::Base), text, 0.05));
+    if (bar.maximum == bar.minimum) return;
+    const bool held = bar.state & State_Sunken && bar.activeSubControls & SC_ScrollBarSlider;
+    const QRectF thumb = ScrollBarPart(bar, SC_ScrollBarSlider);
+    const QColor fill = Mix(colors.Of(QPalette::Base), text, held ? 0.7 : 0.5);
+    DrawRounded(painter, thumb.adjusted(kThumbInset, 2, -kThumbInset, -2), fill, fill);
+  }
 
   static void DrawListFrame(QPainter& painter, const QWidget& list) {
     const Colors colors(list);
@@ -158,8 +218,8 @@ class Style : public QProxyStyle {
 
 void SetUpLook() {
   if (DesktopPrefersDark()) QApplication::setPalette(DarkPalette());
-  QApplication::setStyle(new Style);
-  QApplication::setFont(SmallFont());
+  QApplication::setStyle(new Style);   // the application owns it, which the analyser does not see
+  QApplication::setFont(SmallFont());  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
 
 QFont SmallFont() { return SystemFont(kFontPixels); }

@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QWindow>
 #include <algorithm>
 
@@ -15,9 +16,22 @@ namespace {
 
 using display::Action;
 
+// A window for a screen reader; Qt does not tell that it is modal.
+class AccessibleWindow : public QAccessibleWidget {
+ public:
+  explicit AccessibleWindow(ModalWindow* window)
+      : QAccessibleWidget(window, window->AccessibleRole()) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.modal = true;
+    return state;
+  }
+};
+
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
   auto* window = dynamic_cast<ModalWindow*>(object);
-  return window ? new QAccessibleWidget(window, window->AccessibleRole()) : nullptr;
+  return window ? new AccessibleWindow(window) : nullptr;
 }
 
 }  // namespace
@@ -62,12 +76,22 @@ bool ModalWindow::focusNextPrevChild(bool next) {
   return true;
 }
 
-// Keys are taken before the widget that has the focus sees them; an open menu keeps its own.
+// Keys are taken before the widget that has the focus sees them; an open menu keeps its own. Qt
+// announces a key to a window before it sends it: the menu may close on the announcement, and
+// Wayland sends the key to the window behind it then.
 bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && object->isWindowType()) {
+    key_is_menus_ = QApplication::activePopupWidget() != nullptr;
+  }
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget || widget->window() != this) return false;
-  if (event->type() == QEvent::KeyPress && !QApplication::activePopupWidget()) {
+  if (event->type() == QEvent::KeyPress && !key_is_menus_) {
     return HandleKey(*static_cast<QKeyEvent*>(event));
+  }
+  if (event->type() == QEvent::KeyRelease) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    released_key_ = key->key();
+    released_at_ = key->timestamp();
   }
   if (event->type() == QEvent::ToolTip) {
     return ShowCutText(widget, static_cast<QHelpEvent*>(event)->globalPos());
@@ -75,19 +99,28 @@ bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
   return false;
 }
 
-// A key that is still held down from the dialog before answers nothing.
+// A key that is held down answers once, and nothing where it is held since the dialog before.
 bool ModalWindow::HandleKey(const QKeyEvent& key) {
+  const bool repeats = Repeats(key);
   switch (key.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (!key.isAutoRepeat()) Send({.kind = Action::Kind::kReturn, .text = {}});
+      if (!repeats) Send({.kind = Action::Kind::kReturn, .text = {}});
       return true;
     case Qt::Key_Escape:
-      if (!key.isAutoRepeat()) Send({.kind = Action::Kind::kEscape, .text = {}});
+      if (!repeats) Send({.kind = Action::Kind::kEscape, .text = {}});
       return true;
+    case Qt::Key_Space:
+      return repeats && !qobject_cast<QLineEdit*>(focusWidget());
     default:
       return false;
   }
+}
+
+// An X server repeats a key as its release and its press at one moment. Qt does not notice where
+// the two arrive apart.
+bool ModalWindow::Repeats(const QKeyEvent& key) const {
+  return key.isAutoRepeat() || (key.key() == released_key_ && key.timestamp() == released_at_);
 }
 
 bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {

@@ -32,7 +32,6 @@ class ModalWindow : public QWidget {
   void Send(const display::Action& action);
 
   void AddView(ControlView* view) { views_.push_back(view); }
-  ControlView* View(std::size_t index) const { return views_.at(index); }
 
   // The order of Tab; hidden and disabled widgets in it are passed over.
   void SetTabOrder(std::vector<QWidget*> order) { tab_order_ = std::move(order); }
@@ -43,6 +42,7 @@ class ModalWindow : public QWidget {
 
  private:
   bool HandleKey(const QKeyEvent& key);
+  bool Repeats(const QKeyEvent& key) const;
   bool ShowCutText(const QObject* object, const QPoint& position);
   void StandAboveHostWindow();
 
@@ -50,6 +50,9 @@ class ModalWindow : public QWidget {
   std::vector<ControlView*> views_;  // in order of creation; Qt owns the widgets
   std::vector<QWidget*> tab_order_;
   std::unique_ptr<QWindow> host_window_;
+  bool key_is_menus_ = false;
+  int released_key_ = 0;     // the last one
+  quint64 released_at_ = 0;  // by the screen's clock
 };
 
 // Closing takes the window off the screen at once and deletes it when no handler of it is running.

@@ -35,6 +35,13 @@ class AccessiblePopup : public QAccessibleWidget {
     return value ? popup_->currentText() : QAccessibleWidget::text(text);
   }
 
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.expandable = true;
+    state.expanded = popup_->view()->isVisible();
+    return state;
+  }
+
   // Its one child is the list of the items.
   int childCount() const override { return 1; }
   QAccessibleInterface* child(int index) const override {
@@ -61,7 +68,8 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 
 }  // namespace
 
-Popup::Popup(const display::Control& control, QWidget* parent, Report report) : QComboBox(parent) {
+Popup::Popup(const display::Control& control, QWidget* parent, const Report& report)
+    : QComboBox(parent) {
   static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
   static_cast<void>(accessible);
   setFont(SmallFont());

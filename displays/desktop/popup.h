@@ -9,7 +9,7 @@ namespace desktop {
 // A pop-up button: shows one item of its menu and opens the whole menu.
 class Popup : public QComboBox, public ControlView {
  public:
-  Popup(const display::Control& control, QWidget* parent, Report report);
+  Popup(const display::Control& control, QWidget* parent, const Report& report);
 
   QWidget* Widget() override { return this; }
   void Update(const display::Control& control) override;

@@ -18,7 +18,7 @@ constexpr int kHeight = 32;
 
 }  // namespace
 
-PushButton::PushButton(const display::Control& control, QWidget* parent, Report report)
+PushButton::PushButton(const display::Control& control, QWidget* parent, const Report& report)
     : QPushButton(parent) {
   setFont(SmallFont());
   setGeometry(RectOf(control));
@@ -33,7 +33,7 @@ void PushButton::Update(const display::Control& control) {
   setAccessibleName(text_);
   setDefault(control.is_default);
   setEnabled(control.enabled);
-  setVisible(control.visible && !control.is_cancel);
+  setVisible(control.visible);
   update();
 }
 

@@ -8,7 +8,7 @@ namespace desktop {
 
 class PushButton : public QPushButton, public ControlView {
  public:
-  PushButton(const display::Control& control, QWidget* parent, Report report);
+  PushButton(const display::Control& control, QWidget* parent, const Report& report);
 
   QWidget* Widget() override { return this; }
   void Update(const display::Control& control) override;

@@ -1,6 +1,7 @@
 #include "displays/desktop/session.h"
 
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QScreen>
@@ -10,6 +11,10 @@
 
 #include "displays/desktop/dialog_window.h"
 #include "displays/desktop/make_window.h"
+
+extern "C" {  // glibc 2.36 forgets to say so
+#include <sys/pidfd.h>
+}
 
 namespace desktop {
 namespace {
@@ -46,6 +51,7 @@ Session::Session(int fd)
                        [] { QCoreApplication::exit(0); }, EndWithMessage}) {
   AnnounceScreen();
   WatchScreen();
+  WatchHost();
 }
 
 void Session::Receive(const Json& message) {
@@ -98,6 +104,16 @@ void Session::WatchScreen() {
                      watch(screen);
                      AnnounceScreen();
                    });
+}
+
+// Where a child of the host holds the other end of the socket, too, the socket does not tell that
+// the host has ended.
+void Session::WatchHost() {
+  const int host = pidfd_open(getppid(), 0);
+  if (host < 0) return;
+  host_ended_ = std::make_unique<QSocketNotifier>(host, QSocketNotifier::Read);
+  QObject::connect(host_ended_.get(), &QSocketNotifier::activated, qApp,
+                   [] { QCoreApplication::exit(0); });
 }
 
 void ReportNoScreen(int fd, const std::string& reason) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QSocketNotifier>
+#include <memory>
+
 #include "displays/desktop/connection.h"
 #include "displays/desktop/modal_window.h"
 
@@ -18,8 +21,10 @@ class Session {
   void Close();
   void AnnounceScreen();
   void WatchScreen();
+  void WatchHost();
 
   Connection connection_;
+  std::unique_ptr<QSocketNotifier> host_ended_;
   WindowPointer window_;
   int dialog_ = 0;  // the number that the host gave to the open dialog
 };

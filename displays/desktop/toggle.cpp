@@ -1,5 +1,6 @@
 #include "displays/desktop/toggle.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 
 #include "displays/desktop/look.h"
@@ -9,7 +10,42 @@ namespace {
 
 using display::Action;
 
-void SetUp(QAbstractButton& button, const display::Control& control, ControlView::Report report) {
+// A toggle for a screen reader. Qt's own toggles without a click, so that the host does not hear of
+// it, and takes a radio button that forms no group here for a check box.
+class AccessibleToggle : public QAccessibleWidget {
+ public:
+  AccessibleToggle(QAbstractButton* button, QAccessible::Role role)
+      : QAccessibleWidget(button, role), button_(button) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.checkable = true;
+    state.checked = button_->isChecked();
+    return state;
+  }
+
+  QStringList actionNames() const override { return {toggleAction(), setFocusAction()}; }
+  void doAction(const QString& action) override {
+    if (action == toggleAction()) button_->click();
+    if (action == setFocusAction()) button_->setFocus();
+  }
+
+ private:
+  QAbstractButton* button_;
+};
+
+QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+  if (auto* box = dynamic_cast<CheckBox*>(object)) {
+    return new AccessibleToggle(box, QAccessible::CheckBox);
+  }
+  auto* radio = dynamic_cast<RadioButton*>(object);
+  return radio ? new AccessibleToggle(radio, QAccessible::RadioButton) : nullptr;
+}
+
+void SetUp(QAbstractButton& button, const display::Control& control,
+           const ControlView::Report& report) {
+  static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
+  static_cast<void>(accessible);
   button.setGeometry(RectOf(control));
   button.setAttribute(Qt::WA_Hover);
   button.setAutoExclusive(false);
@@ -27,9 +63,9 @@ void Show(QAbstractButton& button, const display::Control& control) {
 
 }  // namespace
 
-CheckBox::CheckBox(const display::Control& control, QWidget* parent, Report report)
+CheckBox::CheckBox(const display::Control& control, QWidget* parent, const Report& report)
     : QCheckBox(parent) {
-  SetUp(*this, control, std::move(report));
+  SetUp(*this, control, report);
 }
 
 void CheckBox::Update(const display::Control& control) { Show(*this, control); }
@@ -39,9 +75,9 @@ void CheckBox::paintEvent(QPaintEvent*) {
   DrawCheckBox(painter, *this);
 }
 
-RadioButton::RadioButton(const display::Control& control, QWidget* parent, Report report)
+RadioButton::RadioButton(const display::Control& control, QWidget* parent, const Report& report)
     : QRadioButton(parent) {
-  SetUp(*this, control, std::move(report));
+  SetUp(*this, control, report);
 }
 
 void RadioButton::Update(const display::Control& control) { Show(*this, control); }

@@ -11,7 +11,7 @@ namespace desktop {
 // host toggles, and knows which radio buttons form a group.
 class CheckBox : public QCheckBox, public ControlView {
  public:
-  CheckBox(const display::Control& control, QWidget* parent, Report report);
+  CheckBox(const display::Control& control, QWidget* parent, const Report& report);
 
   QWidget* Widget() override { return this; }
   void Update(const display::Control& control) override;
@@ -24,7 +24,7 @@ class CheckBox : public QCheckBox, public ControlView {
 
 class RadioButton : public QRadioButton, public ControlView {
  public:
-  RadioButton(const display::Control& control, QWidget* parent, Report report);
+  RadioButton(const display::Control& control, QWidget* parent, const Report& report);
 
   QWidget* Widget() override { return this; }
   void Update(const display::Control& control) override;

@@ -48,6 +48,42 @@ TEST_F(Controls, PasswordIsNotOfferedToTheClipboard) {
   EXPECT_EQ(Next(), "enter 2 x");
 }
 
+TEST_F(Controls, ClipboardGoesBetweenFieldsAndOtherPrograms) {
+  OutputOf("printf 'Grüße 東京 🎁' | xclip -selection clipboard > /dev/null");
+  Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kEdit)}, 1));
+  EXPECT_EQ(AfterKey("ctrl+v Home x shift+End ctrl+x Tab ctrl+v Return"), "enter 1 x");
+  EXPECT_EQ(Next(), "enter 2 Grüße 東京 🎁");
+  EXPECT_EQ(OutputOf("xclip -selection clipboard -o"), "Grüße 東京 🎁");
+}
+
+TEST_F(Controls, FocusIsSeenOnEveryKind) {
+  Open(Dialog({Field(1, ControlKind::kEdit), PopupField(2, {"Red"}),
+               Field(3, ControlKind::kCheckBox), Field(4, ControlKind::kRadio)},
+              0));
+  struct Place {
+    int x, y;
+  };
+  for (const Place& edge : {Place{280, 57}, Place{280, 87}, Place{155, 118}, Place{155, 148},
+                            Place{368, 193}, Place{263, 192}}) {
+    const unsigned without = user_.PixelAt(kLeft + edge.x, kTop + edge.y);
+    user_.Key("Tab");
+    EXPECT_TRUE(user_.WaitForChange(kLeft + edge.x, kTop + edge.y, without)) << edge.y;
+  }
+}
+
+TEST_F(Controls, TextThatIsCutIsShownWholeOnHover) {
+  display::Window dialog = Dialog({Field(1, ControlKind::kEdit)}, 1);
+  Open(dialog);
+  const auto windows = [&] {
+    return OutputOf("xdotool search --onlyvisible --class tarvo-desktop 2> /dev/null").size();
+  };
+  const auto alone = windows();
+  dialog.controls[FieldIndex(1) - 1].text = "A label that is too long for its place";
+  display_.Change(FieldIndex(1) - 1, dialog.controls[FieldIndex(1) - 1]);
+  OutputOf("xdotool mousemove " + std::to_string(kLeft + 60) + " " + std::to_string(kTop + 66));
+  EXPECT_TRUE(WaitFor([&] { return windows() > alone; }));
+}
+
 TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
   display::Window dialog = Dialog({PopupField(1, {"Red", "Green", "Blue"}), PopupField(2, {})}, 1);
   Control& popup = dialog.controls[FieldIndex(1)];

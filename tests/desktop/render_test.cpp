@@ -66,6 +66,16 @@ TEST_F(Render, PictureIsAsLargeAsTheContent) {
   EXPECT_EQ(HeaderNumber(png, 20), 325);
 }
 
+TEST_F(Render, ScaleAndDarkColoursAreTheEnvironments) {
+  const std::string plain = Picture(ListDialog(false));
+  setenv("QT_SCALE_FACTOR", "1.5", 1);
+  EXPECT_EQ(HeaderNumber(Picture(ListDialog(false)), 16), 638);
+  unsetenv("QT_SCALE_FACTOR");
+  setenv("GTK_THEME", "Adwaita:dark", 1);
+  EXPECT_NE(Picture(ListDialog(false)), plain);
+  unsetenv("GTK_THEME");
+}
+
 TEST_F(Render, TextIsDrawnAndIsOnlyText) {
   const std::string file = PictureOf("File");
   EXPECT_EQ(PictureOf("File"), file);

@@ -3,6 +3,7 @@
 // An X server of the test's own, with or without a window manager, and a user in front of it: keys,
 // pointer and eyes. Everything that waits, waits for a condition.
 
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -51,25 +52,48 @@ inline std::string OutputOf(const std::string& command, int* status = nullptr) {
 // A program that runs until the object or this process goes.
 class Process {
  public:
-  explicit Process(std::vector<std::string> words) {
+  enum class Output { kInherited, kRead };  // whether Line reads what it says
+
+  explicit Process(std::vector<std::string> words, Output output = Output::kInherited) {
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
+    int ends[2] = {-1, -1};
+    if (output == Output::kRead && pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     id_ = fork();
-    if (id_ != 0) return;
-    prctl(PR_SET_PDEATHSIG, SIGTERM);  // also where the test is ended from outside
-    execvp(arguments[0], arguments.data());
-    _exit(127);
+    if (id_ == 0) {
+      if (output == Output::kRead) dup2(ends[1], STDOUT_FILENO);
+      prctl(PR_SET_PDEATHSIG, SIGTERM);  // also where the test is ended from outside
+      execvp(arguments[0], arguments.data());
+      _exit(127);
+    }
+    if (output == Output::kInherited) return;
+    close(ends[1]);
+    output_ = fdopen(ends[0], "r");
   }
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
   ~Process() {
-    kill(id_, SIGTERM);
+    Signal(SIGTERM);
     waitpid(id_, nullptr, 0);
+    if (output_) fclose(output_);
   }
+
+  // The next line on its standard output, without the line end.
+  std::string Line() const {
+    std::string line;
+    for (int next; (next = fgetc(output_)) != EOF && next != '\n';) {
+      line += static_cast<char>(next);
+    }
+    return line;
+  }
+
+  void Signal(int signal) const { kill(id_, signal); }
+  pid_t Id() const { return id_; }
 
  private:
   pid_t id_ = 0;
+  FILE* output_ = nullptr;
 };
 
 class XSession {
@@ -77,16 +101,11 @@ class XSession {
   enum class Manager { kNone, kOpenbox };
 
   explicit XSession(Manager manager) {
-    int ends[2];
-    if (pipe(ends) != 0) throw std::runtime_error("no pipe");
     server_ = std::make_unique<Process>(
-        std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0",
-                                 "1280x1024x24", "-nolisten", "tcp", "-noreset"});
-    close(ends[1]);
-    std::string number;
-    for (char digit; read(ends[0], &digit, 1) == 1 && digit != '\n';) number += digit;
-    close(ends[0]);
-    setenv("DISPLAY", (":" + number).c_str(), 1);
+        std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24",
+                                 "-nolisten", "tcp", "-noreset"},
+        Process::Output::kRead);
+    setenv("DISPLAY", (":" + server_->Line()).c_str(), 1);
     connection_ = xcb_connect(nullptr, nullptr);
     if (manager == Manager::kOpenbox) StartOpenbox();
   }
@@ -131,6 +150,21 @@ class XSession {
 
   bool WaitForChange(int x, int y, unsigned from) const {
     return WaitFor([&] { return PixelAt(x, y) != from; });
+  }
+
+  // Another program's window.
+  xcb_window_t MakeWindow() const {
+    const xcb_window_t window = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, Root(), 0, 0, 50, 50, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection_, window);
+    xcb_flush(connection_);
+    return window;
+  }
+
+  // What xprop tells of properties of a window.
+  static std::string Properties(xcb_window_t window, const std::string& names) {
+    return OutputOf("xprop -id " + std::to_string(window) + " " + names);
   }
 
   // Asks the window manager to close the window or, without one, asks as it would.

@@ -1,0 +1,98 @@
+// What a screen reader is told, and what it does for its user.
+
+#include "tests/desktop/screen_reader.h"
+#include "tests/desktop/user_test.h"
+
+namespace desktop_test {
+namespace {
+
+class Accessibility : public UserTest {
+ protected:
+  ScreenReader& reader_ = ScreenReader::Get();
+};
+
+// The cancel control is no part of it, whether Escape is allowed or not.
+TEST_F(Accessibility, DialogIsToldInFull) {
+  display::Window dialog =
+      Dialog({Field(1, ControlKind::kEdit, "Ann"), Field(2, ControlKind::kPassword),
+              PopupField(3, {"Red", "Blue"}), Field(4, ControlKind::kCheckBox)},
+             1, "Ask");
+  dialog.controls[FieldIndex(4)].value = 1;
+  dialog.controls[2].enabled = false;
+  Open(dialog);
+  ASSERT_TRUE(reader_.WaitForLine("    list item: Blue"));
+  EXPECT_EQ(reader_.Tree(),
+            "dialog: Ask (Message) active modal\n"
+            "  label: Message\n"
+            "  push button: OK default\n"
+            "  push button: Cancel disabled\n"
+            "  label: Label 1\n"
+            "  text: Label 1 [Ann] focused\n"
+            "  label: Label 2\n"
+            "  password text: Label 2\n"
+            "  label: Label 3\n"
+            "  combo box: Label 3 (Red)\n"
+            "    list: \n"
+            "      list item: Red\n"
+            "      list item: Blue\n"
+            "  label: Label 4\n"
+            "  check box: Label 4 checked\n");
+  user_.Key("Tab");
+  user_.Type("secret");
+  EXPECT_TRUE(reader_.WaitForLine("  password text: Label 2 focused"));
+  EXPECT_EQ(reader_.Tree().find("secret"), std::string::npos);
+}
+
+TEST_F(Accessibility, ControlThatBecomesVisibleIsToldThen) {
+  display::Window dialog = Dialog({Field(1, ControlKind::kRadio)}, 1);
+  Control& radio = dialog.controls[FieldIndex(1)];
+  radio.visible = false;
+  Open(dialog);
+  ASSERT_TRUE(reader_.WaitForLine("  label: Label 1"));
+  EXPECT_EQ(reader_.Tree().find("radio"), std::string::npos);
+  radio.visible = true;
+  display_.Change(FieldIndex(1), radio);
+  EXPECT_TRUE(reader_.WaitForLine("  radio button: Label 1"));
+  EXPECT_EQ(AfterKey("Tab space"), "click 1");
+}
+
+TEST_F(Accessibility, ListIsToldRowByRow) {
+  display::Window dialog = ListDialog(true);
+  dialog.controls[kListIndex].rows->at(1) = "Second";
+  dialog.controls[kListIndex].selected = {2};
+  Open(dialog);
+  EXPECT_TRUE(reader_.WaitForLine("  list: Message"));
+  EXPECT_TRUE(reader_.WaitForLine("    list item: Second selected"));
+  EXPECT_EQ(AfterKey("Tab Down Down"), "row 1 200");
+  EXPECT_TRUE(reader_.WaitForLine("    list item: Second focused selected"));
+  EXPECT_EQ(Next(), "row 2 200");
+  reader_.Act("Second");
+  EXPECT_EQ(Next(), "row+ 2 200");
+}
+
+TEST_F(Accessibility, AlertIsToldWithItsTexts) {
+  Open(display::Alert{2, "Delete?", "For good.", "Delete", "Keep", {}});
+  ASSERT_TRUE(reader_.WaitForLine("  push button: Keep"));
+  EXPECT_EQ(reader_.Tree(),
+            "alert message: Delete? (For good.) active modal\n"
+            "  filler: \n"
+            "    label: Delete?\n"
+            "    label: For good.\n"
+            "  push button: Delete focused default\n"
+            "  push button: Keep\n"
+            "  filler: \n");  // the icon
+}
+
+TEST_F(Accessibility, ScreenReaderActsForItsUser) {
+  Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kCheckBox)}, 1));
+  ASSERT_TRUE(reader_.WaitForLine("  check box: Label 2"));
+  reader_.Enter("Label 1", "dictated");
+  reader_.Act("Label 2");
+  EXPECT_EQ(Next(), "enter 1 dictated");
+  EXPECT_EQ(Next(), "click 2");
+  reader_.Act("Cancel");
+  EXPECT_EQ(Next(), "press 2");
+}
+
+}  // namespace
+}  // namespace desktop_test

@@ -1,0 +1,146 @@
+// The process behind the windows, and the process whose guest it is.
+
+#include <sys/wait.h>
+
+#include "tests/desktop/processes.h"
+#include "tests/desktop/user_test.h"
+
+namespace desktop_test {
+namespace {
+
+// The display processes that a process has started, this one if no other.
+std::vector<pid_t> DisplayProcesses(pid_t host = getpid()) {
+  std::vector<pid_t> found;
+  for (const auto& entry : fs::directory_iterator("/proc")) {
+    const std::string status = entry.path() / "status";
+    if (Line(status, "Name:\t") == "tarvo-desktop" &&
+        Line(status, "PPid:\t") == std::to_string(host)) {
+      found.push_back(std::stoi(entry.path().filename()));
+    }
+  }
+  return found;
+}
+
+using Guest = UserTest;
+
+TEST_F(Guest, LateActionsAnswerNoLaterDialog) {
+  Open(Dialog({}, 0, "First"));
+  user_.Key("Return Escape");
+  EXPECT_EQ(Next(), "return");
+  display_.Close();
+  Open(Dialog({}, 0, "Second"));
+  EXPECT_EQ(AfterKey("Tab space"), "press 1");
+  EXPECT_EQ(DisplayProcesses().size(), 1U);  // kept from the first dialog
+}
+
+TEST_F(Guest, HeldKeyAnswersOnceAndNoLaterDialog) {
+  OutputOf("xset r rate 30 100; xdotool keydown Return");
+  Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "Held"));
+  OutputOf("xdotool keyup Return keydown Return");
+  EXPECT_EQ(Next(), "return");
+  display_.Close();
+  Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "Next"));
+  OutputOf("sleep 0.2; xdotool keyup Return");  // for the key to be repeated meanwhile
+  EXPECT_EQ(AfterKey("Escape"), "escape");
+}
+
+TEST_F(Guest, KilledDisplayEndsTheDialogAndTheNextOneStartsAnother) {
+  Open(Dialog({}, 0));
+  const pid_t first = DisplayProcesses().at(0);
+  kill(first, SIGKILL);
+  EXPECT_EQ(Next(), "gone");
+  EXPECT_EQ(Next(), "gone");
+  display_.Change(1, Button(1, 188, "OK"));
+  display_.Close();
+  EXPECT_EQ(waitpid(first, nullptr, WNOHANG), -1);  // reaped already
+
+  Open(Dialog({}, 0));
+  EXPECT_EQ(AfterKey("Return"), "return");
+  display_.Close();
+  const pid_t second = DisplayProcesses().at(0);
+  kill(second, SIGKILL);  // between two dialogs
+  siginfo_t ended;
+  waitid(P_PID, static_cast<id_t>(second), &ended,
+         WEXITED | WNOWAIT);  // all of it has ended, nothing is reaped
+  Open(Dialog({}, 0));
+  EXPECT_EQ(AfterKey("Return"), "return");
+}
+
+// A host of its own process, with a dialog in front of the user.
+class SeparateHost : public Guest {
+ protected:
+  std::unique_ptr<Process> Start(const std::string& option = "") {
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "desktop_host";
+    std::vector<std::string> words{program.string()};
+    if (!option.empty()) words.push_back(option);
+    auto host = std::make_unique<Process>(words, Process::Output::kRead);
+    EXPECT_NE(user_.ActiveWindow("Dialog"), 0U);
+    return host;
+  }
+};
+
+TEST_F(SeparateHost, KeepsItsOwnAndLoadsNoToolkit) {
+  const auto host = Start();
+  const std::string child = std::to_string(DisplayProcesses(host->Id()).at(0));
+  EXPECT_EQ(Line("/proc/" + child + "/status", "SigBlk:\t"), "0000000000000000");
+  for (const std::string& target : DescriptorsOf(child)) EXPECT_FALSE(target.ends_with("/maps"));
+  user_.Key("Return Escape");
+  EXPECT_EQ(host->Line(), "return");
+  EXPECT_EQ(host->Line(), "escape");
+  EXPECT_EQ(host->Line().substr(0, 7), "socket:");  // and nothing else has changed
+  EXPECT_EQ(host->Line(), "");
+}
+
+TEST_F(SeparateHost, DialogIsDrawnWhileItIsStopped) {
+  const auto host = Start();
+  const auto field_is_framed_like_a_button = [&] {
+    return user_.PixelAt(kLeft + 280, kTop + 56) == user_.PixelAt(kLeft + 263, kTop + 191);
+  };
+  ASSERT_TRUE(WaitFor([&] { return !field_is_framed_like_a_button(); }));  // it has the focus
+  host->Signal(SIGSTOP);
+  ASSERT_TRUE(WaitFor([&] {
+    return Line("/proc/" + std::to_string(host->Id()) + "/status", "State:\t").starts_with("T");
+  }));
+  user_.Type("meanwhile");
+  user_.Key("Tab Escape");
+  EXPECT_TRUE(WaitFor(field_is_framed_like_a_button));
+  host->Signal(SIGCONT);
+  EXPECT_EQ(host->Line(), "enter 1 meanwhile");
+  EXPECT_EQ(host->Line(), "escape");
+}
+
+TEST_F(SeparateHost, DisplayEndsWhenItIsKilledThoughAChildHoldsItsSocket) {
+  auto host = Start("--leave-child");
+  const pid_t display = DisplayProcesses(host->Id()).at(0);
+  host->Signal(SIGKILL);
+  host.reset();
+  EXPECT_TRUE(WaitFor([&] {
+    const std::string state = Line("/proc/" + std::to_string(display) + "/status", "State:\t");
+    return state.empty() || state.starts_with("Z");  // gone, or not yet reaped
+  }));
+}
+
+TEST(Screen, ServerThatEndsInMidDialogEndsTheDialog) {
+  auto user = std::make_unique<XSession>(XSession::Manager::kNone);
+  display::DesktopDisplay display;
+  ASSERT_TRUE(display.Open(Dialog({}, 0)));
+  ASSERT_NE(user->ActiveWindow("Dialog"), 0U);
+  user.reset();
+  EXPECT_EQ(Said(display.NextAction()), "gone");
+  EXPECT_FALSE(display.Open(Dialog({}, 0)));
+}
+
+TEST(Screen, WithoutOneNothingOpens) {
+  unsetenv("WAYLAND_DISPLAY");
+  for (const char* nowhere : {"", ":4711"}) {
+    setenv("DISPLAY", nowhere, 1);
+    display::DesktopDisplay display;
+    EXPECT_FALSE(display.Open(Dialog({}, 0)));
+    EXPECT_EQ(display.MainScreen(), At(0, 0, 1080, 1920));
+    EXPECT_TRUE(DisplayProcesses().empty());
+  }
+  unsetenv("DISPLAY");
+}
+
+}  // namespace
+}  // namespace desktop_test
