@@ -1,6 +1,6 @@
 # The two commands: make run, make test. Everything else is CMake's (see CMakePresets.json).
 
-.PHONY: run test release lint format pictures clean
+.PHONY: run test release install package lint format pictures bench fuzz clean
 
 # Shows the main job, a dialog on the screen; make run ARGS="eval '…'" runs the workbench with
 # arguments of your own.
@@ -15,6 +15,15 @@ release:
 	@scripts/set-up.sh run
 	@scripts/build.sh release tarvo tarvo-desktop Quenlix bundle_resources
 
+# Into PREFIX, below DESTDIR if that is given.
+PREFIX ?= /usr/local
+install: release
+	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
+
+# A Debian package: build/release/tarvo_VERSION_ARCHITECTURE.deb
+package: release
+	@cd build/release && cpack
+
 lint:
 	@scripts/set-up.sh test
 	@scripts/build.sh release
@@ -26,6 +35,16 @@ format:
 # The pictures of docs/, drawn by the workbench.
 pictures: release
 	@docs/pictures/make-pictures.sh build/release
+
+# What a user waits for, next to its references: one table; make bench ARGS=--json.
+bench:
+	@scripts/set-up.sh bench
+	@scripts/bench.sh $(ARGS)
+
+MINUTES ?= 10
+fuzz:
+	@scripts/set-up.sh fuzz
+	@scripts/fuzz.sh $(MINUTES)
 
 clean:
 	rm -rf build

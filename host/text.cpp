@@ -5,6 +5,7 @@
 
 namespace {
 
+// The unit at `index`, 0 behind the end.
 UniChar UnitAt(CFStringRef text, CFIndex index) {
   UniChar unit = 0;
   if (index < CFStringGetLength(text)) CFStringGetCharacters(text, {index, 1}, &unit);
@@ -42,14 +43,16 @@ CFStringRef ItemAt(CFArrayRef items, CFIndex index) {
 std::int32_t ReadNumber(CFStringRef text) {
   CFIndex at = 0;
   while (IsWhiteSpace(UnitAt(text, at))) ++at;
-  const bool negative = UnitAt(text, at) == u'-';
-  if (negative || UnitAt(text, at) == u'+') ++at;
+  const UniChar sign = UnitAt(text, at);
+  if (sign == u'-' || sign == u'+') ++at;
   constexpr std::int64_t kBeyond = std::int64_t{1} << 32;
   std::int64_t number = 0;
-  for (; number < kBeyond && IsDigit(UnitAt(text, at)); ++at) {
-    number = number * 10 + (UnitAt(text, at) - u'0');
+  for (UniChar unit = UnitAt(text, at); IsDigit(unit) && number < kBeyond;
+       unit = UnitAt(text, at)) {
+    number = number * 10 + (unit - u'0');
+    ++at;
   }
   using Limits = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(
-      std::clamp<std::int64_t>(negative ? -number : number, Limits::min(), Limits::max()));
+      std::clamp<std::int64_t>(sign == u'-' ? -number : number, Limits::min(), Limits::max()));
 }

@@ -21,7 +21,7 @@ case $purpose in
     at-spi2-core dbus-daemon weston
     locales" ;;
   fuzz) packages="$packages clang libclang-rt-14-dev" ;;
-  bench) packages="$packages libbenchmark-dev libicu-dev xvfb" ;;
+  bench) packages="$packages libbenchmark-dev libicu-dev libxcb-damage0-dev xvfb zenity yad kdialog" ;;
 esac
 
 as_root() {

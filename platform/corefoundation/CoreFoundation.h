@@ -78,8 +78,8 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar
 CFStringRef CFStringCreateWithFormat(CFAllocatorRef allocator, const void* options,
                                      CFStringRef format, ...);
 
-// A string equal to `string` that holds nothing else in memory: a part made by splitting is copied,
-// any other string is retained.
+// A string equal to `string` that holds nothing else in memory: a part made by splitting is copied
+// unless it is the whole of what was split; any other string is retained.
 CFStringRef CFStringCreateCopy(CFAllocatorRef allocator, CFStringRef string);
 
 // The parts of `string` between the occurrences of `separator`, empty parts included; a string

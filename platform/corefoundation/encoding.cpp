@@ -46,14 +46,39 @@ char* PutUtf8(char32_t character, char* out) {
   return out;
 }
 
+constexpr std::size_t kBlock = 16;
+
+template <class Unit>
+bool IsAsciiBlock(const Unit* units) {
+  constexpr std::uint64_t kBeyond = sizeof(Unit) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
+  std::uint64_t words[kBlock * sizeof(Unit) / sizeof(std::uint64_t)];
+  std::memcpy(words, units, sizeof words);
+  std::uint64_t all = 0;
+  for (const std::uint64_t word : words) all |= word;
+  return (all & kBeyond) == 0;
+}
+
+// Copies units from one form to the other up to the first that is not ASCII, and returns how many.
+// A block goes by way of an array of its own, so that the compiler makes vector code of the loop.
+template <class From, class To>
+std::size_t CopyAscii(const From* from, std::size_t size, To* to) {
+  std::size_t copied = 0;
+  for (; copied + kBlock <= size && IsAsciiBlock(from + copied); copied += kBlock) {
+    To block[kBlock];
+    for (std::size_t i = 0; i < kBlock; ++i) block[i] = static_cast<To>(from[copied + i]);
+    std::memcpy(to + copied, block, sizeof block);
+  }
+  for (; copied < size && from[copied] < 0x80; ++copied) to[copied] = static_cast<To>(from[copied]);
+  return copied;
+}
+
 std::size_t EncodeUtf8(std::u16string_view text, char* bytes) {
   char* out = bytes;
   for (std::size_t i = 0; i < text.size();) {
-    if (text[i] < 0x80) {
-      *out++ = static_cast<char>(text[i++]);
-    } else {
-      out = PutUtf8(NextCharacter(text, i), out);
-    }
+    const std::size_t copied = CopyAscii(text.data() + i, text.size() - i, out);
+    i += copied;
+    out += copied;
+    for (; i < text.size() && text[i] >= 0x80;) out = PutUtf8(NextCharacter(text, i), out);
   }
   return static_cast<std::size_t>(out - bytes);
 }
@@ -99,11 +124,37 @@ char16_t* PutUtf16(char32_t character, char16_t* out) {
   return out;
 }
 
+bool IsContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+
+// The characters of two and of three bytes, which most scripts are written in; 0 where there is
+// none at `bytes`.
+char32_t CharacterOfTwo(const unsigned char* bytes) {
+  if (bytes[0] < 0xC2 || bytes[0] >= 0xE0 || !IsContinuation(bytes[1])) return 0;
+  return (bytes[0] & 0x1FU) << 6 | (bytes[1] & 0x3FU);
+}
+
+char32_t CharacterOfThree(const unsigned char* bytes) {
+  if ((bytes[0] & 0xF0) != 0xE0 || !IsContinuation(bytes[1]) || !IsContinuation(bytes[2])) return 0;
+  const char32_t character =
+      (bytes[0] & 0x0FU) << 12 | (bytes[1] & 0x3FU) << 6 | (bytes[2] & 0x3FU);
+  return IsInPlace(character, 3) ? character : 0;
+}
+
 std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
+  const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
   char16_t* out = units;
   for (std::size_t i = 0; i < bytes.size();) {
-    if (static_cast<unsigned char>(bytes[i]) < 0x80) {
-      *out++ = static_cast<char16_t>(bytes[i++]);
+    const std::size_t left = bytes.size() - i;
+    if (in[i] < 0x80) {
+      const std::size_t copied = CopyAscii(in + i, left, out);
+      i += copied;
+      out += copied;
+    } else if (const char32_t two = left >= 2 ? CharacterOfTwo(in + i) : 0) {
+      *out++ = static_cast<char16_t>(two);
+      i += 2;
+    } else if (const char32_t three = left >= 3 ? CharacterOfThree(in + i) : 0) {
+      *out++ = static_cast<char16_t>(three);
+      i += 3;
     } else {
       out = PutUtf16(NextUtf8(bytes, i), out);
     }
@@ -219,9 +270,30 @@ std::string ToUtf8(std::u16string_view text) {
   return bytes;
 }
 
+void Assign(std::u16string& text, std::string_view bytes, std::uint32_t encoding) {
+  if (encoding != kUtf8) {
+    text.resize(bytes.size());
+    text.resize(Decode(bytes, encoding, text.data()));
+    return;
+  }
+  constexpr std::size_t kPiece = 2048;
+  char16_t units[kPiece];  // a string cannot grow without being written to twice
+  if (bytes.size() <= kPiece) {
+    text.assign(units, DecodeUtf8(bytes, units));
+    return;
+  }
+  text.clear();
+  text.reserve(bytes.size());
+  while (!bytes.empty()) {
+    const std::string_view piece = bytes.substr(0, CutBetweenCharacters(bytes, kPiece, encoding));
+    text.append(units, DecodeUtf8(piece, units));
+    bytes.remove_prefix(piece.size());
+  }
+}
+
 std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding) {
-  std::u16string text(bytes.size(), u'\0');
-  text.resize(Decode(bytes, encoding, text.data()));
+  std::u16string text;
+  Assign(text, bytes, encoding);
   return text;
 }
 

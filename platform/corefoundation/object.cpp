@@ -12,8 +12,7 @@ CFIndex live_objects = 0;
 CFObject* Counted(CFTypeRef object) {
   auto* header = static_cast<CFObject*>(const_cast<void*>(object));
   if (header->kind != CFObject::Kind::kPart) return header;
-  auto* first_part = reinterpret_cast<CFString*>(header) - header->count;
-  return &(reinterpret_cast<CFArray*>(first_part) - 1)->object;
+  return &corefoundation::ArrayOf(reinterpret_cast<CFString*>(header))->object;
 }
 
 void Delete(CFObject* object) {

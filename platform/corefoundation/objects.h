@@ -27,6 +27,12 @@ void DeleteObject(void* object);
 
 void DeleteBundle(CFBundle* bundle);
 
+// The array that a part lives and dies with.
+inline CFArray* ArrayOf(const CFString* part) {
+  const CFString* first = part - part->object.count;
+  return const_cast<CFArray*>(reinterpret_cast<const CFArray*>(first) - 1);
+}
+
 inline std::u16string_view View(CFStringRef string) {
   return {string->characters, static_cast<std::size_t>(string->length)};
 }

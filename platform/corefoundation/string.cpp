@@ -78,6 +78,8 @@ CFStringRef CFStringCreateWithFormat(CFAllocatorRef /*allocator*/, const void* /
 
 CFStringRef CFStringCreateCopy(CFAllocatorRef allocator, CFStringRef string) {
   if (string->object.kind == CFObject::Kind::kPart) {
+    const CFStringRef parent = corefoundation::ArrayOf(string)->parent;
+    if (parent->length == string->length) return CFStringCreateCopy(allocator, parent);
     return CFStringCreateWithCharacters(allocator, string->characters, string->length);
   }
   CFRetain(string);

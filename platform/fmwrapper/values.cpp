@@ -1,7 +1,6 @@
 #include "platform/fmwrapper/values.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "platform/corefoundation/encoding.h"
 #include "platform/fmwrapper/live_values.h"
@@ -76,12 +75,7 @@ void FM_Text_AssignUnicode(fmx::Text& text, const char16_t* units, fmx::Error& e
 
 void FM_Text_Assign(fmx::Text& text, const char* bytes, std::int32_t /*encoding*/,
                     fmx::Error& error) {
-  Guarded(error, [&] {
-    const std::size_t size = std::strlen(bytes);
-    text.units.resize(size);
-    text.units.resize(
-        encoding::Decode({bytes, size}, encoding::SystemEncoding(), text.units.data()));
-  });
+  Guarded(error, [&] { encoding::Assign(text.units, bytes, encoding::SystemEncoding()); });
 }
 
 std::uint32_t FM_Text_Find(const fmx::Text& text, const fmx::Text& what, std::uint32_t position,
