@@ -1,12 +1,12 @@
 #include "workbench/child_program.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <optional>
 
 namespace workbench {
@@ -16,6 +16,7 @@ namespace {
 // usual.
 std::optional<pid_t> Spawn(const std::vector<std::string>& command, int input_fd) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   posix_spawn_file_actions_t actions;

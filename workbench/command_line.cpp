@@ -40,6 +40,22 @@ constexpr Command kCommands[] = {
      "  tarvo run form.tarvo\n"
      "  tarvo run form.tarvo --answers form.answers --describe dialogs.json\n"
      "  echo 'TarvoDialog ( \"0|Hello\" )' | tarvo run -\n"},
+    {"repl", "", 0, 0, "try calculations one by one, with history and completion",
+     "Evaluates what is entered as soon as it is whole: calculations, and the steps of scripts "
+     "(see\n"
+     "\"tarvo help run\"). All of it shares one life of the plug-in and its $variables. Tab "
+     "completes\n"
+     "names, \"help\" and \"help FUNCTION\" explain, Control-C gives up what was entered so far, "
+     "and\n"
+     "Control-D leaves. Errors do not end the session. What was entered is kept for the next one "
+     "in\n"
+     "$XDG_STATE_HOME/tarvo/history (~/.local/state/tarvo/history).\n\n"
+     "Where standard input is no terminal, results alone are printed, each as soon as its\n"
+     "calculation has been read, and the first error ends the session as it ends a script.\n\n"
+     "Examples:\n"
+     "  tarvo repl\n"
+     "  tarvo repl --answers form.answers\n"
+     "  echo 'help Substitute' | tarvo repl\n"},
     {"functions", "", 0, 0, "list the functions that the plug-in registers",
      "Prints the ID, the name and the prototype of every function, in order of registration.\n\n"
      "Examples:\n"
@@ -51,6 +67,15 @@ constexpr Command kCommands[] = {
      "Examples:\n"
      "  tarvo info\n"
      "  tarvo --plugin Other.fmplugin info\n"},
+    {"check", "[BUNDLE]", 0, 1, "check a bundle against FileMaker's contract with plug-ins",
+     "Loads the bundle as FileMaker does, in a process of its own for each check, and says of "
+     "each\n"
+     "whether it passed, failed, crashed, timed out or was skipped. The exit status is 1 if any\n"
+     "failed, crashed or timed out.\n\n"
+     "Examples:\n"
+     "  tarvo check\n"
+     "  tarvo check Other.fmplugin\n"
+     "  tarvo check --only 'function*' --json\n"},
     {"help", "[COMMAND]", 0, 1, "explain a command",
      "Examples:\n"
      "  tarvo help\n"
@@ -96,6 +121,8 @@ void AddOptions(CLI::App& app, Options& options, Words& words) {
   app.add_option("--record", options.record, "write what the user did, as answers")
       ->type_name("FILE");
   app.add_flag("--record-passwords", options.record_passwords, "record passwords as they are");
+  app.add_option("--only", options.only, "run the checks whose name holds, or matches, this")
+      ->type_name("PATTERN");
 }
 
 // A calculation may begin with a minus sign too, but with none that a letter and nothing but a name

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "workbench/calculation/unicode.h"
+#include "workbench/check/check.h"
 #include "workbench/files.h"
 #include "workbench/output.h"
 #include "workbench/session.h"
@@ -78,6 +79,15 @@ void ShowInfo(const Options& options) {
             : "Name         " + name + "\nDescription  " + description + "\nOptions      " + flags +
                   "\nAnswer       " + answer + "\n");
   session.End();
+}
+
+Status CheckBundle(const Options& options) {
+  CheckOptions check;
+  check.bundle = ChooseBundle(options);
+  if (!options.operands.empty()) check.bundle = options.operands.front();
+  check.pattern = options.only;
+  check.json = options.json;
+  return RunChecks(check, Print);
 }
 
 }  // namespace workbench

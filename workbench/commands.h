@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/failure.h"
 #include "workbench/options.h"
 
 namespace workbench {
@@ -10,5 +11,8 @@ void EvaluateCalculations(const Options& options);
 void RunScript(const Options& options);
 void ListFunctions(const Options& options);
 void ShowInfo(const Options& options);
+
+// Checks a bundle, each check in a process that loads it for itself. kWrong if any failed.
+Status CheckBundle(const Options& options);
 
 }  // namespace workbench

@@ -1,6 +1,7 @@
 #include "workbench/files.h"
 
 #include <fcntl.h>
+#include <sys/auxv.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,6 +12,10 @@
 
 namespace workbench {
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kInstalled = "../lib/tarvo";
 
 std::string ReadAll(int fd, const std::string& path) {
   std::string content;
@@ -26,6 +31,15 @@ std::string ReadAll(int fd, const std::string& path) {
   }
 }
 
+// As it was started, where /proc is not mounted.
+fs::path ProgramPath() {
+  std::error_code error;
+  fs::path self = fs::read_symlink("/proc/self/exe", error);
+  if (!error) return self;
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel hands the pointer over as a number.
+  return fs::absolute(reinterpret_cast<const char*>(getauxval(AT_EXECFN)), error);
+}
+
 }  // namespace
 
 std::string ReadFile(const std::string& path) {
@@ -39,9 +53,12 @@ std::string ReadFile(const std::string& path) {
   return ReadAll(fd, path);
 }
 
-std::string ProgramFolder() {
+std::string FindCompanion(const std::string& name) {
   std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+  const fs::path folder = ProgramPath().parent_path();
+  const fs::path beside = folder / name;
+  const fs::path installed = (folder / kInstalled / name).lexically_normal();
+  return !fs::exists(beside, error) && fs::exists(installed, error) ? installed : beside;
 }
 
 LineFile::LineFile(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "we")) {

@@ -11,8 +11,9 @@ namespace workbench {
 // it cannot be read.
 std::string ReadFile(const std::string& path);
 
-// The folder that this program stands in.
-std::string ProgramFolder();
+// The path of a file or folder that comes with this program: beside it, where it was built, or else
+// in the folder where it was installed.
+std::string FindCompanion(const std::string& name);
 
 // A file that is written line by line, each of which is there for others at once.
 class LineFile {

@@ -1,9 +1,9 @@
 // tarvo: tries a plug-in's dialogs without FileMaker.
 
 #include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -13,6 +13,7 @@
 #include "workbench/commands.h"
 #include "workbench/failure.h"
 #include "workbench/output.h"
+#include "workbench/repl/repl.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ void KeepStandardStreams() {
   }
 }
 
-void Do(const Options& options) {
+Status Do(const Options& options) {
   if (options.command == "help") {
     workbench::Print(workbench::HelpText(options.operands.empty() ? "" : options.operands.front()));
   } else if (options.command == "version") {
@@ -37,11 +38,16 @@ void Do(const Options& options) {
     workbench::EvaluateCalculations(options);
   } else if (options.command == "run") {
     workbench::RunScript(options);
+  } else if (options.command == "repl") {
+    workbench::RunRepl(options);
   } else if (options.command == "functions") {
     workbench::ListFunctions(options);
-  } else {
+  } else if (options.command == "info") {
     workbench::ShowInfo(options);
+  } else {
+    return workbench::CheckBundle(options);
   }
+  return Status::kDone;
 }
 
 int Report(Status status, const char* message) {
@@ -55,8 +61,7 @@ int main(int argc, char** argv) {
   KeepStandardStreams();
   signal(SIGPIPE, SIG_IGN);  // a reader that has gone is found out by writing
   try {
-    Do(workbench::ParseCommandLine({argv + 1, argv + argc}));
-    return static_cast<int>(Status::kDone);
+    return static_cast<int>(Do(workbench::ParseCommandLine({argv + 1, argv + argc})));
   } catch (const Failure& failure) {
     return Report(failure.status(), failure.what());
   } catch (const std::bad_alloc&) {

@@ -1,9 +1,9 @@
 #include "workbench/observers.h"
 
-#include <algorithm>
 #include <filesystem>
 
 #include "displays/scripted/answers.h"
+#include "displays/scripted/dialog_name.h"
 #include "platform/carbon/display_json.h"
 #include "workbench/child_program.h"
 
@@ -17,21 +17,13 @@ std::string ToLine(const display::Description& dialog) {
   return display::ToJson(dialog).dump(-1, ' ', false, display::Json::error_handler_t::replace);
 }
 
-std::string CaptionOf(const display::Description& dialog) {
-  const auto* window = std::get_if<display::Window>(&dialog);
-  std::string caption = window ? window->title : std::get<display::Alert>(dialog).message;
-  std::replace_if(
-      caption.begin(), caption.end(), [](char sign) { return sign == '\r' || sign == '\n'; }, ' ');
-  return caption;
-}
-
 }  // namespace
 
 void DescriptionLog::Opened(const display::Description& dialog) { file_.Write(ToLine(dialog)); }
 
 void Recording::Opened(const display::Description& dialog) {
-  const std::string caption = CaptionOf(dialog);
-  file_.Write("# dialog " + std::to_string(++count_) + (caption.empty() ? "" : ": " + caption));
+  const std::string name = display::NameOf(dialog);
+  file_.Write("# dialog " + std::to_string(++count_) + (name.empty() ? "" : ": " + name));
 }
 
 void Recording::Answered(const display::Action& action, bool secret) {
@@ -48,7 +40,7 @@ Screenshots::Screenshots(const std::string& folder) : folder_(folder) {
 
 void Screenshots::Opened(const display::Description& dialog) {
   const std::string file = folder_ + "/" + std::to_string(++count_) + ".png";
-  const std::string painter = ProgramFolder() + "/" + kPainter;
+  const std::string painter = FindCompanion(kPainter);
   if (!RunChild({painter, "--render", file}, ToLine(dialog) + "\n")) {
     throw Failure(Status::kWrong, "cannot draw " + file + " with " + painter);
   }

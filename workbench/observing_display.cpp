@@ -3,11 +3,23 @@
 #include <algorithm>
 #include <utility>
 
+#include "displays/scripted/dialog_name.h"
+
 namespace workbench {
 
 using display::Action;
 using display::Control;
 using display::ControlKind;
+
+namespace {
+
+// FileMaker breaks lines with a carriage return alone.
+void BreakLines(std::string& text) {
+  for (std::size_t i = 0; (i = text.find("\r\n", i)) != std::string::npos;) text.erase(i + 1, 1);
+  std::replace(text.begin(), text.end(), '\n', '\r');
+}
+
+}  // namespace
 
 ObservingDisplay::ObservingDisplay(display::Display& shown_on,
                                    std::vector<std::unique_ptr<Observer>> observers)
@@ -16,8 +28,9 @@ ObservingDisplay::ObservingDisplay(display::Display& shown_on,
 Rect ObservingDisplay::MainScreen() { return shown_on_.MainScreen(); }
 
 bool ObservingDisplay::Open(const display::Description& dialog) {
+  name_ = display::NameOf(dialog);
   if (!shown_on_.Open(dialog)) {
-    lost_ = true;
+    lost_ = name_;
     return false;
   }
   const auto* window = std::get_if<display::Window>(&dialog);
@@ -30,9 +43,10 @@ bool ObservingDisplay::Open(const display::Description& dialog) {
 std::optional<Action> ObservingDisplay::NextAction() {
   std::optional<Action> action = shown_on_.NextAction();
   if (!action) {
-    lost_ = true;
+    lost_ = name_;
     return std::nullopt;
   }
+  BreakLines(action->text);
   const bool secret = IsSecret(*action);
   if (!Tell([&](Observer& observer) { observer.Answered(*action, secret); })) return std::nullopt;
   return action;

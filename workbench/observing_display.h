@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/carbon/display.h"
@@ -28,11 +29,10 @@ class ObservingDisplay : public display::Display {
   // `shown_on` must outlive this display.
   ObservingDisplay(display::Display& shown_on, std::vector<std::unique_ptr<Observer>> observers);
 
-  // A dialog could not be opened, or its display went away while it was open.
-  bool lost() const { return lost_; }
-
-  // What an observer threw first.
-  const std::optional<Failure>& failure() const { return failure_; }
+  // Each tells of what happened since it was last asked: the name of a dialog that could not be
+  // opened, or whose display went away while it was open; and what an observer threw.
+  std::optional<std::string> TakeLost() { return std::exchange(lost_, std::nullopt); }
+  std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
 
   Rect MainScreen() override;
   bool Open(const display::Description& dialog) override;
@@ -49,7 +49,8 @@ class ObservingDisplay : public display::Display {
   display::Display& shown_on_;
   std::vector<std::unique_ptr<Observer>> observers_;
   std::vector<display::Control> controls_;  // of the open dialog, as they now are
-  bool lost_ = false;
+  std::string name_;                        // of the open dialog
+  std::optional<std::string> lost_;
   std::optional<Failure> failure_;
 };
 

@@ -22,6 +22,7 @@ struct Options {
   std::optional<std::string> screenshot;
   std::optional<std::string> record;
   bool record_passwords = false;
+  std::string only;  // which checks run
 
   std::string command;
   std::vector<std::string> operands;

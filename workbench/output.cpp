@@ -33,8 +33,8 @@ std::string FormatResult(const calculation::Value& result) {
 std::string FormatResultAsJson(const calculation::Value& result) {
   const std::string text = calculation::ToUtf8(calculation::AsText(result));
   const bool is_number = std::holds_alternative<calculation::Decimal>(result);
-  return is_number ? "{\"type\": \"number\", \"result\": " + text + "}\n"
-                   : "{\"type\": \"text\", \"result\": " + JsonText(text) + "}\n";
+  return is_number ? R"({"type": "number", "result": )" + text + "}\n"
+                   : R"({"type": "text", "result": )" + JsonText(text) + "}\n";
 }
 
 std::string JsonText(std::string_view text) {

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 
@@ -14,7 +15,6 @@ namespace workbench {
 namespace {
 
 constexpr const char* kBundleName = "Quenlix.fmplugin";
-constexpr const char* kInstalled = "../lib/tarvo";
 constexpr std::size_t kStringSize = 1024;
 
 [[noreturn]] void Refuse(const std::string& path, const std::string& reason) {
@@ -87,13 +87,9 @@ void Plugin::Send(std::uint8_t message) {
   entry_point_(&call_);
 }
 
-std::string FindBundle() {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  const fs::path folder = ProgramFolder();
-  const fs::path beside = folder / kBundleName;
-  const fs::path installed = (folder / kInstalled / kBundleName).lexically_normal();
-  return !fs::exists(beside, error) && fs::exists(installed, error) ? installed : beside;
+std::string ChooseBundle(const Options& options) {
+  // The bundle's strings are chosen by this when they are first asked for.
+  if (options.language) setenv("LANGUAGE", options.language->c_str(), 1);
+  return options.plugin ? *options.plugin : FindCompanion(kBundleName);
 }
-
 }  // namespace workbench

@@ -6,6 +6,7 @@
 
 #include "platform/corefoundation/CFHost.h"
 #include "platform/fmwrapper/FMHost.h"
+#include "workbench/options.h"
 
 namespace workbench {
 
@@ -53,7 +54,8 @@ class Plugin {
   bool running_ = false;
 };
 
-// The bundle beside this program, or else where it was installed.
-std::string FindBundle();
+// The path of the bundle that the options name, else of the one beside this program, or else of the
+// one that was installed with it. Lets them choose the language that its strings will be in.
+std::string ChooseBundle(const Options& options);
 
 }  // namespace workbench

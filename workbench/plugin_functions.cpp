@@ -33,8 +33,7 @@ fmx::host::Outcome Evaluate(const fmx::host::Function& function, const std::stri
 
 }  // namespace
 
-PluginFunctions::PluginFunctions(const User& user)
-    : user_(user), functions_(fmx::host::Functions()) {
+PluginFunctions::PluginFunctions(User& user) : user_(user), functions_(fmx::host::Functions()) {
   for (const fmx::host::Function& function : functions_) {
     signatures_.push_back({calculation::ToUtf8(function.name), function.minimum_arguments,
                            function.maximum_arguments});
@@ -43,6 +42,7 @@ PluginFunctions::PluginFunctions(const User& user)
 
 Value PluginFunctions::Call(std::size_t index, const std::vector<Value>& arguments) {
   std::vector<fmx::host::Value> parameters;
+  parameters.reserve(arguments.size());
   for (const Value& argument : arguments) parameters.push_back(ToHost(argument));
   const std::string& name = signatures_[index].name;
   const fmx::host::Outcome outcome = Evaluate(functions_[index], name, parameters);

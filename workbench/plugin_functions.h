@@ -12,7 +12,7 @@ namespace workbench {
 class PluginFunctions : public calculation::ExternalFunctions {
  public:
   // Takes note of what is registered now. `user` must outlive this.
-  explicit PluginFunctions(const User& user);
+  explicit PluginFunctions(User& user);
 
   // In order of registration, the order of `signatures()` too.
   const std::vector<fmx::host::Function>& functions() const { return functions_; }
@@ -25,7 +25,7 @@ class PluginFunctions : public calculation::ExternalFunctions {
                           const std::vector<calculation::Value>& arguments) override;
 
  private:
-  const User& user_;
+  User& user_;
   std::vector<fmx::host::Function> functions_;
   std::vector<Signature> signatures_;
 };

@@ -58,12 +58,12 @@ class ScriptReader {
 
   std::optional<Line> NextLine();
   Step ReadStep(Line& line);
-  Step ReadSetVariable(Line& line);
+  static Step ReadSetVariable(Line& line);
   Step ReadIf(Line& line);
   Step ReadLoop(Line& line);
   Step ReadExitLoopIf(Line& line);
-  Step ReadCalculation(Line& line);
-  calculation::NodePtr ReadTest(Line& line);
+  static Step ReadCalculation(Line& line);
+  static calculation::NodePtr ReadTest(Line& line);
   Line ReadBlock(calculation::Span opening, const std::string& end, std::vector<Step>& steps);
 
   const std::u16string& text_;

@@ -169,7 +169,7 @@ ScriptReader::Line ScriptReader::ReadBlock(Span opening, const std::string& end,
     }
     steps.push_back(ReadStep(*line));
   }
-  throw Error(opening, "this block has no end; expected " + end);
+  throw calculation::Unfinished(opening, "this block has no end; expected " + end);
 }
 
 }  // namespace workbench

@@ -1,5 +1,7 @@
 #include "workbench/script.h"
 
+#include <algorithm>
+
 namespace workbench {
 
 using calculation::Error;
@@ -27,10 +29,8 @@ bool ScriptRunner::RunStep(const Step& step) {
 }
 
 bool ScriptRunner::RunSteps(const std::vector<Step>& steps) {
-  for (const Step& step : steps) {
-    if (!RunStep(step)) return false;
-  }
-  return true;
+  return std::all_of(steps.begin(), steps.end(),
+                     [this](const Step& step) { return RunStep(step); });
 }
 
 bool ScriptRunner::RunIf(const Step& step) {

@@ -1,10 +1,11 @@
 #include "workbench/session.h"
 
-#include <cstdlib>
 #include <exception>
 
 #include "workbench/calculation/parser.h"
+#include "workbench/calculation/unicode.h"
 #include "workbench/failure.h"
+#include "workbench/function_help.h"
 #include "workbench/output.h"
 #include "workbench/script.h"
 
@@ -20,12 +21,6 @@ void Explaining(const calculation::Source& source, Work work) {
   } catch (const calculation::Error& error) {
     throw Failure(Status::kWrong, source.Explain(error));
   }
-}
-
-std::string ChooseBundle(const Options& options) {
-  // The bundle's strings are chosen by this when they are first asked for.
-  if (options.language) setenv("LANGUAGE", options.language->c_str(), 1);
-  return options.plugin ? *options.plugin : FindBundle();
 }
 
 }  // namespace
@@ -50,6 +45,26 @@ void Session::Run(const calculation::Source& script) {
     ScriptRunner runner(functions_, variables_, print);
     while (const std::optional<Step> step = reader.Next()) runner.Run(*step);
   });
+}
+
+bool Session::IsWhole(const calculation::Source& script) const {
+  try {
+    ScriptReader reader(script.text(), functions_);
+    while (reader.Next()) {
+    }
+  } catch (const calculation::Unfinished&) {
+    return false;
+  } catch (const calculation::Error&) {  // whatever may follow
+  }
+  return true;
+}
+
+std::vector<std::string> Session::Names() const {
+  std::vector<std::string> names;
+  for (const auto& signature : functions_.signatures()) names.push_back(signature.name);
+  for (const BuiltInHelp& function : BuiltInFunctions()) names.emplace_back(function.name);
+  for (const auto& variable : variables_) names.push_back(calculation::ToUtf8(variable.first));
+  return names;
 }
 
 void Session::End() {

@@ -17,11 +17,12 @@ std::vector<Answer> ReadAnswers(const Options& options) {
   std::vector<Answer> answers;
   std::string source = options.answers_file.value_or("");
   try {
-    if (options.answers_file) answers = display::ParseAnswers(ReadFile(source));
+    if (options.answers_file) answers = display::ParseAnswers(ReadFile(source), source);
     std::string text;
     for (const std::string& answer : options.answers) text += answer + ";";
     source = "--answer";
-    for (Answer& answer : display::ParseAnswerText(text)) answers.push_back(std::move(answer));
+    for (Answer& answer : display::ParseAnswerText(text, source))
+      answers.push_back(std::move(answer));
   } catch (const display::AnswerError& error) {
     throw Failure(Status::kUsage,
                   source + ", line " + std::to_string(error.line()) + ": " + error.what());
@@ -45,9 +46,9 @@ std::vector<std::unique_ptr<Observer>> MakeObservers(const Options& options) {
 }
 
 std::string Explain(const display::ScriptedDisplay::Failure& failure) {
-  const std::string line =
-      failure.line > 0 ? "answer line " + std::to_string(failure.line) + ": " : "";
-  return "dialog \"" + failure.caption + "\": " + line + failure.reason;
+  const std::string place =
+      failure.line > 0 ? failure.source + ", line " + std::to_string(failure.line) + ": " : "";
+  return "dialog \"" + failure.caption + "\": " + place + failure.reason;
 }
 
 }  // namespace
@@ -62,15 +63,17 @@ User::User(const Options& options) {
 
 User::~User() { carbon::SetDisplay(nullptr); }
 
-void User::CheckAnswered() const {
-  if (display_->failure()) throw *display_->failure();
-  if (scripted_ && scripted_->failure()) {
-    throw Failure(Status::kAnswer, Explain(*scripted_->failure()));
-  }
-  if (display_->lost()) {
+void User::CheckAnswered() {
+  const auto scripted = scripted_ ? scripted_->TakeFailure() : std::nullopt;
+  const auto failure = display_->TakeFailure();
+  const auto lost = display_->TakeLost();
+  if (failure) throw Failure(*failure);
+  if (scripted) throw Failure(Status::kAnswer, Explain(*scripted));
+  if (lost) {
     throw Failure(Status::kNoDisplay,
-                  "no display: the dialog cannot be shown, or was closed from outside; "
-                  "--answer or --answers answers it without a screen");
+                  "no display: the dialog \"" + *lost +
+                      "\" cannot be shown, or was closed from outside; --answer or --answers "
+                      "answers it without a screen");
   }
 }
 

@@ -19,8 +19,8 @@ class User {
   User& operator=(const User&) = delete;
   ~User();
 
-  // Throws Failure where a dialog did not get its answer, and says why.
-  void CheckAnswered() const;
+  // Throws Failure where a dialog did not get its answer since this was last asked, and says why.
+  void CheckAnswered();
 
  private:
   std::optional<display::ScriptedDisplay> scripted_;

@@ -137,25 +137,27 @@ void ForEachPiece(std::string_view text, char separator, Take take) {
   }
 }
 
-std::vector<Answer> ParsePieces(std::string_view text, char separator) {
+std::vector<Answer> ParsePieces(std::string_view text, char separator, const std::string& source) {
   std::vector<Answer> answers;
-  ForEachPiece(text, separator, [&answers](std::string_view piece, int number) {
+  ForEachPiece(text, separator, [&](std::string_view piece, int number) {
     if (piece.ends_with('\r')) piece.remove_suffix(1);
     SkipBlanks(piece);
     if (piece.empty() || piece.starts_with('#')) return;
-    answers.push_back({ParseAction(piece, number), number, std::string(piece)});
+    answers.push_back({ParseAction(piece, number), source, number, std::string(piece)});
   });
   return answers;
 }
 
 }  // namespace
 
-std::vector<Answer> ParseAnswers(std::string_view file) {
+std::vector<Answer> ParseAnswers(std::string_view file, const std::string& source) {
   if (file.starts_with("\xEF\xBB\xBF")) file.remove_prefix(3);
-  return ParsePieces(file, '\n');
+  return ParsePieces(file, '\n', source);
 }
 
-std::vector<Answer> ParseAnswerText(std::string_view text) { return ParsePieces(text, ';'); }
+std::vector<Answer> ParseAnswerText(std::string_view text, const std::string& source) {
+  return ParsePieces(text, ';', source);
+}
 
 std::string FormatAnswer(const Action& action) {
   const auto form = std::find_if(kForms.begin(), kForms.end(), [&action](const Form& known) {
@@ -171,6 +173,8 @@ std::string FormatAnswer(const Action& action) {
   }
   if (form->shape == Shape::kText || form->shape == Shape::kNumberAndText) {
     line += " " + action.text;
+    std::replace(line.begin(), line.end(), '\n', '\r');
+    if (line.ends_with('\r')) line += '\r';  // one goes with the line's end
   }
   return line;
 }

@@ -2,22 +2,15 @@
 
 #include <utility>
 
+#include "displays/scripted/dialog_name.h"
+
 namespace display {
-namespace {
-
-std::string CaptionOf(const Description& dialog) {
-  if (const auto* window = std::get_if<Window>(&dialog)) return window->title;
-  return std::get<Alert>(dialog).message;
-}
-
-}  // namespace
-
 ScriptedDisplay::ScriptedDisplay(std::vector<Answer> answers) : answers_(std::move(answers)) {}
 
 Rect ScriptedDisplay::MainScreen() { return {0, 0, 1080, 1920}; }
 
 bool ScriptedDisplay::Open(const Description& dialog) {
-  caption_ = CaptionOf(dialog);
+  caption_ = NameOf(dialog);
   return true;
 }
 
@@ -39,7 +32,10 @@ void ScriptedDisplay::Reject(const std::string& reason) {
 void ScriptedDisplay::Close() {}
 
 void ScriptedDisplay::Fail(const std::string& reason) {
-  failure_ = {caption_, next_ == 0 ? 0 : answers_[next_ - 1].line, reason};
+  failure_ = {caption_, "", 0, reason};
+  if (next_ == 0) return;
+  failure_->source = answers_[next_ - 1].source;
+  failure_->line = answers_[next_ - 1].line;
 }
 
 }  // namespace display

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "displays/scripted/answers.h"
@@ -16,15 +17,17 @@ class ScriptedDisplay : public Display {
  public:
   // An answer that was missing, or that named what its dialog does not have.
   struct Failure {
-    std::string caption;  // of the dialog; an alert's message
-    int line = 0;         // of the answer; where one is missing, of the last
-    std::string reason;   // one clause
+    std::string caption;  // of the dialog, or what else it is called by
+    std::string source;   // of the answer; where one is missing, of the last, if there was any
+    int line = 0;
+    std::string reason;  // one clause
   };
 
   explicit ScriptedDisplay(std::vector<Answer> answers);
 
-  // The first failure, if there was one. Every dialog ends without an answer from then on.
+  // The first failure, if there was one. Every dialog ends without an answer until it is taken.
   const std::optional<Failure>& failure() const { return failure_; }
+  std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
 
   Rect MainScreen() override;
   bool Open(const Description& dialog) override;

@@ -35,6 +35,24 @@ TEST(Answers, SkipsEmptyLinesAndCommentsAndTakesEveryLineEnd) {
   EXPECT_EQ(ParseAnswerText("enter 1 a b ;press 1")[0].action.text, "a b ");
 }
 
+// A line break within a text stays in its line.
+TEST(Answers, TextsWithLineBreaksReadAndWriteBack) {
+  for (const std::string text : {"a\rb", "\ra\r", "\r\r", "; # a", ""}) {
+    display::Action action;
+    action.kind = display::Action::Kind::kEnter;
+    action.number = 1;
+    action.text = text;
+    const auto answers = ParseAnswers(display::FormatAnswer(action) + "\ntab\n", "file");
+    ASSERT_EQ(answers.size(), 2U);
+    EXPECT_EQ(answers[0].action.text, text);
+    EXPECT_EQ(answers[0].source, "file");
+  }
+  display::Action typed;
+  typed.kind = display::Action::Kind::kType;
+  typed.text = "a\nb";
+  EXPECT_EQ(display::FormatAnswer(typed), "type a\rb");
+}
+
 TEST(Answers, SaysWhatWasExpected) {
   struct {
     const char* line;
@@ -46,7 +64,9 @@ TEST(Answers, SaysWhatWasExpected) {
               {"press 1.5", "expected \"press K\""},
               {"enter Ann", "expected \"enter N TEXT\""},
               {"choose 1", "expected \"choose N ITEM\""},
+              {"choose x 1", "expected \"choose N ITEM\""},
               {"row", "expected \"row R [X]\""},
+              {"row 1 x", "expected \"row R [X]\""},
               {"row 1 2 3", "expected \"row R [X]\""},
               {"tab 1", "expected \"tab\""}};
   for (const auto& row : rows) {
@@ -61,7 +81,7 @@ TEST(Answers, SaysWhatWasExpected) {
 }
 
 TEST(Answers, ClampsNumbersBeyond32Bits) {
-  EXPECT_EQ(ParseAnswers("row 1 99999999999")[0].action.x, 2147483647);
+  EXPECT_EQ(ParseAnswers("row +1 +99999999999")[0].action.x, 2147483647);
   EXPECT_EQ(ParseAnswers("row 1 -99999999999")[0].action.x, -2147483647 - 1);
 }
 
@@ -91,6 +111,9 @@ TEST(Seam, DescriptionsAndActionsSurviveTheirJson) {
     const auto json = display::ToJson(answer.action);
     EXPECT_EQ(display::ToJson(display::ActionFromJson(json)), json);
   }
+  display::Action unnamed;
+  unnamed.kind = static_cast<display::Action::Kind>(99);
+  EXPECT_ANY_THROW(display::ToJson(unnamed));
   EXPECT_ANY_THROW(display::ActionFromJson(display::Json::parse(R"({"action":"fly"})")));
   EXPECT_ANY_THROW(display::DescriptionFromJson(display::Json::parse(R"({"kind":"page"})")));
 }

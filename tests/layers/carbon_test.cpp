@@ -9,24 +9,28 @@ namespace {
 
 constexpr Rect kBounds{10, 10, 30, 110};
 constexpr OSType kCommand = FourCharCode("TEST");
+constexpr OSType kGone = FourCharCode("GONE");
 constexpr EventTypeSpec kCommands{kEventClassCommand, kEventCommandProcess};
 
 std::vector<HICommand> commands;
 WindowRef running;
 
-// Notes the command; TEST ends the dialog as a plug-in does, from within its own command.
-OSStatus Handle(EventHandlerCallRef, EventRef event, void* disposes) {
+void Close(WindowRef window) {
+  EventRef close = nullptr;
+  CreateEvent(nullptr, kEventClassWindow, kEventWindowClose, GetCurrentEventTime(), 0, &close);
+  SendEventToEventTarget(close, GetWindowEventTarget(window));
+  ReleaseEvent(close);
+}
+
+// Notes the command. TEST ends the dialog as a plug-in does, from within its own command; GONE
+// closes the window alone.
+OSStatus Handle(EventHandlerCallRef, EventRef event, void*) {
   HICommand command{};
   GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr,
                     &command);
   commands.push_back(command);
-  if (command.command_id != kCommand) return eventNotHandledErr;
-  QuitAppModalLoopForWindow(running);
-  if (disposes == nullptr) return eventNotHandledErr;
-  EventRef close = nullptr;
-  CreateEvent(nullptr, kEventClassWindow, kEventWindowClose, GetCurrentEventTime(), 0, &close);
-  SendEventToEventTarget(close, GetWindowEventTarget(running));
-  ReleaseEvent(close);
+  if (command.command_id == kCommand) QuitAppModalLoopForWindow(running);
+  if (command.command_id == kCommand || command.command_id == kGone) Close(running);
   return eventNotHandledErr;
 }
 
@@ -38,20 +42,13 @@ class Carbon : public testing::Test {
     CreateNewWindow(kMovableModalWindowClass, kWindowStandardHandlerAttribute, &content, &window_);
     running = window_;
     InstallEventHandler(GetWindowEventTarget(window_), NewEventHandlerUPP(Handle), 1, &kCommands,
-                        this, &handler_);
+                        nullptr, &handler_);
   }
 
   ~Carbon() override {
-    Close();
+    Close(window_);
     EXPECT_EQ(carbon::LiveObjects(), at_start_);
     carbon::SetDisplay(nullptr);
-  }
-
-  void Close() {
-    EventRef close = nullptr;
-    CreateEvent(nullptr, kEventClassWindow, kEventWindowClose, 0, 0, &close);
-    SendEventToEventTarget(close, GetWindowEventTarget(window_));
-    ReleaseEvent(close);
   }
 
   ControlRef Popup(std::initializer_list<const char16_t*> items) {
@@ -70,13 +67,28 @@ class Carbon : public testing::Test {
     return popup;
   }
 
+  static ControlRef Identify(ControlRef control, int number, OSType command) {
+    const ControlID id{0, number};
+    SetControlID(control, &id);
+    SetControlCommandID(control, command);
+    return control;
+  }
+
   ControlRef Button(int number, OSType command) {
     ControlRef button = nullptr;
     CreatePushButtonControl(window_, &kBounds, CFSTR("Button"), &button);
-    const ControlID id{0, display::ButtonId(number)};
-    SetControlID(button, &id);
-    SetControlCommandID(button, command);
-    return button;
+    return Identify(button, display::ButtonId(number), command);
+  }
+
+  ListHandle List(ControlRef* control) {
+    CreateListBoxControl(window_, &kBounds, 0, 30, 1, 0, 1, 16, 100, 0, kListDefStandardText,
+                         control);
+    ListHandle list = nullptr;
+    Size size = 0;
+    EXPECT_EQ(GetControlData(*control, 0, kControlListBoxListHandleTag, sizeof list, &list, &size),
+              noErr);
+    EXPECT_EQ(size, static_cast<Size>(sizeof list));
+    return list;
   }
 
   OSStatus Run(const std::string& answers) {
@@ -109,7 +121,20 @@ TEST_F(Carbon, LimitsTakeEachOtherAndTheValueAlong) {
 
 TEST_F(Carbon, ReferencesThatAreGoneAreRefused) {
   const ControlRef button = Button(1, kCommand);
-  Close();
+  ControlRef control = nullptr;
+  const ListHandle list = List(&control);
+  EXPECT_NE(GetListPort(list), nullptr);
+  Close(window_);
+  Cell cell{0, 0};
+  Size size = 1;
+  LGetCell(nullptr, &size, cell, list);
+  EXPECT_EQ(size, 0);
+  EXPECT_FALSE(LGetSelect(1, &cell, list));
+  EXPECT_EQ(LLastClick(list).v, -1);
+  EXPECT_EQ(GetListPort(list), nullptr);
+  Rect port = kBounds;
+  GetPortBounds(GetListPort(list), &port);
+  EXPECT_EQ(port, Rect{});
   const ControlID id{0, 1};
   EXPECT_EQ(SetControlID(button, &id), paramErr);
   EXPECT_EQ(SetControlID(nullptr, &id), paramErr);
@@ -135,6 +160,114 @@ TEST_F(Carbon, TheLoopEndsWithoutAnAnswerWhereThereIsNone) {
   EXPECT_EQ(commands.size(), 1U);
   Rect bounds;
   EXPECT_EQ(GetWindowBounds(window_, kWindowContentRgn, &bounds), noErr) << "the window is kept";
+  Button(2, kGone);
+  display::ScriptedDisplay bare(display::ParseAnswerText("tab; press 2"));
+  carbon::SetDisplay(&bare);
+  EXPECT_EQ(RunAppModalLoopForWindow(window_), eventLoopQuitErr) << "nothing is left to ask";
+  EXPECT_FALSE(bare.failure());
+}
+
+TEST_F(Carbon, ADialogThatCannotBeShownHasNoAnswer) {
+  class NoScreen : public display::ScriptedDisplay {
+   public:
+    using ScriptedDisplay::ScriptedDisplay;
+    bool Open(const display::Description&) override { return false; }
+  } none(std::vector<display::Answer>{});
+  setenv("DISPLAY", "", 1);
+  setenv("WAYLAND_DISPLAY", "none", 1);
+  for (display::Display* shown :
+       {static_cast<display::Display*>(&none), carbon::DesktopDisplay()}) {
+    carbon::SetDisplay(shown == &none ? shown : nullptr);
+    EXPECT_EQ(RunAppModalLoopForWindow(window_), eventLoopQuitErr);
+    const AlertStdCFStringAlertParamRec parameters{};
+    DialogRef alert = nullptr;
+    CreateStandardAlert(0, CFSTR("m"), CFSTR("e"), &parameters, &alert);
+    std::int16_t item = 1;
+    EXPECT_EQ(RunStandardAlert(alert, nullptr, &item), eventLoopQuitErr);
+    EXPECT_EQ(item, 0);
+    EXPECT_EQ(RunStandardAlert(alert, nullptr, &item), paramErr) << "an alert runs once";
+  }
+}
+
+TEST_F(Carbon, EventsGoToWhoeverHandlesThem) {
+  constexpr std::uint32_t kOther = 99;
+  constexpr EventTypeSpec kKept[] = {{kEventClassCommand, kOther},
+                                     {kEventClassWindow, kEventWindowClose}};
+  const EventTargetRef target = GetWindowEventTarget(window_);
+  const auto keep = [](EventHandlerCallRef, EventRef, void*) { return OSStatus{noErr}; };
+  EventHandlerRef keeper = nullptr;
+  InstallEventHandler(target, keep, 2, kKept, nullptr, &keeper);
+  Close(window_);
+  Button(1, FourCharCode("ELSE"));
+  Run("press 1");
+  EXPECT_EQ(commands.size(), 1U) << "the window was kept, and its first handler is asked too";
+  EXPECT_EQ(RemoveEventHandler(keeper), noErr);
+  EventRef event = nullptr;
+  for (const OSType event_class : {kEventClassCommand, kEventClassWindow}) {
+    CreateEvent(nullptr, event_class, kOther, 0, 0, &event);
+    EXPECT_EQ(SendEventToEventTarget(event, target), eventNotHandledErr);
+    ReleaseEvent(event);
+  }
+  EXPECT_EQ(SendEventToEventTarget(event, target), paramErr);
+  WindowRef plain = nullptr;
+  CreateNewWindow(kMovableModalWindowClass, 0, &kBounds, &plain);
+  Close(plain);
+  Rect bounds;
+  EXPECT_EQ(GetWindowBounds(plain, kWindowContentRgn, &bounds), noErr) << "it has no such handler";
+  DisposeWindow(plain);
+}
+
+TEST_F(Carbon, EventParametersHaveNameTypeAndSize) {
+  EventRef event = nullptr;
+  CreateEvent(nullptr, kEventClassCommand, kEventCommandProcess, 0, 0, &event);
+  SetEventParameter(event, kCommand, kGone, 4, "four");
+  char bytes[3] = "--";
+  OSType type = 0;
+  Size size = 0;
+  EXPECT_EQ(GetEventParameter(event, kGone, kGone, &type, 2, &size, bytes), paramErr);
+  EXPECT_EQ(GetEventParameter(event, kCommand, kCommand, &type, 2, &size, bytes), paramErr);
+  EXPECT_EQ(GetEventParameter(event, kCommand, kGone, &type, 2, &size, bytes), noErr);
+  EXPECT_STREQ(bytes, "fo");
+  EXPECT_EQ(type, kGone);
+  EXPECT_EQ(size, 4);
+  ReleaseEvent(event);
+}
+
+TEST_F(Carbon, SaysWhatADialogDoesNotHave) {
+  ControlRef control = nullptr;
+  CreateStaticTextControl(window_, &kBounds, nullptr, nullptr, &control);
+  CreateStaticTextControl(window_, &kBounds, CFSTR(""), nullptr, &control);
+  CreateStaticTextControl(window_, &kBounds, CFSTR("message"), nullptr, &control);
+  Identify(control, display::ButtonId(1), kCommand);
+  ControlRef box = nullptr;
+  CreateCheckBoxControl(window_, &kBounds, nullptr, 0, 0, &box);
+  Identify(box, display::FieldId(1), kCommand);
+  AdvanceKeyboardFocus(window_);
+  Identify(Popup({u"a"}), display::FieldId(2), kCommand);
+  List(&control);
+  struct {
+    const char* action;
+    const char* reason;
+  } rows[] = {{"type x", "no edit field has the focus"},
+              {"enter 1 x", "there is no edit or password field 1"},
+              {"click 2", "there is no check box or radio button in field 2"},
+              {"click 4", "there is no check box or radio button in field 4"},
+              {"choose 2 0", "there is no item 0 in the menu of field 2"},
+              {"row 0", "there is no list row 0"},
+              {"press 1", "there is no button 1"}};
+  for (const auto& row : rows) {
+    Run(row.action);
+    EXPECT_EQ(dialogs_->failure()->reason, "\"" + std::string(row.action) + "\": " + row.reason);
+    EXPECT_EQ(dialogs_->failure()->caption, "message");
+  }
+  Run("click 1");
+  EXPECT_EQ(GetControlValue(box), 0) << "this box is not one that toggles itself";
+  EXPECT_EQ(commands.size(), 1U);
+}
+
+TEST_F(Carbon, TabStopsAtNothingWhereThereIsNothing) {
+  Run("tab");
+  EXPECT_EQ(dialogs_->failure()->reason, "there is no answer left");
 }
 
 TEST_F(Carbon, CommandsCarryTheMenuChoiceAlone) {
@@ -156,8 +289,10 @@ TEST_F(Carbon, ButtonsThatAreDisabledOrHiddenDoNothing) {
   DisableControl(Button(1, kCommand));
   HideControl(Button(2, kCommand));
   Button(3, FourCharCode("ELSE"));
-  EXPECT_EQ(Run("press 1; press 2; return; escape; press 3"), eventLoopQuitErr);
+  EXPECT_EQ(Run("tab; press 1; press 2; return; escape; press 3"), eventLoopQuitErr);
   EXPECT_EQ(commands.size(), 1U);
+  ASSERT_EQ(dialogs_->changes.size(), 1U);
+  EXPECT_EQ(dialogs_->changes[0].first, 2U) << "and have no focus";
 }
 
 TEST_F(Carbon, DataIsTakenAndGivenByTagAndSize) {
@@ -171,26 +306,36 @@ TEST_F(Carbon, DataIsTakenAndGivenByTagAndSize) {
   ListHandle list = nullptr;
   EXPECT_EQ(GetControlData(button, 0, kControlListBoxListHandleTag, sizeof list, &list, nullptr),
             paramErr);
+  for (const Size size : {1, 2, 8}) {
+    EXPECT_EQ(SetControlData(button, 0, FourCharCode("none"), size, "unused!"), paramErr);
+  }
+  ControlRef control = Popup({});
+  EXPECT_EQ(GetControlData(control, 0, kControlEditTextCFStringTag, sizeof list, &list, nullptr),
+            paramErr);
+  List(&control);
+  EXPECT_EQ(GetControlData(control, 0, kControlListBoxListHandleTag, 1, &list, nullptr), paramErr);
+  CreateEditUnicodeTextControl(window_, &kBounds, CFSTR("text"), 0, nullptr, &control);
+  const ControlFontStyleRec style{};
+  SetControlFontStyle(control, &style);
+  Run("");
+  const auto& edit = dialogs_->opened[0].at("controls").back();
+  EXPECT_EQ(edit.at("text"), "text");
+  EXPECT_EQ(edit.at("font"), nullptr) << "a style without a font changes none";
 }
 
 TEST_F(Carbon, ListsHoldBytesAndGiveTheSelection) {
   ControlRef control = nullptr;
-  CreateListBoxControl(window_, &kBounds, 0, 30, 1, 0, 1, 16, 100, 0, kListDefStandardText,
-                       &control);
-  ListHandle list = nullptr;
-  Size size = 0;
-  EXPECT_EQ(GetControlData(control, 0, kControlListBoxListHandleTag, sizeof list, &list, &size),
-            noErr);
+  const ListHandle list = List(&control);
   EXPECT_EQ(LSetCell("abc", 3, {29, 0}, list), noErr);
   EXPECT_EQ(LSetCell("abc", 3, {30, 0}, list), paramErr);
   EXPECT_EQ(LSetCell("abc", 3, {-1, 0}, list), paramErr);
   char bytes[2];
-  size = sizeof bytes;
+  Size size = sizeof bytes;
   LGetCell(bytes, &size, {29, 0}, list);
   EXPECT_EQ(std::string(bytes, static_cast<std::size_t>(size)), "ab");
   LGetCell(bytes, &size, {30, 0}, list);
   EXPECT_EQ(size, 0);
-  EXPECT_EQ(LLastClick(list), (Cell{-1, -1}));
+  EXPECT_EQ(LLastClick(list).v, -1);
   Run("row 4; row+ 9");
   Cell cell{0, 0};
   EXPECT_FALSE(LGetSelect(0, &cell, list));

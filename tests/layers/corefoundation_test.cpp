@@ -34,14 +34,25 @@ std::u16string UnitsOf(CFStringRef string) {
 TEST_F(CoreFoundation, SplittingKeepsEmptyPartsAndEveryPartKeepsItsParent) {
   struct {
     const char16_t* text;
+    const char16_t* separator;
     std::vector<std::u16string> parts;
-  } rows[] = {{u"a|b", {u"a", u"b"}}, {u"a||b", {u"a", u"", u"b"}},
-              {u"a|", {u"a", u""}},   {u"|", {u"", u""}},
-              {u"a", {u"a"}},         {u"", {u""}}};
+  } rows[] = {{u"a|b", u"|", {u"a", u"b"}},
+              {u"a||b", u"|", {u"a", u"", u"b"}},
+              {u"a|", u"|", {u"a", u""}},
+              {u"|", u"|", {u"", u""}},
+              {u"a", u"|", {u"a"}},
+              {u"", u"|", {u""}},
+              {u"units|of|several|steps", u"|", {u"units", u"of", u"several", u"steps"}},
+              {u"a, b,, c", u", ", {u"a", u"b,", u"c"}},
+              {u", ", u", ", {u"", u""}},
+              {u"a,b", u", ", {u"a,b"}},
+              {u"a|b", u"", {u"a|b"}}};
   for (const auto& row : rows) {
     const CFStringRef text = NewString(row.text);
+    const CFStringRef separator = NewString(row.separator);
     const CFArrayRef array =
-        CFStringCreateArrayBySeparatingStrings(kCFAllocatorDefault, text, CFSTR("|"));
+        CFStringCreateArrayBySeparatingStrings(kCFAllocatorDefault, text, separator);
+    CFRelease(separator);
     CFRelease(text);
     std::vector<std::u16string> parts;
     for (CFIndex i = 0; i < CFArrayGetCount(array); ++i) {
@@ -49,6 +60,7 @@ TEST_F(CoreFoundation, SplittingKeepsEmptyPartsAndEveryPartKeepsItsParent) {
     }
     EXPECT_EQ(parts, row.parts);
     EXPECT_EQ(CFArrayGetValueAtIndex(array, CFArrayGetCount(array)), nullptr);
+    EXPECT_EQ(CFArrayGetValueAtIndex(array, -1), nullptr);
     // A part that is retained outlives the array that its owner gives back.
     const CFIndex last = CFArrayGetCount(array) - 1;
     const auto part = static_cast<CFStringRef>(CFRetain(CFArrayGetValueAtIndex(array, last)));
@@ -86,6 +98,8 @@ TEST_F(CoreFoundation, FormatsAndConverts) {
   EXPECT_STREQ(small, "");
   EXPECT_FALSE(CFStringGetCString(key, small, 0, encoding::kUtf8));
   CFRelease(key);
+  EXPECT_EQ(CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("%lc"), 0xD800), nullptr);
+  EXPECT_EQ(CFRetain(nullptr), nullptr);
 }
 
 TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
@@ -97,12 +111,15 @@ TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
                              u"b\xDC00"),
             "a\uFFFDb\uFFFD");
   EXPECT_EQ(encoding::ToUtf8(u"\xDC00\xD800"), "\uFFFD\uFFFD");
-  for (const char* bytes : {"\x80", "\xC0\xAF", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80",
-                            "\xF8\x88", "\xFF", "\xE0\x80\x80", "\xF0\x80\x80\x80"}) {
+  for (const char* bytes :
+       {"\x80", "\xC0\xAF", "\xE2\x82", "\xED\xA0\x80", "\xED\xB0\x80", "\xF4\x90\x80\x80",
+        "\xF8\x88", "\xFF", "\xE0\x80\x80", "\xF0\x80\x80\x80"}) {
     EXPECT_EQ(encoding::ToUtf16(bytes),
               std::u16string(std::string_view(bytes).size(), encoding::kReplacement));
   }
   EXPECT_EQ(encoding::ToUtf16("\xC3x"), u"\uFFFDx");
+  EXPECT_EQ(encoding::ToUtf16("\xE2xx"), u"\uFFFDxx");
+  EXPECT_EQ(encoding::ToUtf16("\xE2\x82x"), u"\uFFFD\uFFFDx");
 }
 
 TEST_F(CoreFoundation, CutsBetweenCharacters) {
@@ -149,18 +166,20 @@ class Bundle : public CoreFoundation {
 TEST_F(Bundle, ReadsTablesAsPeopleWriteThem) {
   Write("en", R"(/* a comment ; "x" = "y"; */
 // another = "z";
-"plain" = "value"; bare.key-1 = bare_value;
-"escaped \"key\"" = "q\" b\\ n\n t\t o\101 u\U00e9";
+"plain" = "value"; bare.key-1 = Bare_value;
+"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101 u\U00E9 U\u2fg \{\8";
 "two
 lines"="a
 b";"plain" = "second";
 "broken" "x"; "after" = "lost";)");
   EXPECT_EQ(Text(u"plain"), "value");
-  EXPECT_EQ(Text(u"bare.key-1"), "bare_value");
-  EXPECT_EQ(Text(u"escaped \"key\""), "q\" b\\ n\n t\t oA ué");
+  EXPECT_EQ(Text(u"bare.key-1"), "Bare_value");
+  EXPECT_EQ(Text(u"escaped \"key\""), "q\" b\\ n\n r\r t\t oA ué U/g {8");
   EXPECT_EQ(Text(u"two\nlines"), "a\nb");
   EXPECT_EQ(Text(u"x"), "missing");
   EXPECT_EQ(Text(u"broken"), "missing");
+  const CFStringRef value = CFSTR("value");
+  EXPECT_EQ(CFBundleCopyLocalizedString(nullptr, CFSTR("k"), value, CFSTR("Table")), value);
   EXPECT_EQ(Text(u"after"), "missing");
 }
 
@@ -176,13 +195,15 @@ TEST_F(Bundle, ReadsUtf8AndUtf16) {
 TEST_F(Bundle, SurvivesTablesThatAreNone) {
   for (const char* table :
        {"", "/*", "//", "\"", "\"k", "\"k\"", "\"k\"=", "\"k\"=\"", "\"k\"=\"v", "\"k\"=\"v\"",
-        "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "\xFF\xFE\x22", "\xFF"}) {
+        "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "{", "\"k\"=|;", "\xFF\xFE\x22", "\xFF"}) {
     Write("en", table);
     EXPECT_EQ(Text(u"k"), "missing") << table;
   }
 }
 
 TEST_F(Bundle, SpeaksTheUsersLanguage) {
+  fs::create_directories(folder_);
+  EXPECT_EQ(Text(u"k"), "missing") << "there is no table at all";
   for (const char* language : {"en", "de", "pt_BR", "pt"}) {
     Write(language, std::string("\"k\" = \"") + language + "\";");
   }
@@ -215,6 +236,8 @@ TEST_F(Bundle, FindsItsModule) {
     CFRelease(bundle);
     return path;
   };
+  EXPECT_EQ(executable(), (folder_ / "Contents/Linux/Tables").string());
+  std::ofstream(folder_ / "Contents/Info.plist") << "<key>CFBundleExecutable</key><string>cut";
   EXPECT_EQ(executable(), (folder_ / "Contents/Linux/Tables").string());
   std::ofstream(folder_ / "Contents/Info.plist")
       << "<dict><key>CFBundleExecutable</key>\n <string>Other</string></dict>";

@@ -49,14 +49,14 @@ const Case kCases[] = {
     {"TarvoAllowEscape", "1", "", 4},
     {"TarvoSetCustomControls", "2|4|3|0", "", 6},
     {"TarvoPopUps", "aa\rbb|cc|dd|ee", "", 12},
-    {"TarvoFillListBox", "a\rb", "", 6},
-    {"TarvoCustomDialog", "4|m|A|B|||1|2|3|4",
+    {"TarvoCustomDialog", "4|a long message|A|B|||1|2|3|4",
      "choose 1 2; click 2; click 3; enter 4 text; press 2", 80},
     {"TarvoDialog", "5|m|A|B|||1|2|3|4|2", "choose 1 2; enter 2 text; press 2", 80},
     {"TarvoDialog", "4|m|A|B|C|D|1|2|3|4", "enter 1 some text; press 1", 80},
     {"TarvoDoListBox", "m|A|B||||1|1||1", "row 1; row+ 2; press 1", 50},
     {"TarvoDoListBox", "m|A|B||||1|1||1", "row 2; row 2", 50},
-    {"TarvoAlert", "1|m|e|A|B|C", "press 2", 6},
+    {"TarvoFillListBox", "a\rb", "", 6},
+    {"TarvoAlert", "1|a long message|e|A|B|C", "press 2", 6},
     {"TarvoLastValue", "", "", 3},
     {"TarvoV1", "", "", 2},
 };
@@ -110,7 +110,7 @@ class ExhaustedMemory : public PluginHost {
 
 TEST_F(ExhaustedMemory, EveryFunctionAnswersAndTheNextCallWorks) {
   Call("TarvoPopUps", "aa\rbb|cc|dd|ee");
-  Call("TarvoFillListBox", "a\rb");
+  Call("TarvoFillListBox", std::string(1500, 'a') + "\rb");
   Call("TarvoSetCustomControls", "2|4|3|0");
   for (const Case& row : kCases) {
     SCOPED_TRACE(std::string(row.function) + " " + row.answers);
@@ -150,6 +150,9 @@ TEST_F(ExhaustedMemory, AResultIsWholeOrSaysWhyItIsNot) {
 TEST_F(ExhaustedMemory, InitialisationRefusesOrRaises) {
   const auto initialise = [this](int at, bool for_good) {
     Send(kFMXT_Shutdown);
+    // Each time with a bundle that has not read its strings yet.
+    CFRelease(reinterpret_cast<CFBundleRef>(block_.bundle));
+    block_.bundle = reinterpret_cast<std::uintptr_t>(CFBundleCreateWithPath(PLUGIN_BUNDLE));
     failing_allocator::Arm(at, for_good);
     block_.result = 0;
     bool raised = false;
@@ -172,6 +175,7 @@ TEST_F(ExhaustedMemory, InitialisationRefusesOrRaises) {
       ASSERT_EQ(initialise(0, false), 51) << at;
     }
   }
+  EXPECT_TRUE(answers.contains(51)) << "a string that could not be read";
   EXPECT_TRUE(answers.contains(-1)) << "a result buffer that could not be had";
   EXPECT_TRUE(answers.contains(0)) << "a failure inside FileMaker's interface";
 }

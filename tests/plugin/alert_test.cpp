@@ -27,13 +27,21 @@ TEST_F(Alert, HasTheButtonsThatHaveAText) {
   EXPECT_EQ(Opened().at("other"), nullptr);
   EXPECT_EQ(Call("TarvoAlert", "1|m|e|||Other", "press 3"), "3");
   EXPECT_EQ(Opened().at("default"), "OK");
-  Answer("press 2");
-  Call("TarvoAlert", "1|caption");
-  EXPECT_EQ(dialogs_->failure()->reason, "\"press 2\": there is no button 2");
-  EXPECT_EQ(dialogs_->failure()->caption, "caption");
-  Answer("enter 1 x");
-  Call("TarvoAlert", "1|m");
-  EXPECT_TRUE(dialogs_->failure());
+  struct {
+    const char* parameter;
+    const char* action;
+    const char* reason;
+  } rows[] = {{"1|a\rcaption\n|e||No", "press 1", "there is no button 1"},
+              {"1|a caption ", "press 2", "there is no button 2"},
+              {"1|a caption ", "press 3", "there is no button 3"},
+              {"1|a caption |e|A|B|C", "press 4", "there is no button 4"},
+              {"1|a caption ", "enter 1 x", "an alert has buttons alone"}};
+  for (const auto& row : rows) {
+    Answer(row.action);
+    Call("TarvoAlert", row.parameter);
+    EXPECT_EQ(dialogs_->failure()->reason, "\"" + std::string(row.action) + "\": " + row.reason);
+    EXPECT_EQ(dialogs_->failure()->caption, "a caption ");
+  }
 }
 
 TEST_F(Alert, KnowsItsKindsExactly) {

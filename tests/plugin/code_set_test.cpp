@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 
 #include "tests/plugin/plugin_host.h"
@@ -32,8 +31,7 @@ void InLocale(const char* locale, Body body) {
       Host host;
       body(host);
     }
-    std::fflush(nullptr);
-    _exit(testing::Test::HasFailure() ? 1 : 0);
+    std::exit(testing::Test::HasFailure() ? 1 : 0);
   }
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);
@@ -62,6 +60,11 @@ TEST(CodeSet, CharactersOfSeveralBytesAreKeptWhole) {
     EXPECT_EQ(host.Call("TarvoDoListBox", "m", "row 1; press 1"), "1|" + kanji.substr(0, 3 * 1024));
     EXPECT_EQ(host.Call("TarvoDoListBox", "m", "row 2; press 1"),
               "1|x" + kanji.substr(0, 3 * 1023));
+    // What is no character is one byte.
+    const std::uint32_t code_set = encoding::SystemEncoding();
+    EXPECT_EQ(encoding::ToUtf16("a\xFF\xFF", code_set), u"a\uFFFD\uFFFD");
+    EXPECT_EQ(encoding::CutBetweenCharacters("\xFF\xFF\xFF", 2, code_set), 2U);
+    EXPECT_EQ(encoding::CutBetweenCharacters(std::string(20, '\xFF'), 2, code_set), 2U);
   });
 }
 

@@ -35,11 +35,13 @@ TEST_F(CustomDialog, PopUpsRememberTheChoiceInBothDirections) {
   Call("TarvoSetCustomControls", "2|2");
   Call("TarvoPopUps", "red\rgreen\rblue|a|b\rxx");
   EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "choose 1 2; choose 1 3; press 1"), "1|blue|||");
+  const auto shown = [this] {
+    const auto& [index, popup] = dialogs_->changes.back();
+    return std::vector{popup.value, popup.min, popup.max};
+  };
+  EXPECT_EQ(shown(), (std::vector<std::optional<int>>{3, 3, 3}));
   EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "choose 1 3; choose 1 1; press 1"), "1|red|||");
-  const auto& [index, popup] = dialogs_->changes.back();
-  EXPECT_EQ(popup.value, 1);
-  EXPECT_EQ(popup.min, 1);
-  EXPECT_EQ(popup.max, 1);
+  EXPECT_EQ(shown(), (std::vector<std::optional<int>>{1, 1, 1}));
   EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "press 1"), "1|red|||") << "nothing is left over";
   Answer("choose 1 4");
   Call("TarvoCustomDialog", "2|m");
@@ -51,6 +53,7 @@ TEST_F(CustomDialog, APopUpWithoutMenuIsEmpty) {
   Call("TarvoSetCustomControls", "2");
   EXPECT_EQ(Call("TarvoCustomDialog", "1|m", "press 1"), "1||||");
   EXPECT_EQ(Field(1).at("items").dump(), "[]");
+  EXPECT_EQ(Field(1).at("min"), 1);
 }
 
 TEST_F(CustomDialog, ItemsComeBackAsTheyWereWritten) {
@@ -85,7 +88,9 @@ TEST_F(CustomDialog, HasNoPopUpMode) {
 TEST_F(CustomDialog, MenusDoNotPileUp) {
   Call("TarvoSetCustomControls", "2|2|2|2");
   Call("TarvoPopUps", "aa|bb|cc|dd");
-  const auto dialog = [this] { Call("TarvoCustomDialog", "4|m", "choose 4 1; press 1"); };
+  const auto dialog = [this] {
+    EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "choose 4 1; press 1"), "1|aa|bb|cc|dd");
+  };
   dialog();
   const long objects = carbon::LiveObjects();
   for (int i = 0; i < 10; ++i) dialog();

@@ -115,6 +115,7 @@ TEST_F(Lifecycle, CutsNamesAtTheFirstParenthesis) {
 TEST_F(Lifecycle, StartsAfreshInASecondLife) {
   Call("TarvoSetCaption", "caption");
   Call("TarvoPopUps", "aa\rbb|cc");
+  Call("TarvoDialog", "5|m", "press 1");
   Call("TarvoFillListBox", "one\rtwo");
   Call("TarvoSetCustomControls", "3|3|3|3");
   Call("TarvoDialog", "1|m", "enter 1 typed; press 1");
@@ -124,7 +125,9 @@ TEST_F(Lifecycle, StartsAfreshInASecondLife) {
   Call("TarvoSetFocus", "2");
   Send(kFMXT_Shutdown);
   const CFIndex strings = CFGetLiveObjectCount();
+  const long menus = carbon::LiveObjects();
   EXPECT_EQ(Initialise(PLUGIN_BUNDLE), 51);
+  EXPECT_EQ(carbon::LiveObjects(), menus - 2);
   EXPECT_LT(CFGetLiveObjectCount(), strings) << "what was preset is released";
   EXPECT_EQ(Call("TarvoLastValue", ""), "||||");
   EXPECT_EQ(Call("TarvoDialog", "5|m", ""), "$$001$$");

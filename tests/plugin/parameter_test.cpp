@@ -50,6 +50,18 @@ TEST_F(Parameter, ResultsHaveTheLocaleOfTheParameter) {
   }
 }
 
+TEST_F(Parameter, TheInterfaceReportsWhatIsNotThere) {
+  fmx::Error error{};
+  fmx::Text* text = FM_Text_Constructor1(error);
+  FM_Text_SetText(*text, *text, 1, 1, error);
+  EXPECT_EQ(error.code, 2);
+  FM_Text_Delete(text, error);
+  FM_Text_Delete(nullptr, error);
+  fmx::QuadChar* other = FM_QuadChar_Constructor2('O', 'T', 'H', 'R', error);
+  EXPECT_NE(FM_ExprEnv_UnRegisterExternalFunction(*other, 0, error), 0) << "another's number 0";
+  FM_QuadChar_Delete(other, error);
+}
+
 TEST_F(Parameter, NumbersAreTakenAsTheirDecimalText) {
   const fmx::host::Value number{kFMX_NumberType, u"2", kLocale};
   EXPECT_EQ(fmx::host::Evaluate(Function("TarvoSetFocus"), {number}).result.text, u"2");

@@ -58,7 +58,7 @@ TEST_F(Position, PlacesTheNextDialogOnly) {
 }
 
 TEST_F(Position, NegativeCoordinatesNeitherSetNorTakeBack) {
-  Call("TarvoPosition", "100");
+  EXPECT_EQ(Call("TarvoPosition", "100"), "0");
   EXPECT_EQ(Place(), kCentred);
   Call("TarvoPosition", "-1|5");
   EXPECT_EQ(Place(), kCentred);

@@ -69,6 +69,9 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
       {{"eval", "1", "--record", "/no/such"}, "cannot write /no/such"},
       {{"eval", "1", "--screenshot", "/dev/null/x"}, "cannot make /dev/null/x"},
       {{"run", "/no/such"}, "cannot read /no/such: No such file"},
+      {{"check", "a", "b"}, "check does not expect b"},
+      {{"check", "--only", "no such check"}, "no check matches \"no such check\""},
+      {{"repl", "1"}, "repl does not expect 1"},
   };
   for (const auto& [words, message] : cases) {
     const Ending ending = Tarvo(words);
@@ -89,7 +92,7 @@ TEST(CommandLineTest, HelpComesWithExamples) {
       EXPECT_TRUE(Holds(ending.output, part)) << ending.output;
     }
   }
-  for (const char* command : {"eval", "run", "functions", "info"}) {
+  for (const char* command : {"eval", "run", "repl", "functions", "info", "check"}) {
     const Ending ending = Tarvo({"help", command});
     EXPECT_TRUE(ending.output.starts_with(std::string("Usage: tarvo [options] ") + command));
     EXPECT_TRUE(Holds(ending.output, "Examples:\n  tarvo "));

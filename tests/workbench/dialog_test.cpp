@@ -28,10 +28,11 @@ TEST(DialogTest, AMissingOrWrongAnswerIsStatus4) {
     const char* message;
   } cases[] = {
       {{"--display", "scripted"}, "tarvo: dialog \"Who?\": there is no answer left\n"},
-      {{"--answer", "enter 1 x; tab"}, "dialog \"Who?\": answer line 2: there is no answer left\n"},
-      {{"--answers", file}, "dialog \"Who?\": answer line 3: \"press 4\": "},
-      {{"--answer", "enter 3 x; press 1"}, "dialog \"Who?\": answer line 1: \"enter 3 x\": "},
-      {{"--answer", "tab", "--answer", "click 1"}, "answer line 2: \"click 1\": "},
+      {{"--answer", "enter 1 x; tab"},
+       "dialog \"Who?\": --answer, line 2: there is no answer left\n"},
+      {{"--answers", file}, "/a, line 3: \"press 4\": "},
+      {{"--answer", "enter 3 x; press 1"}, "dialog \"Who?\": --answer, line 1: \"enter 3 x\": "},
+      {{"--answer", "tab", "--answer", "click 1"}, "--answer, line 2: \"click 1\": "},
   };
   for (const auto& [options, message] : cases) {
     std::vector<std::string> words{"eval", "TarvoSetCaption ( \"Who?\" )", kNames, "3"};
@@ -43,7 +44,10 @@ TEST(DialogTest, AMissingOrWrongAnswerIsStatus4) {
     EXPECT_TRUE(IsOneLine(ending.errors)) << ending.errors;
   }
   EXPECT_TRUE(Holds(Tarvo({"--answer", "press 3", "eval", "TarvoAlert ( \"0|Stop|x|OK\" )"}).errors,
-                    "dialog \"Stop\": answer line 1: "));
+                    "dialog \"Stop\": --answer, line 1: "));
+  EXPECT_TRUE(Holds(Tarvo({"--answer", "press 3", "eval", kName}).errors,
+                    "dialog \"Your name\": --answer, line 1: "))
+      << "without a caption";
 }
 
 TEST(DialogTest, NoDisplayIsStatus5AtOnce) {
@@ -54,7 +58,8 @@ TEST(DialogTest, NoDisplayIsStatus5AtOnce) {
     const Ending ending = Tarvo(words);
     EXPECT_EQ(ending.status, 5);
     EXPECT_EQ(ending.output, "1\n");
-    EXPECT_TRUE(ending.errors.find("tarvo: no display") != std::string::npos) << ending.errors;
+    EXPECT_TRUE(ending.errors.starts_with("tarvo: no display: the dialog \"Enter the name\" "))
+        << ending.errors;
   }
   EXPECT_EQ(Tarvo({"eval", "TarvoDialogVersion ( 0 )"}).status, 0) << "needs no display";
 }
@@ -92,7 +97,8 @@ TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
   const std::string answers = "enter 1  Ann ; enter 2 secret; press 2";
   const std::string result = "2| Ann |secret||\n";
   EXPECT_EQ(Tarvo({"--record", record, "--answer", answers, "eval", kNames}).output, result);
-  EXPECT_EQ(ReadAll(record), "# dialog 1\nenter 1  Ann \nenter 2 <password>\npress 2\n");
+  EXPECT_EQ(ReadAll(record),
+            "# dialog 1: Enter the name\nenter 1  Ann \nenter 2 <password>\npress 2\n");
   EXPECT_EQ(
       Tarvo({"--record", record, "--record-passwords", "--answer", answers, "eval", kNames}).output,
       result);

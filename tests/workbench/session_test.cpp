@@ -203,5 +203,26 @@ TEST(BundleTest, WhatAPluginDoesWrongIsStatus1) {
   }
 }
 
+TEST(CheckTest, TheStatusSaysWhetherAllPassed) {
+  const TemporaryFolder folder;
+  const Ending good = Tarvo({"check", "--only", "function-*"});
+  EXPECT_EQ(good.status, 0) << good.output;
+  EXPECT_TRUE(good.output.ends_with("\n6 passed, 0 failed\n")) << good.output;
+  const std::string odd = MakeBundle(folder, "Odd", ODD_PLUGIN);
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{"check", odd}, {"--plugin", odd, "check"}}) {
+    const Ending bad = Tarvo(words);
+    EXPECT_EQ(bad.status, 1) << bad.output;
+    EXPECT_TRUE(Holds(bad.output, "\nfailed     ")) << bad.output;
+    EXPECT_FALSE(Holds(bad.output, " 0 failed")) << bad.output;
+  }
+  const Ending none = Tarvo({"check", folder / "None.fmplugin"});
+  EXPECT_EQ(none.status, 3);
+  EXPECT_EQ(none.output, "");
+  const Json results = Json::parse(Tarvo({"check", "--json", "--only", "load"}).output);
+  EXPECT_EQ(results[0]["check"], "load");
+  EXPECT_EQ(results[0]["result"], "passed");
+}
+
 }  // namespace
 }  // namespace workbench

@@ -28,7 +28,7 @@ Value Case(const Arguments& arguments) {
 Value Choose(const Arguments& arguments) {
   const long long choice = arguments.Integer(0);
   const long long results = static_cast<long long>(arguments.size()) - 1;
-  if (choice < 0 || choice >= results) return Value();
+  if (choice < 0 || choice >= results) return {};
   return arguments.Get(static_cast<std::size_t>(choice) + 1);
 }
 

@@ -136,17 +136,17 @@ long long Decimal::ToInteger() const {
 Decimal Decimal::Rounded(long long decimals) const {
   const long long surplus = static_cast<long long>(scale_) - decimals;
   if (surplus <= 0) return *this;
-  if (surplus > static_cast<long long>(digits_.size())) return Decimal();
+  if (surplus > static_cast<long long>(digits_.size())) return {};
   Decimal rounded = *this;
   rounded.scale_ += static_cast<std::size_t>(std::max(-decimals, 0LL));
   rounded.DropDecimals(static_cast<std::size_t>(surplus));
   if (decimals < 0) rounded.digits_.append(static_cast<std::size_t>(-decimals), '0');
-  return Decimal(rounded.negative_, rounded.digits_, rounded.scale_);
+  return {rounded.negative_, rounded.digits_, rounded.scale_};
 }
 
 Decimal Decimal::Truncated() const {
-  if (scale_ >= digits_.size()) return Decimal();
-  return Decimal(negative_, digits_.substr(0, digits_.size() - scale_), 0);
+  if (scale_ >= digits_.size()) return {};
+  return {negative_, digits_.substr(0, digits_.size() - scale_), 0};
 }
 
 Decimal Decimal::operator-() const {
@@ -160,19 +160,19 @@ Decimal operator+(const Decimal& first, const Decimal& second) {
   std::string a = first.DigitsAt(scale);
   std::string b = second.DigitsAt(scale);
   if (first.negative_ == second.negative_) {
-    return Decimal(first.negative_, AddMagnitudes(std::move(a), std::move(b)), scale);
+    return {first.negative_, AddMagnitudes(std::move(a), std::move(b)), scale};
   }
   if (CompareMagnitudes(a, b) < 0) {
-    return Decimal(second.negative_, SubtractMagnitudes(std::move(b), a), scale);
+    return {second.negative_, SubtractMagnitudes(std::move(b), a), scale};
   }
-  return Decimal(first.negative_, SubtractMagnitudes(std::move(a), b), scale);
+  return {first.negative_, SubtractMagnitudes(std::move(a), b), scale};
 }
 
 Decimal operator-(const Decimal& first, const Decimal& second) { return first + -second; }
 
 Decimal operator*(const Decimal& first, const Decimal& second) {
-  return Decimal(first.negative_ != second.negative_,
-                 MultiplyMagnitudes(first.digits_, second.digits_), first.scale_ + second.scale_);
+  return {first.negative_ != second.negative_, MultiplyMagnitudes(first.digits_, second.digits_),
+          first.scale_ + second.scale_};
 }
 
 Decimal operator/(const Decimal& dividend, const Decimal& divisor) {
@@ -186,7 +186,7 @@ Decimal operator/(const Decimal& dividend, const Decimal& divisor) {
   quotient.digits_ = DivideMagnitudes(numerator, denominator);
   quotient.scale_ = scale + 1;
   quotient.DropDecimals(1);
-  return Decimal(quotient.negative_, quotient.digits_, quotient.scale_);
+  return {quotient.negative_, quotient.digits_, quotient.scale_};
 }
 
 Decimal Power(const Decimal& base, const Decimal& exponent) {

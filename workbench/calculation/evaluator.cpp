@@ -19,7 +19,7 @@ auto At(Span place, Computation compute) {
 
 void Append(Value& result, const Value& operand) {
   if (!std::holds_alternative<std::u16string>(result)) result = AsText(result);
-  std::u16string& text = std::get<std::u16string>(result);
+  auto& text = std::get<std::u16string>(result);
   if (const auto* more = std::get_if<std::u16string>(&operand)) {
     text += *more;
   } else {
@@ -67,7 +67,7 @@ Value Combine(Operator operation, const Value& first, const Value& second) {
 }  // namespace
 
 Value Evaluator::Evaluate(const Node& node) {
-  return std::visit([&](const auto& form) { return Compute(form, node.place); }, node.form);
+  return std::visit([&](const auto& form) { return this->Compute(form, node.place); }, node.form);
 }
 
 Value Evaluator::Compute(const Literal& literal, Span) { return literal.value; }

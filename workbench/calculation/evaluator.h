@@ -24,14 +24,14 @@ class Evaluator {
   Value Evaluate(const Node& node);
 
  private:
-  Value Compute(const Literal& literal, Span place);
+  static Value Compute(const Literal& literal, Span place);
   Value Compute(const Variable& variable, Span place);
   Value Compute(const Local& local, Span place);
   Value Compute(const Negation& negation, Span place);
   Value Compute(const Chain& chain, Span place);
   Value Compute(const BuiltInCall& call, Span place);
   Value Compute(const ExternalCall& call, Span place);
-  Value Compute(const List& list, Span place);
+  static Value Compute(const List& list, Span place);
   Value Compute(const Let& let, Span place);
 
   void Apply(const Link& link, Value& result);

@@ -44,7 +44,7 @@ constexpr Spelling kSymbols[] = {
 std::string Unexpected(char16_t unit) {
   switch (unit) {
     case u',':
-      return "unexpected \",\"; expected \";\" between arguments";
+      return R"(unexpected ","; expected ";" between arguments)";
     case u'“':
     case u'”':
     case u'„':
@@ -70,9 +70,9 @@ bool Closes(const Token& token) {
   return token.kind == Token::Kind::kSymbol && (token.text == u")" || token.text == u"]");
 }
 
-void AppendEnd(std::vector<Token>& tokens, std::size_t start) {
+void AppendEnd(std::vector<Token>& tokens, std::size_t start, bool is_open) {
   const std::size_t end = tokens.empty() ? start : tokens.back().place.end;
-  tokens.push_back({Token::Kind::kEnd, {end, end}, u""});
+  tokens.push_back({Token::Kind::kEnd, {end, end}, is_open ? u"(" : u""});
 }
 
 }  // namespace
@@ -129,7 +129,7 @@ bool Lexer::SkipComment() {
   if (!StartsWith(u"/*")) return false;
   const std::size_t end = text_.find(u"*/", position_ + 2);
   if (end == std::u16string_view::npos) {
-    throw Error({position_, position_ + 2}, "the comment has no end; expected \"*/\"");
+    throw Unfinished({position_, position_ + 2}, "the comment has no end; expected \"*/\"");
   }
   position_ = end + 2;
   return true;
@@ -157,8 +157,8 @@ Token Lexer::TakeText() {
     token.text += unit;
   }
   if (AtEnd()) {
-    throw Error({token.place.begin, token.place.begin + 1},
-                "the text has no end; expected a closing \"");
+    throw Unfinished({token.place.begin, token.place.begin + 1},
+                     "the text has no end; expected a closing \"");
   }
   token.place.end = ++position_;
   return token;
@@ -205,7 +205,7 @@ std::vector<Token> ReadCalculation(std::u16string_view text) {
   std::vector<Token> tokens;
   Lexer lexer(text, 0);
   for (lexer.SkipBlanks(); !lexer.AtEnd(); lexer.SkipBlanks()) tokens.push_back(lexer.TakeToken());
-  AppendEnd(tokens, 0);
+  AppendEnd(tokens, 0, false);
   return tokens;
 }
 
@@ -223,7 +223,7 @@ std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position
       lexer.SkipBlanksInLine();
     }
   }
-  AppendEnd(tokens, position);
+  AppendEnd(tokens, position, open > 0);
   position = lexer.position();
   return tokens;
 }

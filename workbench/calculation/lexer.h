@@ -15,7 +15,7 @@ struct Token {
     kName,      // of a function, a Let variable, a word operator or a script step
     kVariable,  // `text` begins with $ or $$
     kSymbol,    // `text` is the operator; ≠ ≤ ≥ stand for <> <= >= too
-    kEnd,       // behind the last token
+    kEnd,       // behind the last token; `text` is "(" where a bracket is still open
   };
 
   Kind kind = Kind::kEnd;

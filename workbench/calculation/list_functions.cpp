@@ -35,7 +35,7 @@ Value GetValueFunction(const Arguments& arguments) {
   const std::u16string text = arguments.Text(0);
   const long long number = arguments.Integer(1);
   const auto values = ValuesOf(text);
-  if (number < 1 || number > static_cast<long long>(values.size())) return Value();
+  if (number < 1 || number > static_cast<long long>(values.size())) return {};
   return std::u16string(values[static_cast<std::size_t>(number - 1)]);
 }
 
@@ -63,7 +63,7 @@ Value MiddleValuesFunction(const Arguments& arguments) {
 Value RightValuesFunction(const Arguments& arguments) {
   const std::u16string text = arguments.Text(0);
   const auto values = ValuesOf(text);
-  const long long count = static_cast<long long>(values.size());
+  const auto count = static_cast<long long>(values.size());
   return Lines(values, count - std::max(arguments.Integer(1), 0LL), count);
 }
 

@@ -95,7 +95,8 @@ std::size_t LineNumber(std::u16string_view text, std::size_t line_start) {
 
 }  // namespace
 
-Source::Source(std::string name, std::string_view utf8) : name_(std::move(name)) {
+Source::Source(std::string name, std::string_view utf8, std::size_t first_line)
+    : name_(std::move(name)), first_line_(first_line) {
   if (utf8.starts_with("\xEF\xBB\xBF")) utf8.remove_prefix(3);
   text_ = ToUtf16(utf8);
   const std::string back = calculation::ToUtf8(text_);
@@ -117,8 +118,8 @@ std::string Source::Explain(const Error& error) const {
   const std::size_t column = Characters(text.substr(line_start, begin - line_start)).size();
   const std::size_t length = Characters(text.substr(begin, end - begin)).size();
   return (name_.empty() ? "" : name_ + ", ") + "line " +
-         std::to_string(LineNumber(text_, line_start)) + ", column " + std::to_string(column + 1) +
-         ": " + error.what() + "\n" +
+         std::to_string(first_line_ - 1 + LineNumber(text_, line_start)) + ", column " +
+         std::to_string(column + 1) + ": " + error.what() + "\n" +
          Show(Characters(text.substr(line_start, line_end - line_start)), column, column + length);
 }
 

@@ -25,11 +25,18 @@ class Error : public std::runtime_error {
   Span place_;
 };
 
+// The source ends where a text, a comment, a bracket or a block of steps is still open. What might
+// follow it may set it right.
+class Unfinished : public Error {
+ public:
+  using Error::Error;
+};
+
 // What calculations are read from, with the name under which messages speak of it.
 class Source {
  public:
-  // `utf8` may begin with a byte-order mark.
-  Source(std::string name, std::string_view utf8);
+  // `utf8` may begin with a byte-order mark. `first_line` is the number of its first line.
+  Source(std::string name, std::string_view utf8, std::size_t first_line = 1);
 
   // Throws Error where the source is not UTF-8.
   void CheckEncoding() const;
@@ -42,6 +49,7 @@ class Source {
 
  private:
   std::string name_;
+  std::size_t first_line_;
   std::u16string text_;  // with U+FFFD in place of what is not UTF-8
   std::optional<std::size_t> not_utf8_;
 };

@@ -1,9 +1,8 @@
 #include "workbench/calculation/unicode.h"
 
-#include <locale.h>
-#include <wctype.h>
-
 #include <algorithm>
+#include <clocale>
+#include <cwctype>
 
 #include "platform/corefoundation/encoding.h"
 

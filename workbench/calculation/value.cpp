@@ -28,7 +28,7 @@ Decimal NumberIn(const std::u16string& text) {
       negative = true;
     }
   }
-  if (digits.empty() || digits == ".") return Decimal();
+  if (digits.empty() || digits == ".") return {};
   const std::optional<Decimal> number = Decimal::FromText(digits);
   if (!number) throw NumberError("the text has too many digits for a number");
   return negative ? -*number : *number;
@@ -39,7 +39,7 @@ Decimal NumberIn(const std::u16string& text) {
 std::u16string AsText(const Value& value) {
   if (const auto* text = std::get_if<std::u16string>(&value)) return *text;
   const std::string digits = std::get<Decimal>(value).ToText();
-  return std::u16string(digits.begin(), digits.end());
+  return {digits.begin(), digits.end()};
 }
 
 Decimal AsNumber(const Value& value) {

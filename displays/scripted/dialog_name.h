@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "platform/carbon/display.h"
+
+namespace display {
+
+// What messages call a dialog: its caption, or else its message, on one line.
+std::string NameOf(const Description& dialog);
+
+}  // namespace display

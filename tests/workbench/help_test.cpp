@@ -1,0 +1,89 @@
+// The man page and the completion name what the help names, and nothing else.
+
+#include <regex>
+#include <set>
+
+#include "tests/workbench/tarvo.h"
+
+namespace workbench {
+namespace {
+
+const std::string kCompletion = std::string(PROJECT_SOURCE_DIR) + "/packaging/tarvo.bash";
+
+std::set<std::string> FindAll(const std::string& text, const std::string& pattern) {
+  std::set<std::string> found;
+  const std::regex expression(pattern);
+  for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end;
+       ++match) {
+    found.insert((*match)[1]);
+  }
+  return found;
+}
+
+std::set<std::string> Commands() {
+  const std::string help = Tarvo({"help"}).output;
+  const std::size_t start = help.find("Commands:\n");
+  return FindAll(help.substr(start, help.find("Options:") - start), "\n  ([a-z]+)");
+}
+
+std::set<std::string> LongOptions() {
+  const std::string help = Tarvo({"help"}).output;
+  return FindAll(help.substr(help.find("Options:")), "--([a-z-]+)");
+}
+
+// What bash offers behind these words, the last of which the cursor is at.
+std::string Complete(const std::string& words, const std::string& folder = "/") {
+  const std::string script = "cd " + folder + "; source " + kCompletion + "; COMP_WORDS=(" + words +
+                             "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tarvo; "
+                             "printf '%s ' \"${COMPREPLY[@]}\"";
+  const Ending ending = testing_tools::Run({"/bin/bash", {"--norc", "-c", script}});
+  EXPECT_EQ(ending.errors, "") << words;
+  return ending.output;
+}
+
+TEST(HelpTest, TheManPageNamesEveryCommandAndOption) {
+  const std::string page = ReadAll(std::string(PROJECT_SOURCE_DIR) + "/docs/tarvo.1");
+  EXPECT_GE(Commands().size(), 7u);
+  EXPECT_GE(LongOptions().size(), 14u);
+  EXPECT_EQ(FindAll(page, "\n\\.It Ic ([a-z]+)"), Commands());
+  EXPECT_EQ(FindAll(page, "\n\\.It Fl (?:h , )?-([a-z-]+)"), LongOptions());
+}
+
+TEST(HelpTest, TheManPageNamesEveryAnswer) {
+  const std::string page = ReadAll(std::string(PROJECT_SOURCE_DIR) + "/docs/tarvo.1");
+  const std::string message = Tarvo({"--answer", "sing", "eval", "1"}).errors;
+  for (const std::string& word :
+       FindAll(message.substr(message.find("one of ") + 5), "[f,] ([a-z+-]+)")) {
+    EXPECT_TRUE(Holds(page, " " + word)) << word;
+  }
+}
+
+TEST(CompletionTest, BashOffersCommandsAndOptions) {
+  std::string commands = Complete("tarvo ''") + "\n";
+  EXPECT_EQ(FindAll(commands, "([a-z]+) "), Commands());
+  EXPECT_EQ(FindAll(Complete("tarvo eval --"), "--([a-z-]+)"), LongOptions());
+  EXPECT_EQ(Complete("tarvo ev"), "eval ");
+  EXPECT_EQ(Complete("tarvo --answer eval ev"), "eval ") << "that was an argument";
+  EXPECT_EQ(Complete("tarvo --answer = eval --json ev"), "eval ");
+  EXPECT_EQ(Complete("tarvo help re"), "repl ");
+  EXPECT_EQ(Complete("tarvo --json --rec"), "--record --record-passwords ");
+}
+
+TEST(CompletionTest, BashOffersWhatOptionsAndCommandsTake) {
+  const TemporaryFolder folder;
+  folder.Write("form.tarvo", "");
+  std::filesystem::create_directories(folder / "Form.fmplugin");
+  const auto offered = [&](const std::string& words) { return Complete(words, folder / ""); };
+  EXPECT_EQ(offered("tarvo --display s"), "scripted ");
+  EXPECT_EQ(offered("tarvo --display = s"), "scripted ");
+  EXPECT_EQ(offered("tarvo --display ="), "auto desktop scripted ");
+  EXPECT_EQ(offered("tarvo --plugin ''"), "Form.fmplugin ");
+  EXPECT_EQ(offered("tarvo check F"), "Form.fmplugin ");
+  EXPECT_EQ(offered("tarvo run f"), "form.tarvo ");
+  EXPECT_EQ(offered("tarvo eval 1 --answers f"), "form.tarvo ");
+  EXPECT_EQ(offered("tarvo eval f"), " ");
+  EXPECT_EQ(offered("tarvo --language f"), " ");
+}
+
+}  // namespace
+}  // namespace workbench

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/fmwrapper/FMHost.h"
+
+namespace workbench {
+
+// A function of the calculation language itself.
+struct BuiltInHelp {
+  std::string_view name;
+  std::string_view parameters;  // as they are typed, separated by ;
+  std::string_view description;
+};
+
+// By name.
+std::span<const BuiltInHelp> BuiltInFunctions();
+
+// What there is to know of a function, registered or built in: its prototype and what it does. The
+// name is looked up without regard to case; where there is none, the text says so and proposes the
+// nearest.
+std::string HelpOnFunction(std::string_view name,
+                           const std::vector<fmx::host::Function>& registered);
+
+}  // namespace workbench

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+namespace workbench {
+
+// Where an interactive session takes its lines from.
+class Lines {
+ public:
+  struct Line {
+    enum class Kind {
+      kText,     // a line, without its end
+      kGivenUp,  // the user wants nothing more of what was entered so far
+      kEnd,      // there is no more
+    };
+
+    Kind kind = Kind::kEnd;
+    std::string text;
+  };
+
+  Lines() = default;
+  Lines(const Lines&) = delete;
+  Lines& operator=(const Lines&) = delete;
+  virtual ~Lines() = default;
+
+  // `continues`: the line goes on with what was entered before.
+  virtual Line Next(bool continues) = 0;
+
+  // Keeps what was entered, with all its lines, for the user to have again.
+  virtual void Remember(const std::string& entry) = 0;
+};
+
+}  // namespace workbench

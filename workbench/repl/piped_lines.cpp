@@ -1,0 +1,29 @@
+#include "workbench/repl/piped_lines.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "workbench/failure.h"
+
+namespace workbench {
+
+// CR, LF and CR LF end lines, and nobody waits for what may follow a CR.
+Lines::Line PipedLines::Next(bool /*continues*/) {
+  std::string text;
+  for (int sign; (sign = std::getc(stdin)) != EOF;) {
+    const bool is_second_half = sign == '\n' && after_cr_;
+    after_cr_ = sign == '\r';
+    if (is_second_half) continue;
+    if (sign == '\n' || sign == '\r') return {Line::Kind::kText, text};
+    text += static_cast<char>(sign);
+  }
+  if (std::ferror(stdin)) {
+    throw Failure(Status::kUsage,
+                  std::string("cannot read standard input: ") + std::strerror(errno));
+  }
+  if (text.empty()) return {};
+  return {Line::Kind::kText, text};
+}
+
+}  // namespace workbench
