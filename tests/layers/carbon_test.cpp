@@ -56,12 +56,14 @@ class Carbon : public testing::Test {
     CreatePopupButtonControl(window_, &kBounds, nullptr, -12345, 1, 0, teFlushLeft, 0, &popup);
     MenuRef menu = nullptr;
     CreateNewMenu(1, 0, &menu);
+    std::uint16_t index = 0;
     for (const char16_t* item : items) {
       const CFStringRef text = CFStringCreateWithCharacters(
           nullptr, item, static_cast<CFIndex>(std::u16string_view(item).size()));
-      AppendMenuItemTextWithCFString(menu, text, 0, 0, nullptr);
+      AppendMenuItemTextWithCFString(menu, text, 0, 0, &index);
       CFRelease(text);
     }
+    EXPECT_EQ(index, items.size());
     SetControlData(popup, 0, kControlPopupButtonMenuHandleTag, sizeof menu, &menu);
     ReleaseMenu(menu);
     return popup;
@@ -134,7 +136,8 @@ TEST_F(Carbon, ReferencesThatAreGoneAreRefused) {
   EXPECT_EQ(GetListPort(list), nullptr);
   Rect port = kBounds;
   GetPortBounds(GetListPort(list), &port);
-  EXPECT_EQ(port, Rect{});
+  EXPECT_EQ(port.right, 0);
+  DisposeWindow(window_);
   const ControlID id{0, 1};
   EXPECT_EQ(SetControlID(button, &id), paramErr);
   EXPECT_EQ(SetControlID(nullptr, &id), paramErr);

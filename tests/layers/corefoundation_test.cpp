@@ -167,14 +167,16 @@ TEST_F(Bundle, ReadsTablesAsPeopleWriteThem) {
   Write("en", R"(/* a comment ; "x" = "y"; */
 // another = "z";
 "plain" = "value"; bare.key-1 = Bare_value;
-"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101 u\U00E9 U\u2fg \{\8";
+"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101 u\U00E9 \u2f/\U2fG\U2f_\U2fg \{\8\18";
 "two
 lines"="a
 b";"plain" = "second";
 "broken" "x"; "after" = "lost";)");
   EXPECT_EQ(Text(u"plain"), "value");
   EXPECT_EQ(Text(u"bare.key-1"), "Bare_value");
-  EXPECT_EQ(Text(u"escaped \"key\""), "q\" b\\ n\n r\r t\t oA ué U/g {8");
+  EXPECT_EQ(Text(u"escaped \"key\""),
+            "q\" b\\ n\n r\r t\t oA ué ///G/_/g {8\x01"
+            "8");
   EXPECT_EQ(Text(u"two\nlines"), "a\nb");
   EXPECT_EQ(Text(u"x"), "missing");
   EXPECT_EQ(Text(u"broken"), "missing");
@@ -195,7 +197,7 @@ TEST_F(Bundle, ReadsUtf8AndUtf16) {
 TEST_F(Bundle, SurvivesTablesThatAreNone) {
   for (const char* table :
        {"", "/*", "//", "\"", "\"k", "\"k\"", "\"k\"=", "\"k\"=\"", "\"k\"=\"v", "\"k\"=\"v\"",
-        "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "{", "\"k\"=|;", "\xFF\xFE\x22", "\xFF"}) {
+        "\"k\"=\"\\", "\"k\"=\"\\U12", "=;", "{", "\x01", "\"k\"=|;", "\xFF\xFE\x22", "\xFF"}) {
     Write("en", table);
     EXPECT_EQ(Text(u"k"), "missing") << table;
   }
@@ -204,7 +206,7 @@ TEST_F(Bundle, SurvivesTablesThatAreNone) {
 TEST_F(Bundle, SpeaksTheUsersLanguage) {
   fs::create_directories(folder_);
   EXPECT_EQ(Text(u"k"), "missing") << "there is no table at all";
-  for (const char* language : {"en", "de", "pt_BR", "pt"}) {
+  for (const char* language : {"en", "de", "pt_BR", "pt", "x/pt"}) {
     Write(language, std::string("\"k\" = \"") + language + "\";");
   }
   struct {
@@ -218,7 +220,7 @@ TEST_F(Bundle, SpeaksTheUsersLanguage) {
               {"LC_ALL", "C", "en"},
               {"LC_ALL", "de", "de"},
               {"LANGUAGE", "xx:pt:de", "pt"},
-              {"LANGUAGE", "../de:", "de"}};
+              {"LANGUAGE", "../de:x/pt:", "de"}};
   EXPECT_EQ(Text(u"k"), "en");
   for (const auto& row : rows) {
     setenv(row.variable, row.value, 1);

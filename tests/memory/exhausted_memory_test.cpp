@@ -38,27 +38,28 @@ struct Case {
   const char* parameter;
   const char* answers;
   int least_points;  // allocations that a call makes at least
+  int refusals;      // those without which the function answers that there is no memory
 };
 
 const Case kCases[] = {
-    {"TarvoDialogVersion", "x", "", 1},
-    {"TarvoSetCaption", "a caption of more than a few letters", "", 5},
-    {"TarvoPreEnterText", "one|two|three|four", "", 9},
-    {"TarvoPosition", "1|2", "", 5},
-    {"TarvoSetFocus", "1", "", 5},
-    {"TarvoAllowEscape", "1", "", 4},
-    {"TarvoSetCustomControls", "2|4|3|0", "", 6},
-    {"TarvoPopUps", "aa\rbb|cc|dd|ee", "", 12},
+    {"TarvoDialogVersion", "x", "", 1, 0},
+    {"TarvoSetCaption", "a caption of more than a few letters", "", 5, 2},
+    {"TarvoPreEnterText", "one|two|three|four", "", 9, 3},
+    {"TarvoPosition", "1|2", "", 5, 2},
+    {"TarvoSetFocus", "1", "", 5, 2},
+    {"TarvoAllowEscape", "1", "", 4, 1},
+    {"TarvoSetCustomControls", "2|4|3|0", "", 6, 3},
+    {"TarvoPopUps", "aa\rbb|cc|dd|ee", "", 12, 11},
     {"TarvoCustomDialog", "4|a long message|A|B|||1|2|3|4",
-     "choose 1 2; click 2; click 3; enter 4 text; press 2", 80},
-    {"TarvoDialog", "5|m|A|B|||1|2|3|4|2", "choose 1 2; enter 2 text; press 2", 80},
-    {"TarvoDialog", "4|m|A|B|C|D|1|2|3|4", "enter 1 some text; press 1", 80},
-    {"TarvoDoListBox", "m|A|B||||1|1||1", "row 1; row+ 2; press 1", 50},
-    {"TarvoDoListBox", "m|A|B||||1|1||1", "row 2; row 2", 50},
-    {"TarvoFillListBox", "a\rb", "", 6},
-    {"TarvoAlert", "1|a long message|e|A|B|C", "press 2", 6},
-    {"TarvoLastValue", "", "", 3},
-    {"TarvoV1", "", "", 2},
+     "choose 1 2; click 2; click 3; enter 4 text; press 2", 80, 3},
+    {"TarvoDialog", "5|m|A|B|||1|2|3|4|2", "choose 1 2; enter 2 text; press 2", 80, 4},
+    {"TarvoDialog", "4|m|A|B|C|D|1|2|3|4", "enter 1 some text; press 1", 80, 4},
+    {"TarvoDoListBox", "m|A|B||||1|1||1", "row 1; row+ 2; press 1", 50, 3},
+    {"TarvoDoListBox", "m|A|B||||1|1||1", "row 2; row 2", 50, 3},
+    {"TarvoFillListBox", "a\rb", "", 6, 3},
+    {"TarvoAlert", "1|a long message|e|A|B|C", "press 2", 6, 2},
+    {"TarvoLastValue", "", "", 3, 1},
+    {"TarvoV1", "", "", 2, 0},
 };
 
 class ExhaustedMemory : public PluginHost {
@@ -119,14 +120,16 @@ TEST_F(ExhaustedMemory, EveryFunctionAnswersAndTheNextCallWorks) {
     const int points = points_;
     EXPECT_GE(points, row.least_points);
     const long blocks = failing_allocator::LiveBlocks();
+    int refusals = 0;
     for (const bool for_good : {false, true}) {
       for (int at = 1; at <= points; ++at) {
-        Try(row, at, for_good);
+        if (Try(row, at, for_good) == "$$003$$" && !for_good) ++refusals;
         ExpectWholeState();
         ASSERT_EQ(Try(row, 0, false), expected) << at;
         ASSERT_EQ(failing_allocator::LiveBlocks(), blocks) << at;
       }
     }
+    EXPECT_EQ(refusals, row.refusals);
   }
 }
 
@@ -144,6 +147,43 @@ TEST_F(ExhaustedMemory, AResultIsWholeOrSaysWhyItIsNot) {
     // An alert that could not be shown reports that no button was pressed.
     if (std::string_view(row.function) == "TarvoAlert") others.erase("0");
     EXPECT_EQ(others, std::set<std::string>()) << row.function;
+  }
+}
+
+TEST_F(ExhaustedMemory, ABufferThatIsTooSmallForTheWorstCaseNeedsMemory) {
+  char bytes[5] = "kept";
+  failing_allocator::Arm(1, false);
+  EXPECT_FALSE(CFStringGetCString(CFSTR("text"), bytes, sizeof bytes, encoding::kUtf8));
+  EXPECT_EQ(failing_allocator::Disarm(), 1);
+  EXPECT_STREQ(bytes, "");
+}
+
+TEST_F(ExhaustedMemory, ABundleIsWholeOrNone) {
+  const auto create = [](int at) {
+    CFBundleRef bundle = nullptr;
+    failing_allocator::Arm(at, true);
+    try {
+      bundle = CFBundleCreateWithPath(PLUGIN_BUNDLE);
+    } catch (const std::bad_alloc&) {
+    }
+    const int points = failing_allocator::Disarm();
+    EXPECT_EQ(bundle != nullptr, at == 0) << at;
+    CFRelease(bundle);
+    return points;
+  };
+  const int points = create(0);
+  EXPECT_GE(points, 10);
+  for (int at = 1; at <= points; ++at) create(at);
+}
+
+TEST_F(ExhaustedMemory, AListWithoutRoomForItsLinesIsRefused) {
+  const std::string lines = std::string(1500, 'a') + "\rb";
+  const Case fill{"TarvoFillListBox", lines.c_str(), "", 0, 0};
+  std::string result;
+  for (int at = 1; result != "2"; ++at) {
+    Call("TarvoDoListBox", "m", "press 1");  // takes back the room that there was
+    result = Try(fill, at, false);
+    EXPECT_TRUE(result != "$$003$$" || glistlength == 0) << at;
   }
 }
 

@@ -1,3 +1,4 @@
+#include "state/dialog_state.h"
 #include "tests/plugin/plugin_host.h"
 
 namespace {
@@ -163,6 +164,14 @@ TEST_F(StandardDialog, PopUpModeTakesTheMenusOfTheFirstFields) {
   EXPECT_EQ(Field(1).at("kind"), "password");
 }
 
+TEST_F(StandardDialog, PopUpModeShowsNoWindowWhereMenusHaveAGap) {
+  for (std::int32_t* gap : {&popupctr1, &popupctr2}) {
+    Call("TarvoPopUps", "aa|bb|cc");
+    *gap = 0;
+    EXPECT_EQ(Call("TarvoDialog", "5|m", ""), "||||");
+  }
+}
+
 TEST_F(StandardDialog, PopUpModeWithoutMenusKeepsThePresets) {
   Call("TarvoPreEnterText", "kept");
   Call("TarvoAllowEscape", "1");
@@ -183,6 +192,7 @@ TEST_F(StandardDialog, EscapeCancelsOnlyWhereItMay) {
 }
 
 TEST_F(StandardDialog, TabGoesThroughFieldsThenButtons) {
+  Call("TarvoAllowEscape", "1");
   EXPECT_EQ(Call("TarvoDialog", "2|m|A|B", "type a; tab; type b; tab; tab; tab; type c; return"),
             "1|ac|b||");
   // From no focus to the first field.
