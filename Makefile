@@ -1,6 +1,6 @@
 # The two commands: make run, make test. Everything else is CMake's (see CMakePresets.json).
 
-.PHONY: run test release install package lint format pictures bench fuzz clean
+.PHONY: run test release install package lint format pictures bench fuzz coverage clean
 
 # Shows the main job, a dialog on the screen; make run ARGS="eval '…'" runs the workbench with
 # arguments of your own.
@@ -40,6 +40,11 @@ pictures: release
 bench:
 	@scripts/set-up.sh bench
 	@scripts/bench.sh $(ARGS)
+
+# Line and branch coverage of the plug-in and its layers by the quick tests.
+coverage:
+	@scripts/set-up.sh test
+	@scripts/coverage.sh
 
 MINUTES ?= 10
 fuzz:

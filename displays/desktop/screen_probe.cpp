@@ -26,7 +26,7 @@ bool XServerAnswers() {
 }
 
 std::string WaylandSocketPath() {
-  const std::string name = Environment("WAYLAND_DISPLAY");
+  std::string name = Environment("WAYLAND_DISPLAY");
   if (name.empty() || name.front() == '/') return name;
   return Environment("XDG_RUNTIME_DIR") + "/" + name;
 }

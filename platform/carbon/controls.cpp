@@ -126,24 +126,25 @@ OSStatus SetData(Control& control, OSType tag, Size size, const void* data) {
   return noErr;
 }
 
-// Hands `value` out where the caller's room fits it.
+// Hands `value` out; the caller's room fits it.
 template <class Value>
-OSStatus HandOut(Value value, Size size, void* data, Size* actual_size) {
-  if (size != static_cast<Size>(sizeof value)) return paramErr;
+OSStatus HandOut(Value value, void* data, Size* actual_size) {
   std::memcpy(data, &value, sizeof value);
-  if (actual_size != nullptr) *actual_size = size;
+  if (actual_size != nullptr) *actual_size = sizeof value;
   return noErr;
 }
 
+// The caller, who is to release the text, gets none where the room is not as large as a reference.
 OSStatus GetData(const Control& control, OSType tag, Size size, void* data, Size* actual_size) {
+  static_assert(sizeof(ListHandle) == sizeof(CFStringRef));
+  if (size != static_cast<Size>(sizeof(CFStringRef))) return paramErr;
   if (tag == kControlListBoxListHandleTag && control.list != nullptr) {
-    return HandOut(control.list, size, data, actual_size);
+    return HandOut(control.list, data, actual_size);
   }
   if (tag != kControlEditTextCFStringTag || !control.text) return paramErr;
   const CFStringRef text = CFStringCreateWithCharacters(kCFAllocatorDefault, control.text->data(),
                                                         static_cast<CFIndex>(control.text->size()));
-  if (text == nullptr) return memFullErr;
-  return HandOut(text, size, data, actual_size);
+  return text == nullptr ? OSStatus{memFullErr} : HandOut(text, data, actual_size);
 }
 
 }  // namespace

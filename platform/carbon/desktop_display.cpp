@@ -2,13 +2,13 @@
 
 #include <dlfcn.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <filesystem>
 
 extern "C" {  // glibc 2.36 forgets to say so

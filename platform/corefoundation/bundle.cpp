@@ -128,16 +128,19 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
 
 CFBundleRef CFBundleCreateWithPath(const std::string& path) {
   std::error_code error;
-  const fs::path folder = fs::absolute(path, error).lexically_normal();
+  fs::path folder = fs::absolute(path, error).lexically_normal();
   if (path.empty() || !fs::is_directory(folder, error)) return nullptr;
   const std::string info = ReadFile(folder / "Contents" / "Info.plist");
   const fs::path name = folder.has_filename() ? folder : folder.parent_path();
+  std::string executable = PropertyListString(info, "CFBundleExecutable", name.stem().string());
+  std::string region = PropertyListString(info, "CFBundleDevelopmentRegion", "en");
+  // Nothing throws from here on, so the object is not lost.
   void* memory = corefoundation::NewObject(CFObject::Kind::kBundle, sizeof(CFBundle));
   if (memory == nullptr) return nullptr;
   return new (memory) CFBundle{{CFObject::Kind::kBundle, 1},
-                               folder,
-                               PropertyListString(info, "CFBundleExecutable", name.stem().string()),
-                               PropertyListString(info, "CFBundleDevelopmentRegion", "en"),
+                               std::move(folder),
+                               std::move(executable),
+                               std::move(region),
                                {}};
 }
 

@@ -31,6 +31,8 @@ TEST_F(Presets, PreEnteredTextsMeanWhatTheKindMakesOfThem) {
   EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "press 1"), "1|a|1|0|1");
   EXPECT_EQ(Field(1).at("value"), 3) << "of equal items the last";
   EXPECT_EQ(Field(1).at("min"), 3);
+  Call("TarvoPreEnterText", "b");
+  EXPECT_EQ(Call("TarvoCustomDialog", "1|m", "press 1"), "1|b|||");
   Call("TarvoPreEnterText", "A|yes||0");
   EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "press 1"), "1|a|0|0|0");
   EXPECT_EQ(Field(1).at("value"), 1);
@@ -107,6 +109,7 @@ TEST_F(Presets, FocusIsResetByDialogsWithFields) {
   };
   EXPECT_EQ(focus_after("1|m"), "1");
   EXPECT_EQ(focus_after("2|m"), "") << "after two fields there is none";
+  EXPECT_EQ(focus_after("3|m"), "1");
   EXPECT_EQ(focus_after("4|m"), "1");
   Call("TarvoSetFocus", "2");
   EXPECT_EQ(focus_after("0|m"), "2") << "a message uses no focus";
