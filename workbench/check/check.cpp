@@ -97,9 +97,8 @@ class Report {
 
   void End() const {
     if (json_) return print_("\n]\n");
-    const std::string skipped = std::to_string(Count(Verdict::kSkipped)) + " skipped";
     print_(std::to_string(Count(Verdict::kPassed)) + " passed, " + std::to_string(Failed()) +
-           " failed" + (Count(Verdict::kSkipped) > 0 ? ", " + skipped : "") + "\n");
+           " failed\n");
   }
 
   int Failed() const {
