@@ -2,7 +2,6 @@
 
 #include <fnmatch.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -12,26 +11,17 @@
 #include <vector>
 
 #include "platform/carbon/display_json.h"
+#include "tests/temporary_folder.h"
 
 namespace workbench {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Tests run at the same time, so each program has a folder of its own.
-struct BundleFolder {
-  BundleFolder() = default;
-  BundleFolder(const BundleFolder&) = delete;
-  BundleFolder& operator=(const BundleFolder&) = delete;
-  ~BundleFolder() { fs::remove_all(path); }
-
-  const fs::path path = fs::path(testing::TempDir()) / ("check-" + std::to_string(getpid()));
-};
-
 // A bundle whose module, a copy of `module`, is named after its fault.
 std::string MakeBundle(const std::string& fault, const std::string& module = BROKEN_PLUGIN) {
-  static const BundleFolder folder;
-  const fs::path contents = folder.path / (fault + ".fmplugin") / "Contents";
+  static const testing_tools::TemporaryFolder folder;
+  const fs::path contents = fs::path(folder / (fault + ".fmplugin")) / "Contents";
   fs::remove_all(contents);
   fs::create_directories(contents / "Linux");
   fs::create_directories(contents / "Resources/en.lproj");

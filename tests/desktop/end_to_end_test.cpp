@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <future>
 
 #include "tests/desktop/x_session.h"
 #include "tests/run_program.h"
+#include "tests/temporary_folder.h"
 
 namespace {
 
@@ -41,8 +41,8 @@ class EndToEnd : public testing::Test {
 
   XSession user_{XSession::Manager::kNone};
   std::future<Ending> ending_;
-  const std::string record_ =
-      std::filesystem::path(testing::TempDir()) / ("record-" + std::to_string(getpid()));
+  const testing_tools::TemporaryFolder folder_;
+  const std::string record_ = folder_ / "record";
 };
 
 TEST_F(EndToEnd, TypingTwoNamesAndPressingCancelAnswersThem) {

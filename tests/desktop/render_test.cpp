@@ -9,6 +9,7 @@
 #include "platform/carbon/display_json.h"
 #include "tests/desktop/dialogs.h"
 #include "tests/desktop/x_session.h"
+#include "tests/temporary_folder.h"
 
 namespace desktop_test {
 namespace {
@@ -17,18 +18,14 @@ namespace fs = std::filesystem;
 
 class Render : public testing::Test {
  protected:
-  Render() {
-    unsetenv("DISPLAY");
-    fs::create_directory(folder_);
-  }
-  ~Render() override { fs::remove_all(folder_); }
+  Render() { unsetenv("DISPLAY"); }
 
   // Runs the program on a line; returns what it says on standard error.
   std::string Run(const std::string& line, const fs::path& file) {
-    std::ofstream(folder_ / "line") << line << '\n';
+    folder_.Write("line", line + '\n');
     const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "tarvo-desktop";
     return OutputOf("exec 2>&1; '" + program.string() + "' --render '" + file.string() + "' < '" +
-                        (folder_ / "line").string() + "'",
+                        (folder_ / "line") + "'",
                     &status_);
   }
 
@@ -47,7 +44,7 @@ class Render : public testing::Test {
     return Picture(dialog);
   }
 
-  fs::path folder_ = fs::temp_directory_path() / ("render" + std::to_string(getpid()));
+  const testing_tools::TemporaryFolder folder_;
   int status_ = 0;
 };
 
@@ -106,7 +103,7 @@ TEST_F(Render, FailuresAreOneLineAndAStatus) {
   const std::string good = display::ToJson(display::Description(Dialog({}, 0))).dump();
   for (const auto& [line, file] : {std::pair<std::string, fs::path>{"{", folder_ / "x.png"},
                                    {"{}", folder_ / "x.png"},
-                                   {good, folder_ / "missing" / "x.png"}}) {
+                                   {good, folder_ / "missing/x.png"}}) {
     const std::string message = Run(line, file);
     EXPECT_NE(status_, 0);
     EXPECT_EQ(message.find('\n'), message.size() - 1) << message;

@@ -27,13 +27,9 @@ ScreenReader& ScreenReader::Get() {
   return reader;
 }
 
-ScreenReader::ScreenReader()
-    : folder_(std::filesystem::temp_directory_path() / ("reader" + std::to_string(getpid()))),
-      bus_(QString()) {
-  std::filesystem::create_directory(folder_);
-  std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
+ScreenReader::ScreenReader() : bus_(QString()) {
   setenv("GSETTINGS_BACKEND", "memory", 1);  // the user's settings are left alone
-  setenv("XDG_RUNTIME_DIR", folder_.c_str(), 1);
+  setenv("XDG_RUNTIME_DIR", (folder_ / "").c_str(), 1);
   daemon_ = std::make_unique<Process>(
       std::vector<std::string>{"sh", "-c",
                                "exec dbus-daemon --session --nofork --print-address 2>/dev/null"},
@@ -49,10 +45,7 @@ ScreenReader::ScreenReader()
   bus_ = QDBusConnection::connectToBus(tree, "accessibility");
 }
 
-ScreenReader::~ScreenReader() {
-  daemon_.reset();
-  std::filesystem::remove_all(folder_);
-}
+ScreenReader::~ScreenReader() = default;
 
 QVariant ScreenReader::Call(const Node& node, const char* interface, const char* method,
                             const QVariantList& arguments) const {

@@ -5,12 +5,12 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tests/desktop/x_session.h"
+#include "tests/temporary_folder.h"
 
 namespace desktop_test {
 
@@ -50,7 +50,7 @@ class ScreenReader {
             int depth = 0) const;
   Node Find(const std::string& name) const;
 
-  std::filesystem::path folder_;
+  const testing_tools::TemporaryFolder folder_;
   std::unique_ptr<Process> daemon_;
   QDBusConnection bus_;  // that of the accessibility tree
 };

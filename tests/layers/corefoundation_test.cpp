@@ -7,6 +7,7 @@
 
 #include "platform/corefoundation/CFHost.h"
 #include "platform/corefoundation/encoding.h"
+#include "tests/temporary_folder.h"
 
 namespace {
 
@@ -138,14 +139,11 @@ TEST_F(CoreFoundation, CutsBetweenCharacters) {
 class Bundle : public CoreFoundation {
  protected:
   Bundle() {
-    fs::remove_all(folder_);
     for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) unsetenv(name);
   }
 
   void Write(const std::string& language, const std::string& table) {
-    const fs::path file = folder_ / "Contents/Resources" / (language + ".lproj") / "Table.strings";
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << table;
+    parent_.Write("Tables.bundle/Contents/Resources/" + language + ".lproj/Table.strings", table);
   }
 
   // The text of `key`; "missing" where the key itself came back.
@@ -160,7 +158,8 @@ class Bundle : public CoreFoundation {
     return result;
   }
 
-  const fs::path folder_ = fs::path(testing::TempDir()) / "Tables.bundle";
+  const testing_tools::TemporaryFolder parent_;
+  const fs::path folder_ = parent_ / "Tables.bundle";
 };
 
 TEST_F(Bundle, ReadsTablesAsPeopleWriteThem) {

@@ -1,20 +1,14 @@
-#include <filesystem>
-#include <fstream>
-
 #include "tests/plugin/plugin_host.h"
+#include "tests/temporary_folder.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class Lifecycle : public PluginHost {
  protected:
   // A bundle whose table holds `strings`.
   std::string MakeBundle(const std::string& strings) {
-    const fs::path folder = fs::path(testing::TempDir()) / "Made.fmplugin";
-    fs::create_directories(folder / "Contents/Resources/en.lproj");
-    std::ofstream(folder / "Contents/Resources/en.lproj/Quenlix.strings") << strings;
-    return folder.string();
+    folder_.Write("Made.fmplugin/Contents/Resources/en.lproj/Quenlix.strings", strings);
+    return folder_ / "Made.fmplugin";
   }
 
   // Asks for a string with a buffer of `size` units; "untouched" where nothing was written.
@@ -28,6 +22,8 @@ class Lifecycle : public PluginHost {
     if (buffer[0] == u'#') return "untouched";
     return encoding::ToUtf8(buffer.substr(0, buffer.find(u'\0')));
   }
+
+  const testing_tools::TemporaryFolder folder_;
 };
 
 TEST_F(Lifecycle, AcceptsInterfaceVersions50To255) {

@@ -13,39 +13,18 @@
 #include <vector>
 
 #include "tests/run_program.h"
+#include "tests/temporary_folder.h"
 
 namespace workbench {
 
 using testing_tools::Ending;
+using testing_tools::TemporaryFolder;
 
 inline Ending Tarvo(std::vector<std::string> arguments, std::string input = "",
                     std::vector<std::string> environment = {}) {
   return testing_tools::Run(
       {TARVO_PROGRAM, std::move(arguments), std::move(input), std::move(environment)});
 }
-
-// A folder that is removed with all that is in it.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "tarvo-test-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make " + name);
-    path_ = name;
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-  std::string operator/(const std::string& name) const { return path_ / name; }
-
-  std::string Write(const std::string& name, const std::string& content) const {
-    std::ofstream(path_ / name, std::ios::binary) << content;
-    return path_ / name;
-  }
-
- private:
-  std::filesystem::path path_;
-};
 
 inline std::string ReadAll(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
