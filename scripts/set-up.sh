@@ -10,7 +10,7 @@ purpose=${1:-run}
 
 packages="
   cmake g++ make ninja-build pkg-config
-  qt6-base-dev qt6-wayland libxcb1-dev libgl-dev
+  qt6-base-dev qt6-wayland libxcb1-dev libfontconfig-dev libgl-dev
   nlohmann-json3-dev libcli11-dev libedit-dev
   dpkg-dev file
   fonts-dejavu-core"

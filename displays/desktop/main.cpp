@@ -1,9 +1,12 @@
 // tarvo-desktop --connection FD    shows dialogs for the host at the other end of the socket
 // tarvo-desktop --render FILE      draws the description on standard input into a PNG
 
+#include <fontconfig/fontconfig.h>
+
 #include <QApplication>
 #include <cstdio>
 #include <string>
+#include <thread>
 
 #include "displays/desktop/look.h"
 #include "displays/desktop/render.h"
@@ -19,6 +22,8 @@ void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& t
 }
 
 int ServeHost(int argc, char** argv, int fd) {
+  // Which fonts there are is read while Qt connects to the screen; it finds that done then.
+  const std::jthread fonts([] { FcInit(); });
   const std::string reason = desktop::ProbeScreen();
   if (!reason.empty()) {
     desktop::ReportNoScreen(fd, reason);
