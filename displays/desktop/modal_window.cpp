@@ -51,6 +51,8 @@ void ModalWindow::Present() {
   StandAboveHostWindow();
   if (!focusWidget()) setFocus();
   show();
+  // What showing has put off becomes part of the first drawing, not a second one.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
   activateWindow();
 }
 
