@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -24,12 +25,13 @@ void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& t
 int ServeHost(int argc, char** argv, int fd) {
   // Which fonts there are is read while Qt connects to the screen; it finds that done then.
   const std::jthread fonts([] { FcInit(); });
-  const std::string reason = desktop::ProbeScreen();
-  if (!reason.empty()) {
-    desktop::ReportNoScreen(fd, reason);
+  auto probe = std::make_unique<desktop::ScreenProbe>();
+  if (!probe->WhyNone().empty()) {
+    desktop::ReportNoScreen(fd, probe->WhyNone());
     return 1;
   }
   QApplication application(argc, argv);
+  probe.reset();
   desktop::SetUpLook();
   desktop::Session session(fd);
   return QApplication::exec();

@@ -3,7 +3,6 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -15,14 +14,6 @@ namespace {
 std::string Environment(const char* name) {
   const char* value = std::getenv(name);
   return value ? value : "";
-}
-
-bool XServerAnswers() {
-  if (Environment("DISPLAY").empty()) return false;
-  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
-  const bool answers = xcb_connection_has_error(connection) == 0;
-  xcb_disconnect(connection);
-  return answers;
 }
 
 std::string WaylandSocketPath() {
@@ -45,7 +36,7 @@ bool WaylandAnswers() {
   return answers;
 }
 
-std::string WhyNone() {
+std::string NoAnswer() {
   const std::string x11 = Environment("DISPLAY");
   const std::string wayland = Environment("WAYLAND_DISPLAY");
   if (x11.empty() && wayland.empty()) return "neither DISPLAY nor WAYLAND_DISPLAY is set";
@@ -54,17 +45,25 @@ std::string WhyNone() {
 
 }  // namespace
 
-std::string ProbeScreen() {
+ScreenProbe::ScreenProbe() {
   const std::string platform = Environment("QT_QPA_PLATFORM");
   const bool x11_wanted = platform.empty() || platform.starts_with("xcb");
   const bool wayland_wanted = platform.empty() || platform.starts_with("wayland");
-  if (!x11_wanted && !wayland_wanted) return "";  // a platform that needs no server
+  if (!x11_wanted && !wayland_wanted) return;  // a platform that needs no server
 
   const bool x11 = x11_wanted && XServerAnswers();
   const bool wayland = wayland_wanted && WaylandAnswers();
-  if (!x11 && !wayland) return WhyNone();
-  if (x11 != wayland) setenv("QT_QPA_PLATFORM", x11 ? "xcb" : "wayland", 0);
-  return "";
+  if (!x11 && !wayland) {
+    why_none_ = NoAnswer();
+  } else if (x11 != wayland) {
+    setenv("QT_QPA_PLATFORM", x11 ? "xcb" : "wayland", 0);
+  }
+}
+
+bool ScreenProbe::XServerAnswers() {
+  if (Environment("DISPLAY").empty()) return false;
+  connection_.reset(xcb_connect(nullptr, nullptr));
+  return xcb_connection_has_error(connection_.get()) == 0;
 }
 
 }  // namespace desktop

@@ -130,6 +130,16 @@ TEST(Screen, ServerThatEndsInMidDialogEndsTheDialog) {
   EXPECT_FALSE(display.Open(Dialog({}, 0)));
 }
 
+TEST(Screen, MayStartAnewWithItsLastClient) {
+  for (int i = 0; i < 5; ++i) {
+    const Process server({"Xvfb", "-displayfd", "1", "-nolisten", "tcp"}, Process::Output::kRead);
+    setenv("DISPLAY", (":" + server.Line()).c_str(), 1);
+    display::DesktopDisplay display;
+    EXPECT_TRUE(display.Open(Dialog({}, 0)));
+  }
+  unsetenv("DISPLAY");
+}
+
 TEST(Screen, WithoutOneNothingOpens) {
   unsetenv("WAYLAND_DISPLAY");
   for (const char* nowhere : {"", ":4711"}) {
