@@ -108,19 +108,17 @@ OSStatus AttachMenu(Control& control, MenuRef menu) {
   return noErr;
 }
 
+// The default mark needs no place of its own: a display marks the window's default button.
 OSStatus SetData(Control& control, OSType tag, Size size, const void* data) {
   if (const auto value = Read<std::uint16_t>(data, size); value && tag == kControlSizeTag) {
     control.size = *value;
-  } else if (const auto mark = Read<Boolean>(data, size);
-             mark && tag == kControlPushButtonDefaultTag) {
-    control.default_mark = *mark != 0;
   } else if (const auto text = Read<CFStringRef>(data, size);
              text && tag == kControlEditTextCFStringTag) {
     control.text = ToUtf16(*text);
   } else if (const auto menu = Read<MenuRef>(data, size);
              menu && tag == kControlPopupButtonMenuHandleTag) {
     return AttachMenu(control, *menu);
-  } else {
+  } else if (tag != kControlPushButtonDefaultTag || size != sizeof(Boolean)) {
     return paramErr;
   }
   return noErr;

@@ -42,7 +42,6 @@ struct Control {
   bool auto_toggle = false;
   bool visible = true;
   bool enabled = true;
-  bool default_mark = false;
   std::optional<int> size;
   std::optional<int> font;
   std::shared_ptr<Menu> menu;

@@ -303,6 +303,7 @@ TEST_F(Carbon, DataIsTakenAndGivenByTagAndSize) {
   const std::uint8_t byte = 1;
   EXPECT_EQ(SetControlData(button, 0, kControlSizeTag, sizeof byte, &byte), paramErr);
   EXPECT_EQ(SetControlData(button, 0, FourCharCode("none"), sizeof byte, &byte), paramErr);
+  EXPECT_EQ(SetControlData(button, 0, kControlPushButtonDefaultTag, 0, &byte), paramErr);
   const MenuRef gone = nullptr;
   EXPECT_EQ(SetControlData(button, 0, kControlPopupButtonMenuHandleTag, sizeof gone, &gone),
             paramErr);
