@@ -15,6 +15,10 @@ using Kind = Action::Kind;
 // What stands behind an action's word.
 enum class Shape { kNothing, kText, kNumber, kNumberAndText, kNumberAndItem, kNumberAndX };
 
+bool HasNumber(Shape shape) { return shape != Shape::kNothing && shape != Shape::kText; }
+
+bool HasText(Shape shape) { return shape == Shape::kText || shape == Shape::kNumberAndText; }
+
 struct Form {
   std::string_view word;
   Kind kind;
@@ -74,28 +78,18 @@ bool TakeInto(int& target, std::string_view& rest) {
   return number.has_value();
 }
 
+// The x of a row may be left out.
+bool TakeX(int& x, std::string_view& rest) {
+  SkipBlanks(rest);
+  x = kRowMiddle;
+  return rest.empty() || TakeInto(x, rest);
+}
+
 bool TakeArguments(Shape shape, std::string_view& rest, Action& action) {
-  switch (shape) {
-    case Shape::kNothing:
-      return true;
-    case Shape::kText:
-      action.text = TakeText(rest);
-      return true;
-    case Shape::kNumber:
-      return TakeInto(action.number, rest);
-    case Shape::kNumberAndText:
-      if (!TakeInto(action.number, rest)) return false;
-      action.text = TakeText(rest);
-      return true;
-    case Shape::kNumberAndItem:
-      return TakeInto(action.number, rest) && TakeInto(action.item, rest);
-    case Shape::kNumberAndX:
-      if (!TakeInto(action.number, rest)) return false;
-      SkipBlanks(rest);
-      action.x = kRowMiddle;
-      return rest.empty() || TakeInto(action.x, rest);
-  }
-  return false;
+  if (HasNumber(shape) && !TakeInto(action.number, rest)) return false;
+  if (HasText(shape)) action.text = TakeText(rest);
+  if (shape == Shape::kNumberAndItem) return TakeInto(action.item, rest);
+  return shape != Shape::kNumberAndX || TakeX(action.x, rest);
 }
 
 std::string AllUsages() {
@@ -164,14 +158,12 @@ std::string FormatAnswer(const Action& action) {
     return known.kind == action.kind;
   });
   std::string line(form->word);
-  if (form->shape != Shape::kNothing && form->shape != Shape::kText) {
-    line += " " + std::to_string(action.number);
-  }
+  if (HasNumber(form->shape)) line += " " + std::to_string(action.number);
   if (form->shape == Shape::kNumberAndItem) line += " " + std::to_string(action.item);
   if (form->shape == Shape::kNumberAndX && action.x != kRowMiddle) {
     line += " " + std::to_string(action.x);
   }
-  if (form->shape == Shape::kText || form->shape == Shape::kNumberAndText) {
+  if (HasText(form->shape)) {
     line += " " + action.text;
     std::replace(line.begin(), line.end(), '\n', '\r');
     if (line.ends_with('\r')) line += '\r';  // one goes with the line's end
