@@ -47,7 +47,7 @@ void IssueCommand(WindowRef window, const Control& control, MenuRef menu = nullp
 std::shared_ptr<Control> FindById(const Window& window, int id) {
   for (const ControlRef reference : window.controls) {
     auto control = Find(reference);
-    if (control && control->id == id) return control;
+    if (control->id == id) return control;
   }
   return nullptr;
 }
@@ -121,7 +121,7 @@ void SelectRow(List& list, int row, Action::Kind kind) {
 std::string ClickRow(WindowRef reference, const Window& window, const Action& action) {
   for (const ControlRef held : window.controls) {
     const auto control = Find(held);
-    const auto list = control ? Find(control->list) : nullptr;
+    const auto list = Find(control->list);
     if (!list) continue;
     if (action.number < 1 || action.number > static_cast<int>(list->cells.size())) break;
     SelectRow(*list, action.number - 1, action.kind);
@@ -194,9 +194,9 @@ std::string Dispatch(WindowRef reference, const Action& action) {
     case Action::Kind::kClose:
       return PressButton(reference, Find(window->cancel_button));
     case Action::Kind::kTab:
-      return Tab(*window);
+      break;
   }
-  return "";
+  return Tab(*window);
 }
 
 Point Pointer() { return pointer; }

@@ -36,7 +36,7 @@ void Dispose(WindowRef window) {
   const auto object = Find(window);
   if (!object) return;
   for (const ControlRef control : object->controls) {
-    if (const auto held = Find(control)) All().lists.Remove(held->list);
+    All().lists.Remove(Find(control)->list);
     All().controls.Remove(control);
   }
   for (const EventHandlerRef handler : object->handlers) All().handlers.Remove(handler);
