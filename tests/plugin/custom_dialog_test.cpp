@@ -2,7 +2,27 @@
 
 namespace {
 
-class CustomDialog : public PluginHost {};
+class CustomDialog : public PluginHost {
+ protected:
+  // Calls functions while the dialog is open.
+  class ImpatientHost : public ScriptedDialogs {
+   public:
+    using ScriptedDialogs::ScriptedDialogs;
+
+    std::optional<display::Action> NextAction() override {
+      if (!std::exchange(has_called_, true)) {
+        Evaluate("TarvoPopUps", u"|");
+        EXPECT_EQ(Evaluate("TarvoDialog", u"5|m").result.text, u"$$001$$");
+        Evaluate("TarvoSetCustomControls", u"2|3|4|3");
+        Evaluate("TarvoPopUps", u"one");
+      }
+      return ScriptedDialogs::NextAction();
+    }
+
+   private:
+    bool has_called_ = false;
+  };
+};
 
 TEST_F(CustomDialog, ShowsTheKindsThatWereChosen) {
   EXPECT_EQ(Call("TarvoSetCustomControls", "3|3|0"), "3|3|0");
@@ -22,7 +42,8 @@ TEST_F(CustomDialog, ShowsTheKindsThatWereChosen) {
 
 TEST_F(CustomDialog, RadioButtonsAreOneGroup) {
   Call("TarvoSetCustomControls", "4|4|3|4");
-  EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "click 3; click 1; click 2; click 4; press 1"),
+  EXPECT_EQ(Call("TarvoCustomDialog", "4|m",
+                 "click 3; click 1; click 2; click 4; click 3; click 3; press 1"),
             "1|0|0|1|1");
   EXPECT_EQ(Call("TarvoCustomDialog", "4|m", "click 2; click 2; press 1"), "1|0|1|0|0")
       << "one that is on stays on";
@@ -56,6 +77,16 @@ TEST_F(CustomDialog, APopUpWithoutMenuIsEmpty) {
   EXPECT_EQ(Field(1).at("min"), 1);
 }
 
+TEST_F(CustomDialog, OutlivesCallsWhileItIsOpen) {
+  Call("TarvoSetCustomControls", "2|2|3|0");
+  Call("TarvoPopUps", "a\rb\rc|a\rb\rc");
+  dialogs_ = std::make_unique<ImpatientHost>(display::ParseAnswerText(
+      "choose 1 3; choose 2 3; click 3; click 3; enter 4 typed; press 2; press 1"));
+  carbon::SetDisplay(dialogs_.get());
+  EXPECT_EQ(Call("TarvoCustomDialog", "4|m|A|B"), "2|||0|0")
+      << "what the controls do not have is empty";
+}
+
 TEST_F(CustomDialog, ItemsComeBackAsTheyWereWritten) {
   Call("TarvoSetCustomControls", "2");
   Call("TarvoPopUps", "<b>&x\r%s \"q\"\r日本|x");
@@ -83,6 +114,8 @@ TEST_F(CustomDialog, HasNoPopUpMode) {
   EXPECT_EQ(Call("TarvoCustomDialog", "-1|m", ""), "1|x|||");
   Call("TarvoCustomDialog", "1|m", "press 1");
   EXPECT_EQ(Opened().at("content").dump(), "[4,3,131,428]") << "the position waited for a window";
+  Call("TarvoCustomDialog", "1|m", "press 1");
+  EXPECT_EQ(Opened().at("content").at(1), 747) << "and served it alone";
 }
 
 TEST_F(CustomDialog, MenusDoNotPileUp) {

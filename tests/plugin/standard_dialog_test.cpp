@@ -1,5 +1,6 @@
 #include "state/dialog_state.h"
 #include "tests/plugin/plugin_host.h"
+#include "windows/dialog_window.h"
 
 namespace {
 
@@ -89,6 +90,10 @@ TEST_F(StandardDialog, DescribesEachControlWhole) {
             R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":false,)"
             R"("enabled":true,"default":false,"cancel":true,"focused":false,"size":null,)"
             R"("font":null})");
+  EXPECT_EQ(Control(204).dump(),
+            R"({"kind":"static","command":"ABCH","id":204,"rect":[60,5,75,140],"text":"Name",)"
+            R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
+            R"("enabled":true,"default":false,"cancel":false,"focused":false,"size":0,"font":1})");
   EXPECT_EQ(Control(205).dump(),
             R"({"kind":"edit","command":"ABCI","id":205,"rect":[60,150,75,410],"text":"",)"
             R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
@@ -208,7 +213,10 @@ TEST_F(StandardDialog, EndsWithoutAnAnswerWhereThereIsNone) {
   EXPECT_EQ(Call("TarvoDialog", "1|m"), "1|before|||");
   EXPECT_EQ(dialogs_->failure()->reason, "there is no answer left");
   EXPECT_EQ(dialogs_->closed, 1);
+  EXPECT_EQ(dialog1(), eventLoopQuitErr);
   EXPECT_EQ(Call("TarvoDialog", "1|m", "enter 1 after; press 1"), "1|after|||");
+  Answer("press 1");
+  EXPECT_EQ(dialog0(), noErr);
 }
 
 TEST_F(StandardDialog, KeepsNothingOfAClosedDialog) {
