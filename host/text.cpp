@@ -5,13 +5,6 @@
 
 namespace {
 
-// The unit at `index`, 0 behind the end.
-UniChar UnitAt(CFStringRef text, CFIndex index) {
-  UniChar unit = 0;
-  if (index < CFStringGetLength(text)) CFStringGetCharacters(text, {index, 1}, &unit);
-  return unit;
-}
-
 bool IsWhiteSpace(UniChar unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r'); }
 
 bool IsDigit(UniChar unit) { return unit >= u'0' && unit <= u'9'; }
@@ -39,19 +32,28 @@ CFStringRef ItemAt(CFArrayRef items, CFIndex index) {
   return static_cast<CFStringRef>(CFArrayGetValueAtIndex(items, index));
 }
 
-// Digits and signs are the same in every encoding, so the number is read where it stands.
+// Digits and signs are the same in every encoding, so the number is read where it stands, in pieces
+// that hold any usual one.
 std::int32_t ReadNumber(CFStringRef text) {
+  constexpr CFIndex kPiece = 32;
+  UniChar piece[kPiece];
+  CFIndex fetched = 0;
   CFIndex at = 0;
-  while (IsWhiteSpace(UnitAt(text, at))) ++at;
-  const UniChar sign = UnitAt(text, at);
+  const auto unit = [&]() -> UniChar {  // the one at `at`, 0 behind the end
+    if (at == fetched) {
+      const CFIndex size = std::min(kPiece, CFStringGetLength(text) - at);
+      if (size == 0) return 0;
+      CFStringGetCharacters(text, {at, size}, piece);
+      fetched += size;
+    }
+    return piece[at % kPiece];
+  };
+  while (IsWhiteSpace(unit())) ++at;
+  const UniChar sign = unit();
   if (sign == u'-' || sign == u'+') ++at;
   constexpr std::int64_t kBeyond = std::int64_t{1} << 32;
   std::int64_t number = 0;
-  for (UniChar unit = UnitAt(text, at); IsDigit(unit) && number < kBeyond;
-       unit = UnitAt(text, at)) {
-    number = number * 10 + (unit - u'0');
-    ++at;
-  }
+  for (; IsDigit(unit()) && number < kBeyond; ++at) number = number * 10 + (unit() - u'0');
   using Limits = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(
       std::clamp<std::int64_t>(sign == u'-' ? -number : number, Limits::min(), Limits::max()));
