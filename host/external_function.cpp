@@ -1,7 +1,8 @@
 #include "host/external_function.h"
 
-#include <cstdio>
+#include <charconv>
 #include <cstdlib>
+#include <iterator>
 
 #include "host/text.h"
 
@@ -100,7 +101,7 @@ void Answer(fmx::Text& answer, CFStringRef text) {
 }
 
 void Answer(fmx::Text& answer, std::int32_t number) {
-  char digits[16];
-  std::snprintf(digits, sizeof digits, "%i", number);
+  char digits[16] = {};
+  std::to_chars(digits, std::end(digits) - 1, number);
   Answer(answer, digits);
 }
