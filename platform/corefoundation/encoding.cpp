@@ -270,30 +270,9 @@ std::string ToUtf8(std::u16string_view text) {
   return bytes;
 }
 
-void Assign(std::u16string& text, std::string_view bytes, std::uint32_t encoding) {
-  if (encoding != kUtf8) {
-    text.resize(bytes.size());
-    text.resize(Decode(bytes, encoding, text.data()));
-    return;
-  }
-  constexpr std::size_t kPiece = 2048;
-  char16_t units[kPiece];  // a string cannot grow without being written to twice
-  if (bytes.size() <= kPiece) {
-    text.assign(units, DecodeUtf8(bytes, units));
-    return;
-  }
-  text.clear();
-  text.reserve(bytes.size());
-  while (!bytes.empty()) {
-    const std::string_view piece = bytes.substr(0, CutBetweenCharacters(bytes, kPiece, encoding));
-    text.append(units, DecodeUtf8(piece, units));
-    bytes.remove_prefix(piece.size());
-  }
-}
-
 std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding) {
-  std::u16string text;
-  Assign(text, bytes, encoding);
+  std::u16string text(bytes.size(), u'\0');
+  text.resize(Decode(bytes, encoding, text.data()));
   return text;
 }
 

@@ -32,7 +32,6 @@ std::size_t Decode(std::string_view bytes, std::uint32_t encoding, char16_t* uni
 
 // The same for those who hold strings; these throw std::bad_alloc.
 std::string ToUtf8(std::u16string_view text);
-void Assign(std::u16string& text, std::string_view bytes, std::uint32_t encoding);
 std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding = kUtf8);
 
 // The length of the longest start of `bytes` that is at most `size` long and ends between

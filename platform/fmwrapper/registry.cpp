@@ -27,8 +27,9 @@ fmx::errcode FM_ExprEnv_RegisterExternalFunction(
     const fmx::Text& prototype, std::int16_t minimum_arguments, std::int16_t maximum_arguments,
     std::uint32_t flags, fmx::ExternalFunction function, fmx::Error& error) try {
   if (FindFunction(plugin_id, function_id) != Registry().end()) return kTaken;
-  Registry().push_back({plugin_id.characters, function_id, name.units, prototype.units,
-                        minimum_arguments, maximum_arguments, flags, function});
+  Registry().push_back({plugin_id.characters, function_id, std::u16string(name.Units()),
+                        std::u16string(prototype.Units()), minimum_arguments, maximum_arguments,
+                        flags, function});
   return 0;
 } catch (const std::bad_alloc&) {
   error.code = 1;
@@ -55,7 +56,7 @@ Outcome Evaluate(const Function& function, const std::vector<Value>& parameters)
   }
   Data result;
   const errcode error = function.function(function.id, ExprEnv(), vector, result);
-  return {error, {result.type, std::move(result.text.units), result.locale.number}};
+  return {error, {result.type, std::u16string(result.text.Units()), result.locale.number}};
 }
 
 long LiveValues() { return CountLiveValues(); }

@@ -56,37 +56,52 @@ fmx::Text* FM_Text_Constructor1(fmx::Error& error) { return New<fmx::Text>(error
 void FM_Text_Delete(fmx::Text* text, fmx::Error& /*error*/) { Delete(text); }
 
 std::uint32_t FM_Text_GetSize(const fmx::Text& text, fmx::Error& /*error*/) {
-  return static_cast<std::uint32_t>(text.units.size());
+  return static_cast<std::uint32_t>(text.Units().size());
 }
 
 void FM_Text_SetText(fmx::Text& destination, const fmx::Text& source, std::uint32_t position,
                      std::uint32_t length, fmx::Error& error) {
-  Guarded(error, [&] { destination.units.assign(source.units, position, length); });
+  Guarded(error, [&] {
+    const std::u16string_view units = source.Units().substr(position, length);
+    if (units.size() == source.Units().size()) {
+      destination = source;
+    } else {
+      destination.Set(units);
+    }
+  });
 }
 
 void FM_Text_GetUnicode(const fmx::Text& text, char16_t* buffer, std::uint32_t position,
                         std::uint32_t length, fmx::Error& error) {
-  Guarded(error, [&] { text.units.copy(buffer, length, position); });
+  Guarded(error, [&] { text.Units().copy(buffer, length, position); });
 }
 
 void FM_Text_AssignUnicode(fmx::Text& text, const char16_t* units, fmx::Error& error) {
-  Guarded(error, [&] { text.units.assign(units); });
+  Guarded(error, [&] { text.Set(units); });
 }
 
 void FM_Text_Assign(fmx::Text& text, const char* bytes, std::int32_t /*encoding*/,
                     fmx::Error& error) {
-  Guarded(error, [&] { encoding::Assign(text.units, bytes, encoding::SystemEncoding()); });
+  Guarded(error, [&] {
+    const std::string_view all(bytes);
+    text.Set(all.size(), [all](char16_t* units) {
+      return encoding::Decode(all, encoding::SystemEncoding(), units);
+    });
+  });
 }
 
 std::uint32_t FM_Text_Find(const fmx::Text& text, const fmx::Text& what, std::uint32_t position,
                            fmx::Error& /*error*/) {
-  const std::size_t found = text.units.find(what.units, position);
-  return found == std::u16string::npos ? kFMX_NotFound : static_cast<std::uint32_t>(found);
+  const std::size_t found = text.Units().find(what.Units(), position);
+  return found == std::u16string_view::npos ? kFMX_NotFound : static_cast<std::uint32_t>(found);
 }
 
 void FM_Text_DeleteText(fmx::Text& text, std::uint32_t position, std::uint32_t count,
                         fmx::Error& error) {
-  Guarded(error, [&] { text.units.erase(position, count); });
+  Guarded(error, [&] {
+    std::u16string units(text.Units());
+    text.Set(units.erase(position, count));
+  });
 }
 
 const fmx::Data* FM_DataVect_At(const fmx::DataVect& parameters, std::uint32_t index,
@@ -104,18 +119,16 @@ const fmx::Locale* FM_Data_GetLocale(const fmx::Data& data, fmx::Error& /*error*
 }
 
 void FM_Data_SetAsText(fmx::Data& data, const fmx::Text& text, const fmx::Locale& locale,
-                       std::int32_t type, fmx::Error& error) {
-  Guarded(error, [&] {
-    data.text = text;
-    data.locale = locale;
-    data.type = type;
-  });
+                       std::int32_t type, fmx::Error& /*error*/) {
+  data.text = text;
+  data.locale = locale;
+  data.type = type;
 }
 
 void FM_Data_SetAsNumber(fmx::Data& data, const fmx::FixPt& number, std::int32_t type,
                          fmx::Error& error) {
   Guarded(error, [&] {
-    data.text.units = Decimal(number.value);
+    data.text.Set(Decimal(number.value));
     data.type = type;
   });
 }

@@ -2,16 +2,47 @@
 
 // What FileMaker's values hold; for this layer alone.
 
+#include <array>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/fmwrapper/FMWrapper.h"
 
 namespace fmx {
 
+// A few units are held in place. More stand in a block that copies share: a text is handed from
+// value to value, and what becomes of one is written anew.
 class Text {
  public:
-  std::u16string units;
+  Text() = default;
+  Text(std::u16string_view units) { Set(units); }
+
+  std::u16string_view Units() const { return {shared_ ? shared_.get() : in_place_.data(), size_}; }
+
+  // The text may be a part of what there is.
+  void Set(std::u16string_view units) {
+    Set(units.size(), [units](char16_t* to) {
+      std::char_traits<char16_t>::move(to, units.data(), units.size());
+      return units.size();
+    });
+  }
+
+  // Up to `most` units: `write` writes them and answers how many they are.
+  template <class Write>
+  void Set(std::size_t most, Write write) {
+    std::shared_ptr<char16_t[]> block;
+    if (most > in_place_.size()) block = std::make_shared_for_overwrite<char16_t[]>(most);
+    size_ = write(block ? block.get() : in_place_.data());
+    shared_ = std::move(block);
+  }
+
+ private:
+  std::array<char16_t, 8> in_place_{};
+  std::shared_ptr<char16_t[]> shared_;  // null where the units are in place
+  std::size_t size_ = 0;
 };
 
 class FixPt {
