@@ -26,11 +26,10 @@ char32_t NextCharacter(std::u16string_view text, std::size_t& position) {
   return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? char32_t{kReplacement} : unit;
 }
 
+// Of a character that is not ASCII.
 char* PutUtf8(char32_t character, char* out) {
   const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
-  if (character < 0x80) {
-    put(character);
-  } else if (character < 0x800) {
+  if (character < 0x800) {
     put(0xC0 | (character >> 6));
     put(0x80 | (character & 0x3F));
   } else if (character < 0x10000) {
@@ -83,9 +82,8 @@ std::size_t EncodeUtf8(std::u16string_view text, char* bytes) {
   return static_cast<std::size_t>(out - bytes);
 }
 
-// How many bytes the character that starts with `first` takes; 0 where no character does.
+// How many bytes the character beyond ASCII that starts with `first` takes; 0 where none does.
 std::size_t Utf8Length(unsigned char first) {
-  if (first < 0x80) return 1;
   if (first < 0xC2 || first > 0xF4) return 0;
   return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
@@ -97,20 +95,19 @@ bool IsInPlace(char32_t character, std::size_t length) {
          !IsLowSurrogate(character);
 }
 
-// The character at `position`, which moves past it; past one byte alone where the bytes are not
-// UTF-8.
-char32_t NextUtf8(std::string_view bytes, std::size_t& position) {
-  const auto first = static_cast<unsigned char>(bytes[position++]);
+// The character at `in`, which is not ASCII and moves past it; past one byte alone where the bytes
+// are not UTF-8.
+char32_t NextUtf8(const unsigned char*& in, const unsigned char* end) {
+  const unsigned char first = *in++;
   const std::size_t length = Utf8Length(first);
-  if (length == 0 || position + length - 1 > bytes.size()) return kReplacement;
-  char32_t character = length == 1 ? first : first & (0x7FU >> length);
+  if (length == 0 || static_cast<std::size_t>(end - in) < length - 1) return kReplacement;
+  char32_t character = first & (0x7FU >> length);
   for (std::size_t i = 0; i + 1 < length; ++i) {
-    const auto byte = static_cast<unsigned char>(bytes[position + i]);
-    if ((byte & 0xC0) != 0x80) return kReplacement;
-    character = character << 6 | (byte & 0x3FU);
+    if ((in[i] & 0xC0) != 0x80) return kReplacement;
+    character = character << 6 | (in[i] & 0x3FU);
   }
   if (!IsInPlace(character, length)) return kReplacement;
-  position += length - 1;
+  in += length - 1;
   return character;
 }
 
@@ -124,40 +121,39 @@ char16_t* PutUtf16(char32_t character, char16_t* out) {
   return out;
 }
 
-bool IsContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
-
 // The characters of two and of three bytes, which most scripts are written in; 0 where there is
 // none at `bytes`.
-char32_t CharacterOfTwo(const unsigned char* bytes) {
-  if (bytes[0] < 0xC2 || bytes[0] >= 0xE0 || !IsContinuation(bytes[1])) return 0;
-  return (bytes[0] & 0x1FU) << 6 | (bytes[1] & 0x3FU);
+char16_t CharacterOfTwo(const unsigned char* bytes) {
+  const unsigned both = bytes[0] | static_cast<unsigned>(bytes[1]) << 8;
+  if ((both & 0xC0E0) != 0x80C0 || (both & 0x1E) == 0) return 0;
+  return static_cast<char16_t>((both & 0x1F) << 6 | (both >> 8 & 0x3F));
 }
 
-char32_t CharacterOfThree(const unsigned char* bytes) {
-  if ((bytes[0] & 0xF0) != 0xE0 || !IsContinuation(bytes[1]) || !IsContinuation(bytes[2])) return 0;
-  const char32_t character =
-      (bytes[0] & 0x0FU) << 12 | (bytes[1] & 0x3FU) << 6 | (bytes[2] & 0x3FU);
-  return IsInPlace(character, 3) ? character : 0;
+char16_t CharacterOfThree(const unsigned char* bytes) {
+  const unsigned all =
+      static_cast<unsigned>(bytes[0]) << 16 | static_cast<unsigned>(bytes[1]) << 8 | bytes[2];
+  if ((all & 0xF0C0C0) != 0xE08080) return 0;
+  const char32_t character = (all >> 4 & 0xF000) | (all >> 2 & 0xFC0) | (all & 0x3F);
+  return IsInPlace(character, 3) ? static_cast<char16_t>(character) : u'\0';
 }
 
+// A text keeps to one kind of character for a while, so each is read until it ends. A unit of ASCII
+// is often alone, the space between words, which is no reason to look for a block of them.
 std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
   const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
+  const auto* const end = in + bytes.size();
   char16_t* out = units;
-  for (std::size_t i = 0; i < bytes.size();) {
-    const std::size_t left = bytes.size() - i;
-    if (in[i] < 0x80) {
-      const std::size_t copied = CopyAscii(in + i, left, out);
-      i += copied;
+  while (in < end) {
+    if (*in < 0x80) *out++ = *in++;
+    if (in < end && *in < 0x80) {
+      const std::size_t copied = CopyAscii(in, static_cast<std::size_t>(end - in), out);
+      in += copied;
       out += copied;
-    } else if (const char32_t two = left >= 2 ? CharacterOfTwo(in + i) : 0) {
-      *out++ = static_cast<char16_t>(two);
-      i += 2;
-    } else if (const char32_t three = left >= 3 ? CharacterOfThree(in + i) : 0) {
-      *out++ = static_cast<char16_t>(three);
-      i += 3;
-    } else {
-      out = PutUtf16(NextUtf8(bytes, i), out);
     }
+    char16_t unit = 0;
+    for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
+    for (; end - in >= 3 && (unit = CharacterOfThree(in)) != 0; in += 3) *out++ = unit;
+    if (in < end && *in >= 0x80) out = PutUtf16(NextUtf8(in, end), out);
   }
   return static_cast<std::size_t>(out - units);
 }

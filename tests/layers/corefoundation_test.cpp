@@ -105,7 +105,8 @@ TEST_F(CoreFoundation, FormatsAndConverts) {
 
 TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
   for (const std::u16string_view text :
-       {u"", u"plain", u"\u007F\u0080\u07FF\u0800\uFFFF", u"\U00010000\U0010FFFF", u"aé日😀"}) {
+       {u"", u"plain", u"\u007F\u0080\u07FF\u0800\uFFFF", u"\U00010000\U0010FFFF", u"aé日😀",
+        u"日é日日é😀日 é aa😀é日a😀éé a run that is longer than a block é日"}) {
     EXPECT_EQ(encoding::ToUtf16(encoding::ToUtf8(text)), text);
   }
   EXPECT_EQ(encoding::ToUtf8(u"a\xD800"
