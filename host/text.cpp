@@ -36,12 +36,13 @@ CFStringRef ItemAt(CFArrayRef items, CFIndex index) {
 // that hold any usual one.
 std::int32_t ReadNumber(CFStringRef text) {
   constexpr CFIndex kPiece = 32;
+  const CFIndex length = CFStringGetLength(text);
   UniChar piece[kPiece];
   CFIndex fetched = 0;
   CFIndex at = 0;
   const auto unit = [&]() -> UniChar {  // the one at `at`, 0 behind the end
     if (at == fetched) {
-      const CFIndex size = std::min(kPiece, CFStringGetLength(text) - at);
+      const CFIndex size = std::min(kPiece, length - at);
       if (size == 0) return 0;
       CFStringGetCharacters(text, {at, size}, piece);
       fetched += size;

@@ -10,7 +10,7 @@ constexpr CFIndex kCoordinateLimit = 255;
 // Sets a coordinate to item `index`, if there is one. False where the item is too long to be one.
 bool ReadCoordinate(CFArrayRef items, CFIndex index, std::int32_t& coordinate) {
   if (index >= CFArrayGetCount(items)) return true;
-  const CFStringRef item = ItemAt(items, index);
+  const auto item = static_cast<CFStringRef>(CFArrayGetValueAtIndex(items, index));
   if (CFStringGetLength(item) > kCoordinateLimit) return false;
   coordinate = ReadNumber(item);
   return true;
@@ -41,8 +41,10 @@ void AllowEscape(CFStringRef parameter, fmx::Text& answer) {
 void SetCustomControls(CFStringRef parameter, fmx::Text& answer) {
   const auto items = Split(parameter, CFSTR("|"));
   if (!items) return Answer(answer, kNoMemory);
+  const auto count = static_cast<std::size_t>(CFArrayGetCount(items.get()));
   for (std::size_t i = 0; i < kFamilySize; ++i) {
-    *iControlStyles[i] = ReadNumber(ItemAt(items.get(), static_cast<CFIndex>(i)));
+    const auto index = static_cast<CFIndex>(i);
+    *iControlStyles[i] = i < count ? ReadNumber(ItemAt(items.get(), index)) : kEditText;
   }
   Answer(answer, parameter);
 }
