@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::uint32_t kFirst = 0;
 constexpr std::int32_t kNativeEncoding = 0;
+constexpr CFIndex kFewBytes = 64;  // a text of so many needs no memory on its way to the answer
 
 fmx::TextAutoPtr NewText() { return fmx::TextAutoPtr(fmx::Call<FM_Text_Constructor1>()); }
 
@@ -96,6 +97,11 @@ void Answer(fmx::Text& answer, const char* bytes) {
 }
 
 void Answer(fmx::Text& answer, CFStringRef text) {
+  char few[kFewBytes];
+  if (MaximumByteCount(text) <= kFewBytes) {
+    CFStringGetCString(text, few, kFewBytes, CFStringGetSystemEncoding());
+    return Answer(answer, few);
+  }
   const ByteString bytes = ToByteString(text);
   Answer(answer, bytes ? bytes.get() : kNoMemory);
 }
