@@ -97,8 +97,7 @@ bool ResetDialogState() {
 }
 
 void StoreText(CFStringRef& member, CFStringRef text) {
-  const CFStringRef copy =
-      text == nullptr ? nullptr : CFStringCreateCopy(kCFAllocatorDefault, text);
+  const CFStringRef copy = CFStringCreateCopy(kCFAllocatorDefault, text);
   const CFStringRef old = std::exchange(member, copy == nullptr ? EmptyText() : copy);
   CFRelease(old);
 }

@@ -139,7 +139,7 @@ inline constexpr Family<ControlRef> kDialogPopups{&kDialogPopup1, &kDialogPopup2
 bool ResetDialogState();
 
 // Stores a copy of `text` that holds nothing else in memory, or the empty text where memory cannot
-// be had; a null `text` counts as the empty one.
+// be had.
 void StoreText(CFStringRef& member, CFStringRef text);
 void StoreEmptyTexts(const Family<CFStringRef>& members);
 

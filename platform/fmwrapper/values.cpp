@@ -33,9 +33,8 @@ Value* New(fmx::Error& error, Members... members) {
 
 template <class Value>
 void Delete(Value* value) {
-  if (value == nullptr) return;
+  if (value != nullptr) --live_values;
   delete value;
-  --live_values;
 }
 
 std::u16string Decimal(std::int32_t value) {
