@@ -40,6 +40,7 @@ void InLocale(const char* locale, Body body) {
 
 TEST(CodeSet, WhatItLacksBecomesAQuestionMark) {
   InLocale("de_DE.ISO-8859-1", [](Host& host) {
+    EXPECT_EQ(host.Call("TarvoLastValue", ""), "||||") << "fresh memory is not empty by itself";
     EXPECT_EQ(host.Call("TarvoSetCaption", "Größe é€日😀."), "Größe é???.");
     EXPECT_EQ(Host::Evaluate("TarvoSetCaption", u"a\xD800z").result.text, u"a?z");
     EXPECT_EQ(host.Call("TarvoDialog", "1|m", "enter 1 Größe 日; press 1"), "1|Größe ?|||");

@@ -15,13 +15,15 @@ TEST_F(Presets, CaptionIsTheWholeParameterAndStays) {
 
 TEST_F(Presets, PreEnteredTextsServeOneDialog) {
   EXPECT_EQ(Call("TarvoPreEnterText", "a|b|c|d|e"), "a|b|c|d|e");
-  EXPECT_EQ(Call("TarvoPreEnterText", "|x"), "|x");
-  EXPECT_EQ(Call("TarvoPreEnterText", std::string(1025, 'x')), "$$002$$");
-  // Neither an alert nor a list uses them up.
-  Call("TarvoAlert", "1|m", "press 1");
-  Call("TarvoDoListBox", "m", "press 1");
-  EXPECT_EQ(Call("TarvoDialog", "4|m", "press 1"), "1||x||");
-  EXPECT_EQ(Call("TarvoDialog", "4|m", "press 1"), "1||||");
+  for (const char* function : {"TarvoDialog", "TarvoCustomDialog"}) {
+    EXPECT_EQ(Call("TarvoPreEnterText", "|x"), "|x");
+    EXPECT_EQ(Call("TarvoPreEnterText", std::string(1025, 'x')), "$$002$$");
+    // Neither an alert nor a list uses them up.
+    Call("TarvoAlert", "1|m", "press 1");
+    Call("TarvoDoListBox", "m", "press 1");
+    EXPECT_EQ(Call(function, "4|m", "press 1"), "1||x||");
+    EXPECT_EQ(Call(function, "4|m", "press 1"), "1||||");
+  }
 }
 
 TEST_F(Presets, PreEnteredTextsMeanWhatTheKindMakesOfThem) {
