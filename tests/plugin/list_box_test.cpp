@@ -20,16 +20,17 @@ TEST_F(ListBox, HoldsItsGeometry) {
   for (const auto& control : Opened().at("controls")) {
     layout += control.at("kind").get<std::string>() + " " +
               control.at("command").get<std::string>() + " " + control.at("id").dump() + " " +
-              control.at("rect").dump() + " " + control.at("text").dump() + "\n";
+              control.at("rect").dump() + " " + control.at("text").dump() + " " +
+              control.at("size").dump() + "\n";
   }
   EXPECT_EQ(layout,
-            "static ABCB 1 [5,5,90,420] \"Choose\"\n"
-            "list ABCC 1 [100,5,278,420] null\n"
-            "button ABCD 200 [290,323,322,413] \"OK\"\n"
-            "button ABCE 201 [290,218,323,308] \"B\"\n"
-            "button ABCF 202 [290,113,323,203] \"C\"\n"
-            "button ABCG 203 [290,8,323,98] \"D\"\n"
-            "button ACAN 999 [500,500,510,510] \"\"\n");
+            "static ABCB 1 [5,5,90,420] \"Choose\" 1\n"
+            "list ABCC 1 [100,5,278,420] null 1\n"
+            "button ABCD 200 [290,323,322,413] \"OK\" 0\n"
+            "button ABCE 201 [290,218,323,308] \"B\" 0\n"
+            "button ABCF 202 [290,113,323,203] \"C\" 0\n"
+            "button ABCG 203 [290,8,323,98] \"D\" 0\n"
+            "button ACAN 999 [500,500,510,510] \"\" null\n");
   EXPECT_EQ(Opened().at("content").dump(), "[377,747,702,1172]");
   const auto& rows = Opened().at("controls").at(1).at("rows");
   EXPECT_EQ(rows.size(), 30U);
