@@ -20,7 +20,8 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 FOLDERS = ["host", "state", "windows", "dialogs", "results"]
 # The first finds most, so the others are linked only where it finds nothing.
-TESTS = ["plugin_test", "exhausted_memory_test", "failing_host_test", "code_set_test"]
+TESTS = ["plugin_test", "plugin_corpus_test", "failing_host_test", "code_set_test",
+         "exhausted_memory_test"]
 SECONDS = 20
 # Fresh memory is not zero by chance.
 ENVIRONMENT = os.environ | {"MALLOC_PERTURB_": "165"}
