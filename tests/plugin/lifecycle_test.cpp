@@ -1,3 +1,4 @@
+#include "host/localised_strings.h"
 #include "tests/plugin/plugin_host.h"
 #include "tests/temporary_folder.h"
 
@@ -12,12 +13,12 @@ class Lifecycle : public PluginHost {
   }
 
   // Asks for a string with a buffer of `size` units; "untouched" where nothing was written.
-  std::string Ask(std::uint8_t number, std::int32_t size) {
+  std::string Ask(std::uint8_t number, std::int32_t size, std::uint8_t message = kFMXT_GetString) {
     std::u16string buffer(static_cast<std::size_t>(std::max(size, 1)) + 1, u'#');
     block_.string = number;
     block_.size = size;
     block_.result = reinterpret_cast<std::uintptr_t>(buffer.data());
-    Send(kFMXT_GetString);
+    Send(message);
     EXPECT_EQ(buffer.back(), u'#') << "written past the buffer";
     if (buffer[0] == u'#') return "untouched";
     return encoding::ToUtf8(buffer.substr(0, buffer.find(u'\0')));
@@ -74,13 +75,20 @@ TEST_F(Lifecycle, LeavesTheCallBlockAloneOnUnknownMessages) {
 
 TEST_F(Lifecycle, AnswersStringRequestsThatFitTheBuffer) {
   Initialise(MakeBundle(R"("Quenlix 1" = "options"; "Quenlix 128" = "12345678";
-                           "Quenlix 129" = "123456789"; "Quenlix 131" = "never";)"));
+                           "Quenlix 129" = "123456789"; "Quenlix 130" = "";
+                           "Quenlix 131" = "never";)"));
   EXPECT_EQ(Ask(131, 100), "options");
   EXPECT_EQ(Ask(128, 10), "12345678");
   EXPECT_EQ(Ask(129, 10), "untouched");
   EXPECT_EQ(Ask(129, 11), "123456789");
   for (const std::int32_t size : {1, 0, -1}) EXPECT_EQ(Ask(128, size), "untouched");
+  EXPECT_EQ(Ask(130, 2), "");
   EXPECT_EQ(Ask(7, 100), "untouched");
+  UniChar buffer[10];
+  EXPECT_EQ(Do_GetString(128, 0, 10, buffer), 8);
+  EXPECT_EQ(Do_GetString(129, 0, 10, buffer), 0);
+  EXPECT_EQ(Do_GetString(128, 0, 1, buffer), 0);
+  EXPECT_EQ(Do_GetString(7, 0, 10, buffer), 0);
   block_.string = 128;
   block_.size = 100;
   block_.result = 0;
@@ -89,6 +97,7 @@ TEST_F(Lifecycle, AnswersStringRequestsThatFitTheBuffer) {
   Ask(128, 10);
   Ask(7, 100);
   EXPECT_EQ(CFGetLiveObjectCount(), objects);
+  EXPECT_EQ(Ask(128, 10, kFMXT_Shutdown), "untouched");
 }
 
 TEST_F(Lifecycle, CutsNamesAtTheFirstParenthesis) {
