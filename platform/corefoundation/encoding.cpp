@@ -163,7 +163,7 @@ struct CodeSet {
   iconv_t encoder = kNoConverter;
   iconv_t decoder = kNoConverter;
 
-  bool IsUtf8() const { return encoder == kNoConverter || decoder == kNoConverter; }
+  bool IsUtf8() const { return decoder == kNoConverter; }
 };
 
 bool IsAsciiName(const char* name) {
@@ -179,7 +179,7 @@ CodeSet ReadCodeSet() {
   const char* name = nl_langinfo_l(CODESET, locale);
   if (!IsAsciiName(name)) {
     set.encoder = iconv_open(name, kUtf16);
-    set.decoder = iconv_open(kUtf16, name);
+    if (set.encoder != kNoConverter) set.decoder = iconv_open(kUtf16, name);
   }
   freelocale(locale);
   return set;

@@ -1,5 +1,8 @@
 // Memory runs out at every point of every function: once, and for good.
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <set>
 
 #include "state/dialog_state.h"
@@ -61,6 +64,38 @@ const Case kCases[] = {
     {"TarvoLastValue", "", "", 3, 1},
     {"TarvoV1", "", "", 2, 0},
 };
+
+enum Reading : int { kAsUtf8, kAsCodeSet, kPastTheEnd };
+
+// How a process of its own reads the user's code set where allocation `at` fails.
+Reading ReadCodeSet(int at) {
+  const pid_t child = fork();
+  if (child == 0) {
+    setenv("LC_ALL", "de_DE.ISO-8859-1", 1);
+    failing_allocator::Arm(at, false);
+    const std::uint32_t code_set = encoding::SystemEncoding();
+    const bool is_past = failing_allocator::Disarm() < at;
+    char bytes[16];
+    const std::size_t size = encoding::Encode(u"Größe", code_set, bytes);
+    EXPECT_EQ(encoding::ToUtf16({bytes, size}, code_set), u"Größe");
+    if (testing::Test::HasFailure()) std::exit(-1);
+    std::exit(is_past ? kPastTheEnd : code_set == encoding::kUtf8 ? kAsUtf8 : kAsCodeSet);
+  }
+  int status = -1;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFEXITED(status)) << at;
+  return static_cast<Reading>(WEXITSTATUS(status));
+}
+
+// Before all others: a process reads it once.
+TEST(ExhaustedCodeSet, IsUtf8WhereItCannotBeRead) {
+  std::set<Reading> readings;
+  for (int at = 1; at < 1000 && !readings.contains(kPastTheEnd); ++at) {
+    readings.insert(ReadCodeSet(at));
+  }
+  readings.erase(kAsCodeSet);
+  EXPECT_EQ(readings, (std::set{kAsUtf8, kPastTheEnd}));
+}
 
 class ExhaustedMemory : public PluginHost {
  protected:
