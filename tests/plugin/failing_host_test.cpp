@@ -109,6 +109,27 @@ Left Try(Run run) {
   }
 }
 
+// Before all others: no plug-in of this process has been initialised yet, and none is. The
+// functions that were registered before a failure stay and may be called.
+TEST(UninitialisedPlugin, HasNoResults) {
+  FMX_ExternCallBlock<std::uintptr_t> block{};
+  block.version = 200;
+  const CFBundleRef bundle = CFBundleCreateWithPath(PLUGIN_BUNDLE);
+  block.bundle = reinterpret_cast<std::uintptr_t>(bundle);
+  failure = {3 + 19 * 9, 2, false};
+  calls = 0;
+  EXPECT_EQ(Try([&] { FMExternCallProc(&block); }), Left::kException);
+  failure = {};
+  for (const fmx::host::Function& function : fmx::host::Functions()) {
+    if (function.id < 5 || function.id > 10) continue;
+    EXPECT_EQ(fmx::host::Evaluate(function, {{kFMX_TextType, u"1|m", 0}}).result.text,
+              function.id == 5 ? u"||||" : u"");
+  }
+  block.message = kFMXT_Shutdown;
+  FMExternCallProc(&block);
+  CFRelease(bundle);
+}
+
 class FailingHost : public PluginHost {
  protected:
   ~FailingHost() override { failure = {}; }
