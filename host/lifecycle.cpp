@@ -80,8 +80,6 @@ std::int32_t Do_HostInit(std::int16_t version) {
   fmx::TextAutoPtr prototype(fmx::Call<FM_Text_Constructor1>());
   RegisterFunctions(*plugin_id, name, prototype);
   const bool is_reset = ResetDialogState();
-  // No function may run without its result buffers.
-  if (!is_reset) UnregisterFunctions(*plugin_id);
   fmx::Call<FM_Text_Delete>(name.release());
   fmx::Call<FM_Text_Delete>(prototype.release());
   fmx::Call<FM_QuadChar_Delete>(plugin_id.release());

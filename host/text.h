@@ -23,7 +23,9 @@ using ByteString = std::unique_ptr<char, decltype(&std::free)>;
 // The shared empty string object.
 inline CFStringRef EmptyText() { return CFSTR(""); }
 
-inline bool IsEmpty(CFStringRef text) { return CFStringGetLength(text) == 0; }
+// A text of the dialog state is null before the first initialisation.
+inline bool IsEmpty(CFStringRef text) { return text == nullptr || CFStringGetLength(text) == 0; }
+
 inline bool AreEqual(CFStringRef first, CFStringRef second) {
   return CFStringCompare(first, second, 0) == kCFCompareEqualTo;
 }

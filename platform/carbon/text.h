@@ -12,6 +12,7 @@ namespace carbon {
 using encoding::ToUtf16;
 using encoding::ToUtf8;
 
+// Null counts as the empty string.
 std::u16string ToUtf16(CFStringRef string);
 
 }  // namespace carbon
