@@ -129,6 +129,15 @@ char16_t CharacterOfTwo(const unsigned char* bytes) {
   return static_cast<char16_t>((both & 0x1F) << 6 | (both >> 8 & 0x3F));
 }
 
+// Two characters of two bytes, the first in the lower half; 0 where there are not two.
+std::uint32_t PairOfTwo(const unsigned char* bytes) {
+  const std::uint32_t all = bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8 |
+                            static_cast<std::uint32_t>(bytes[2]) << 16 |
+                            static_cast<std::uint32_t>(bytes[3]) << 24;
+  if ((all & 0xC0E0C0E0) != 0x80C080C0 || (all & 0x1E) == 0 || (all & 0x1E0000) == 0) return 0;
+  return (all & 0x1F001F) << 6 | (all >> 8 & 0x3F003F);
+}
+
 char16_t CharacterOfThree(const unsigned char* bytes) {
   const unsigned all =
       static_cast<unsigned>(bytes[0]) << 16 | static_cast<unsigned>(bytes[1]) << 8 | bytes[2];
@@ -151,6 +160,10 @@ std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
       out += copied;
     }
     char16_t unit = 0;
+    for (std::uint32_t pair = 0; end - in >= 4 && (pair = PairOfTwo(in)) != 0; in += 4) {
+      *out++ = static_cast<char16_t>(pair & 0xFFFF);
+      *out++ = static_cast<char16_t>(pair >> 16);
+    }
     for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
     for (; end - in >= 3 && (unit = CharacterOfThree(in)) != 0; in += 3) *out++ = unit;
     if (in < end && *in >= 0x80) out = PutUtf16(NextUtf8(in, end), out);

@@ -120,6 +120,7 @@ TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
               std::u16string(std::string_view(bytes).size(), encoding::kReplacement));
   }
   EXPECT_EQ(encoding::ToUtf16("\xC3x"), u"\uFFFDx");
+  EXPECT_EQ(encoding::ToUtf16("é\xC1\xBF\xC1\xBFé"), u"é\uFFFD\uFFFD\uFFFD\uFFFDé");
   EXPECT_EQ(encoding::ToUtf16("\xE2xx"), u"\uFFFDxx");
   EXPECT_EQ(encoding::ToUtf16("\xE2\x82x"), u"\uFFFD\uFFFDx");
 }
