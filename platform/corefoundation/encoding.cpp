@@ -138,6 +138,16 @@ std::uint32_t PairOfTwo(const unsigned char* bytes) {
   return (all & 0x1F001F) << 6 | (all >> 8 & 0x3F003F);
 }
 
+// The characters of two bytes that stand at `in`, up to the first other one.
+void DecodeTwos(const unsigned char*& in, const unsigned char* end, char16_t*& out) {
+  for (std::uint32_t pair = 0; end - in >= 4 && (pair = PairOfTwo(in)) != 0; in += 4) {
+    *out++ = static_cast<char16_t>(pair & 0xFFFF);
+    *out++ = static_cast<char16_t>(pair >> 16);
+  }
+  char16_t unit = 0;
+  for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
+}
+
 char16_t CharacterOfThree(const unsigned char* bytes) {
   const unsigned all =
       static_cast<unsigned>(bytes[0]) << 16 | static_cast<unsigned>(bytes[1]) << 8 | bytes[2];
@@ -159,12 +169,8 @@ std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
       in += copied;
       out += copied;
     }
+    DecodeTwos(in, end, out);
     char16_t unit = 0;
-    for (std::uint32_t pair = 0; end - in >= 4 && (pair = PairOfTwo(in)) != 0; in += 4) {
-      *out++ = static_cast<char16_t>(pair & 0xFFFF);
-      *out++ = static_cast<char16_t>(pair >> 16);
-    }
-    for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
     for (; end - in >= 3 && (unit = CharacterOfThree(in)) != 0; in += 3) *out++ = unit;
     if (in < end && *in >= 0x80) out = PutUtf16(NextUtf8(in, end), out);
   }
