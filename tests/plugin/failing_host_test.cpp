@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <typeinfo>
 
 #include "tests/plugin/plugin_host.h"
@@ -120,15 +121,18 @@ TEST(UninitialisedPlugin, AnswersEveryFunctionThatIsRegistered) {
   calls = 0;
   EXPECT_EQ(Try([&] { FMExternCallProc(&block); }), Left::kException);
   failure = {};
+  auto functions = fmx::host::Functions();
+  // Results first, while there is none.
+  std::ranges::stable_partition(functions, [](const auto& f) { return f.id >= 5 && f.id <= 10; });
   std::string results;
-  for (const fmx::host::Function& function : fmx::host::Functions()) {
+  for (const fmx::host::Function& function : functions) {
     ScriptedDialogs dialogs(display::ParseAnswerText("press 1"));
     carbon::SetDisplay(&dialogs);
     results += encoding::ToUtf8(
         fmx::host::Evaluate(function, {{kFMX_TextType, u"1|m", 0}}).result.text + u"\n");
     carbon::SetDisplay(nullptr);
   }
-  EXPECT_EQ(results, "220\n1||||\n1|m\n1|m\n1||||\n\n\n\n\n1\n0\n1\n0\n1|1|||\n1|m\n1\n1|\n1\n");
+  EXPECT_EQ(results, "||||\n\n\n\n\n\n220\n1||||\n1|m\n1|m\n0\n1\n0\n1|1|||\n1|m\n1\n1|\n1\n");
   block.message = kFMXT_Shutdown;
   FMExternCallProc(&block);
   CFRelease(bundle);
