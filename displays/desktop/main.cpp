@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <thread>
@@ -23,13 +24,15 @@ void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& t
 }
 
 int ServeHost(int argc, char** argv, int fd) {
-  // Which fonts there are is read while Qt connects to the screen; it finds that done then.
-  const std::jthread fonts([] { FcInit(); });
   auto probe = std::make_unique<desktop::ScreenProbe>();
   if (!probe->WhyNone().empty()) {
     desktop::ReportNoScreen(fd, probe->WhyNone());
     return 1;
   }
+  // Which fonts there are is read while Qt connects to the screen; it finds that done then. Nothing
+  // may change the environment meanwhile: Qt would take this out, which is the host's own.
+  unsetenv("DESKTOP_STARTUP_ID");
+  const std::jthread fonts([] { FcInit(); });
   QApplication application(argc, argv);
   probe.reset();
   desktop::SetUpLook();

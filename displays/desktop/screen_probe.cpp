@@ -6,7 +6,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <string_view>
 
 namespace desktop {
 namespace {
