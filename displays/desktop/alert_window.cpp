@@ -72,8 +72,7 @@ QWidget* MakeTexts(const display::Alert& alert, int width) {
 
 }  // namespace
 
-AlertWindow::AlertWindow(const display::Alert& alert, Report report)
-    : ModalWindow(std::move(report)) {
+void AlertWindow::Fill(const display::Alert& alert) {
   setWindowTitle(QStringLiteral(" "));  // none; Qt would show the program's name
   setAccessibleName(ToQString(alert.message));
   setAccessibleDescription(ToQString(alert.explanation));
@@ -84,6 +83,12 @@ AlertWindow::AlertWindow(const display::Alert& alert, Report report)
   LayOut(alert);
   SetTabOrder(tab_order_);
   if (!buttons_.empty()) buttons_.front()->setFocus();
+}
+
+void AlertWindow::Dismiss() {
+  ModalWindow::Dismiss();
+  buttons_.clear();
+  other_ = nullptr;
 }
 
 void AlertWindow::AddButton(int number, const std::optional<std::string>& text) {

@@ -8,7 +8,10 @@ namespace desktop {
 // It grows with its texts and scrolls them only where they are taller than the screen.
 class AlertWindow : public ModalWindow {
  public:
-  AlertWindow(const display::Alert& alert, Report report);
+  // Fills the empty window.
+  void Fill(const display::Alert& alert);
+
+  void Dismiss() override;
 
   QAccessible::Role AccessibleRole() const override { return QAccessible::AlertMessage; }
 

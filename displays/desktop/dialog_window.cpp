@@ -28,8 +28,8 @@ QString TitleFor(const std::string& text) {
 
 }  // namespace
 
-DialogWindow::DialogWindow(display::Window description, Report report)
-    : ModalWindow(std::move(report)), description_(std::move(description)) {
+void DialogWindow::Fill(display::Window description) {
+  description_ = std::move(description);
   const Rect& content = description_.content;
   setWindowTitle(TitleFor(description_.title));
   setFixedSize(content.right - content.left, content.bottom - content.top);
@@ -41,6 +41,14 @@ DialogWindow::DialogWindow(display::Window description, Report report)
   }
   OrderTabs();
   NameInputs();
+}
+
+void DialogWindow::Dismiss() {
+  ModalWindow::Dismiss();
+  setAccessibleDescription({});
+  description_ = {};
+  views_.clear();
+  placed_ = false;
 }
 
 // The place is that of the content, wherever the frame is.

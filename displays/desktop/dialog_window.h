@@ -7,7 +7,10 @@ namespace desktop {
 // A dialog at its place on the screen with its controls at theirs.
 class DialogWindow : public ModalWindow {
  public:
-  DialogWindow(display::Window description, Report report);
+  // Fills the empty window.
+  void Fill(display::Window description);
+
+  void Dismiss() override;
 
   // Control `index` now is as described. The focus moves only where the host has moved it.
   void Change(std::size_t index, const display::Control& control);

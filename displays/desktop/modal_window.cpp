@@ -36,19 +36,19 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 
 }  // namespace
 
-ModalWindow::ModalWindow(Report report)
+ModalWindow::ModalWindow()
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowStaysOnTopHint),
-      report_(std::move(report)) {
+                           Qt::WindowStaysOnTopHint) {
   static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
   static_cast<void>(accessible);
   setWindowModality(Qt::ApplicationModal);
   setFocusPolicy(Qt::StrongFocus);  // holds the focus where no control has it
-  qApp->installEventFilter(this);
 }
 
-void ModalWindow::Present() {
-  StandAboveHostWindow();
+void ModalWindow::Present(Report report) {
+  content_.report = std::move(report);
+  if (!windowHandle()) StandAboveHostWindow();
+  qApp->installEventFilter(this);
   if (!focusWidget()) setFocus();
   show();
   // What showing has put off becomes part of the first drawing, not a second one.
@@ -56,16 +56,25 @@ void ModalWindow::Present() {
   activateWindow();
 }
 
+void ModalWindow::Dismiss() {
+  qApp->removeEventFilter(this);  // what still comes is not for the next dialog
+  hide();
+  for (auto* widget : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) widget->deleteLater();
+  content_ = {};
+  setWindowState(Qt::WindowNoState);  // a window manager may have minimised it
+}
+
 void ModalWindow::Send(const Action& action) {
+  if (!content_.report) return;  // dismissed meanwhile
   QGuiApplication::inputMethod()->commit();
-  for (ControlView* view : views_) {
-    if (const auto edit = view->TakeEdit()) report_(*edit);
+  for (ControlView* view : content_.views) {
+    if (const auto edit = view->TakeEdit()) content_.report(*edit);
   }
-  report_(action);
+  content_.report(action);
 }
 
 bool ModalWindow::focusNextPrevChild(bool next) {
-  std::vector<QWidget*> order = tab_order_;
+  std::vector<QWidget*> order = content_.tab_order;
   std::erase_if(order,
                 [](QWidget* widget) { return !widget->isVisible() || !widget->isEnabled(); });
   if (order.empty()) return false;
@@ -83,17 +92,17 @@ bool ModalWindow::focusNextPrevChild(bool next) {
 // Wayland sends the key to the window behind it then.
 bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride && object->isWindowType()) {
-    key_is_menus_ = QApplication::activePopupWidget() != nullptr;
+    content_.key_is_menus = QApplication::activePopupWidget() != nullptr;
   }
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget || widget->window() != this) return false;
-  if (event->type() == QEvent::KeyPress && !key_is_menus_) {
+  if (event->type() == QEvent::KeyPress && !content_.key_is_menus) {
     return HandleKey(*static_cast<QKeyEvent*>(event));
   }
   if (event->type() == QEvent::KeyRelease) {
     const auto* key = static_cast<QKeyEvent*>(event);
-    released_key_ = key->key();
-    released_at_ = key->timestamp();
+    content_.released_key = key->key();
+    content_.released_at = key->timestamp();
   }
   if (event->type() == QEvent::ToolTip) {
     return ShowCutText(widget, static_cast<QHelpEvent*>(event)->globalPos());
@@ -122,11 +131,12 @@ bool ModalWindow::HandleKey(const QKeyEvent& key) {
 // An X server repeats a key as its release and its press at one moment. Qt does not notice where
 // the two arrive apart.
 bool ModalWindow::Repeats(const QKeyEvent& key) const {
-  return key.isAutoRepeat() || (key.key() == released_key_ && key.timestamp() == released_at_);
+  return key.isAutoRepeat() ||
+         (key.key() == content_.released_key && key.timestamp() == content_.released_at);
 }
 
 bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {
-  for (ControlView* view : views_) {
+  for (ControlView* view : content_.views) {
     if (view->Widget() != object) continue;
     ShowToolTip(view->CutText(), position, this);
     return true;
@@ -147,11 +157,6 @@ void ModalWindow::StandAboveHostWindow() {
   host_window_.reset(QWindow::fromWinId(id));
   winId();  // makes the native window
   if (host_window_) windowHandle()->setTransientParent(host_window_.get());
-}
-
-void WindowCloser::operator()(ModalWindow* window) const {
-  window->hide();
-  window->deleteLater();
 }
 
 }  // namespace desktop

@@ -15,14 +15,21 @@ namespace desktop {
 // What dialogs and alerts share as windows: they stand above all others and stay until the host
 // closes them, Tab walks through their controls in our order, and Return, Escape and the window
 // manager's close request are reported wherever the focus is. Nothing is decided here.
+//
+// A window is filled for one dialog after another, since making it on the screen takes longer than
+// filling it.
 class ModalWindow : public QWidget {
  public:
   using Report = std::function<void(const display::Action&)>;
 
-  explicit ModalWindow(Report report);
+  ModalWindow();
 
-  // Shows and activates the window.
-  virtual void Present();
+  // Shows and activates the window, which now reports what the user does.
+  void Present(Report report);
+
+  // Takes the window off the screen at once and empties it. What was in it is deleted when no
+  // handler of it is running.
+  virtual void Dismiss();
 
   // The role and the description that a screen reader is given.
   virtual QAccessible::Role AccessibleRole() const = 0;
@@ -31,10 +38,10 @@ class ModalWindow : public QWidget {
   // Reports what the user did, after the edits that were made before it.
   void Send(const display::Action& action);
 
-  void AddView(ControlView* view) { views_.push_back(view); }
+  void AddView(ControlView* view) { content_.views.push_back(view); }
 
   // The order of Tab; hidden and disabled widgets in it are passed over.
-  void SetTabOrder(std::vector<QWidget*> order) { tab_order_ = std::move(order); }
+  void SetTabOrder(std::vector<QWidget*> order) { content_.tab_order = std::move(order); }
 
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -46,19 +53,18 @@ class ModalWindow : public QWidget {
   bool ShowCutText(const QObject* object, const QPoint& position);
   void StandAboveHostWindow();
 
-  Report report_;
-  std::vector<ControlView*> views_;  // in order of creation; Qt owns the widgets
-  std::vector<QWidget*> tab_order_;
-  std::unique_ptr<QWindow> host_window_;
-  bool key_is_menus_ = false;
-  int released_key_ = 0;     // the last one
-  quint64 released_at_ = 0;  // by the screen's clock
-};
+  // All that belongs to one dialog.
+  struct Content {
+    Report report;
+    std::vector<ControlView*> views;  // in order of creation; Qt owns the widgets
+    std::vector<QWidget*> tab_order;
+    bool key_is_menus = false;
+    int released_key = 0;     // the last one
+    quint64 released_at = 0;  // by the screen's clock
+  };
 
-// Closing takes the window off the screen at once and deletes it when no handler of it is running.
-struct WindowCloser {
-  void operator()(ModalWindow* window) const;
+  Content content_;
+  std::unique_ptr<QWindow> host_window_;
 };
-using WindowPointer = std::unique_ptr<ModalWindow, WindowCloser>;
 
 }  // namespace desktop

@@ -5,19 +5,20 @@
 #include <exception>
 #include <iostream>
 
-#include "displays/desktop/make_window.h"
 #include "displays/desktop/text.h"
+#include "displays/desktop/window_pool.h"
 #include "platform/carbon/display_json.h"
 
 namespace desktop {
 namespace {
 
 std::string Draw(const display::Description& description, const std::string& file) {
-  const WindowPointer window = MakeWindow(description, [](const display::Action&) {});
+  WindowPool windows;
+  ModalWindow& window = windows.Fill(description);
   QApplication::setCursorFlashTime(0);  // a text cursor that is seen at every moment
-  window->Present();
+  window.Present([](const display::Action&) {});
   QApplication::processEvents();
-  if (!window->grab().save(ToQString(file), "PNG")) return "cannot write " + file;
+  if (!window.grab().save(ToQString(file), "PNG")) return "cannot write " + file;
   return "";
 }
 

@@ -9,9 +9,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "displays/desktop/dialog_window.h"
-#include "displays/desktop/make_window.h"
-
 extern "C" {  // glibc 2.36 forgets to say so
 #include <sys/pidfd.h>
 }
@@ -67,22 +64,26 @@ void Session::Receive(const Json& message) {
 }
 
 void Session::Open(const Json& message) {
+  Close();
   dialog_ = message.at("dialog");
-  window_ = MakeWindow(DescriptionOf(message), [this, number = dialog_](const auto& action) {
+  open_ = &windows_.Fill(DescriptionOf(message));
+  open_->Present([this, number = dialog_](const auto& action) {
     Json report = display::ToJson(action);
     report["dialog"] = number;
     connection_.Send(report);
   });
-  window_->Present();
 }
 
 void Session::Change(const Json& message) {
-  auto* dialog = dynamic_cast<DialogWindow*>(window_.get());
+  auto* dialog = dynamic_cast<DialogWindow*>(open_);
   if (!dialog || message.at("dialog") != dialog_) return;
   dialog->Change(message.at("change").get<std::size_t>(), ChangedControl(message));
 }
 
-void Session::Close() { window_.reset(); }
+void Session::Close() {
+  if (open_) open_->Dismiss();
+  open_ = nullptr;
+}
 
 void Session::AnnounceScreen() {
   const QRect screen = QGuiApplication::primaryScreen()->geometry();

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "displays/desktop/connection.h"
-#include "displays/desktop/modal_window.h"
+#include "displays/desktop/window_pool.h"
 
 namespace desktop {
 
@@ -25,7 +25,8 @@ class Session {
 
   Connection connection_;
   std::unique_ptr<QSocketNotifier> host_ended_;
-  WindowPointer window_;
+  WindowPool windows_;
+  ModalWindow* open_ = nullptr;
   int dialog_ = 0;  // the number that the host gave to the open dialog
 };
 

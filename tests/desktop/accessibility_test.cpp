@@ -83,6 +83,33 @@ TEST_F(Accessibility, AlertIsToldWithItsTexts) {
             "  filler: \n");  // the icon
 }
 
+// A window on the screen serves every second dialog.
+TEST_F(Accessibility, WindowThatIsUsedAgainIsToldAnew) {
+  Open(Dialog({Field(1, ControlKind::kEdit, "Ann")}, 1, "First"));
+  display_.Close();
+  Open(display::Alert{2, "Second", "For good.", "Delete", "Keep", "More"});
+  display_.Close();
+  display::Window third = Dialog({Field(1, ControlKind::kCheckBox)}, 0, "Third");
+  third.controls.erase(third.controls.begin());  // the message
+  Open(third);
+  ASSERT_TRUE(reader_.WaitForLine("  check box: Label 1"));
+  EXPECT_EQ(reader_.Tree(),
+            "dialog: Third active focused modal\n"
+            "  push button: OK default\n"
+            "  push button: Cancel\n"
+            "  label: Label 1\n"
+            "  check box: Label 1\n");
+  display_.Close();
+  Open(display::Alert{1, "Fourth", "", "Done", {}, {}});
+  ASSERT_TRUE(reader_.WaitForLine("  push button: Done focused default"));
+  EXPECT_EQ(reader_.Tree(),
+            "alert message: Fourth active modal\n"
+            "  filler: \n"
+            "    label: Fourth\n"
+            "  push button: Done focused default\n"
+            "  filler: \n");
+}
+
 TEST_F(Accessibility, ScreenReaderActsForItsUser) {
   Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kCheckBox)}, 1));
   ASSERT_TRUE(reader_.WaitForLine("  check box: Label 2"));

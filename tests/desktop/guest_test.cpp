@@ -33,6 +33,19 @@ TEST_F(Guest, LateActionsAnswerNoLaterDialog) {
   EXPECT_EQ(DisplayProcesses().size(), 1U);  // kept from the first dialog
 }
 
+// The key reaches the window of the first dialog; the display sees it when the second one is open.
+TEST_F(Guest, KeyOnItsWayToADialogAnswersNoLaterOne) {
+  Open(Dialog({}, 0, "First"));
+  const pid_t display = DisplayProcesses().at(0);
+  kill(display, SIGSTOP);
+  user_.Key("Return");
+  display_.Close();
+  display_.Open(Dialog({}, 0, "Second"));
+  kill(display, SIGCONT);
+  ASSERT_NE(user_.ActiveWindow("Second"), 0U);
+  EXPECT_EQ(AfterKey("Escape"), "escape");
+}
+
 TEST_F(Guest, HeldKeyAnswersOnceAndNoLaterDialog) {
   OutputOf("xset r rate 30 100; xdotool keydown Return");
   Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "Held"));

@@ -27,6 +27,27 @@ TEST_F(ManagedWindow, ContentStandsOnItsPixelInsideTheFrame) {
   EXPECT_TRUE(WaitFor([&] { return Corner(shown) == "1100 900 "; }));
 }
 
+// A window serves every second dialog, wherever the user has left it.
+TEST_F(ManagedWindow, ThatIsUsedAgainIsAsNew) {
+  const xcb_window_t first = Open(Dialog({Field(1, ControlKind::kEdit, "Ann")}, 1, "First"));
+  OutputOf("xdotool windowmove --sync " + std::to_string(first) + " 20 30");
+  OutputOf("xdotool windowminimize --sync " + std::to_string(first));
+  user_.RequestClose(first);
+  EXPECT_EQ(Next(), "close");
+  display_.Close();
+  Open(display::Alert{1, "Second", "", "OK", {}, {}});
+  display_.Close();
+  display::Window third = ListDialog(false);
+  third.content = At(900, 1100, 1225, 1525);  // where the window manager does not put it
+  EXPECT_EQ(Open(third), first);
+  EXPECT_TRUE(WaitFor([&] { return Corner(first) == "1100 900 "; }));
+  const std::string properties = XSession::Properties(first, "WM_NORMAL_HINTS _NET_WM_STATE");
+  for (const char* part : {"maximum size: 425 by 325", "_NET_WM_STATE_ABOVE"}) {
+    EXPECT_NE(properties.find(part), std::string::npos) << part << " in " << properties;
+  }
+  EXPECT_EQ(AfterKey("Tab Down"), "row 1 200");
+}
+
 TEST_F(ManagedWindow, CloseRequestIsReportedAndTheWindowStays) {
   user_.RequestClose(Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "A title [*] & <b>")));
   EXPECT_EQ(Next(), "close");

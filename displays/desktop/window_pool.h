@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "displays/desktop/alert_window.h"
+#include "displays/desktop/dialog_window.h"
+
+namespace desktop {
+
+// The program's windows. Two of a kind take turns, so that a key that was on its way to the last
+// dialog cannot answer the next one.
+class WindowPool {
+ public:
+  // A window filled with the dialog, to present and to dismiss. The pool keeps it.
+  ModalWindow& Fill(const display::Description& description);
+
+ private:
+  std::array<DialogWindow, 2> dialogs_;
+  std::array<AlertWindow, 2> alerts_;
+  std::size_t turn_ = 0;
+};
+
+}  // namespace desktop
