@@ -8,6 +8,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include "displays/desktop/session_bus.h"
+
 namespace desktop {
 namespace {
 
@@ -29,7 +31,7 @@ bool GtkSettingsSayDark() {
 
 // The desktops' common settings service, asked only where it already runs.
 bool PortalSaysDark() {
-  if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return false;
+  if (!HasSessionBus()) return false;
   const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
   const QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected() || !bus.interface()->isServiceRegistered(service)) return false;

@@ -14,6 +14,7 @@
 #include "displays/desktop/render.h"
 #include "displays/desktop/screen_probe.h"
 #include "displays/desktop/session.h"
+#include "displays/desktop/session_bus.h"
 
 namespace {
 
@@ -29,14 +30,16 @@ int ServeHost(int argc, char** argv, int fd) {
     desktop::ReportNoScreen(fd, probe->WhyNone());
     return 1;
   }
+  desktop::StartNoSessionBus();
   // Which fonts there are is read while Qt connects to the screen; it finds that done then. Nothing
   // may change the environment meanwhile: Qt would take this out, which is the host's own.
   unsetenv("DESKTOP_STARTUP_ID");
-  const std::jthread fonts([] { FcInit(); });
+  std::jthread fonts([] { FcInit(); });
   QApplication application(argc, argv);
   probe.reset();
   desktop::SetUpLook();
   desktop::Session session(fd);
+  fonts.join();  // or Qt would read them once more
   return QApplication::exec();
 }
 

@@ -7,13 +7,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "displays/desktop/environment.h"
+
 namespace desktop {
 namespace {
-
-std::string Environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value ? value : "";
-}
 
 std::string WaylandSocketPath() {
   std::string name = Environment("WAYLAND_DISPLAY");

@@ -1,5 +1,6 @@
 // What a screen reader is told, and what it does for its user.
 
+#include "tests/desktop/changed_variable.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/user_test.h"
 
@@ -108,6 +109,12 @@ TEST_F(Accessibility, WindowThatIsUsedAgainIsToldAnew) {
             "    label: Fourth\n"
             "  push button: Done focused default\n"
             "  filler: \n");
+}
+
+TEST_F(Accessibility, BusOfTheUsersRuntimeFolderServes) {
+  const ChangedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  Open(display::Alert{1, "Here", "", "OK", {}, {}});
+  EXPECT_TRUE(reader_.WaitForLine("alert message: Here active modal"));
 }
 
 TEST_F(Accessibility, ScreenReaderActsForItsUser) {

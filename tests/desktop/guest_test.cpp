@@ -2,8 +2,10 @@
 
 #include <sys/wait.h>
 
+#include "tests/desktop/changed_variable.h"
 #include "tests/desktop/processes.h"
 #include "tests/desktop/user_test.h"
+#include "tests/temporary_folder.h"
 
 namespace desktop_test {
 namespace {
@@ -44,6 +46,19 @@ TEST_F(Guest, KeyOnItsWayToADialogAnswersNoLaterOne) {
   kill(display, SIGCONT);
   ASSERT_NE(user_.ActiveWindow("Second"), 0U);
   EXPECT_EQ(AfterKey("Escape"), "escape");
+}
+
+// Qt would start one, with the help of a program of that name.
+TEST_F(Guest, StartsNoSessionBus) {
+  const testing_tools::TemporaryFolder folder;
+  const std::string log = folder / "started";
+  fs::permissions(folder.Write("dbus-launch", "#!/bin/sh\ntouch " + log), fs::perms::owner_all);
+  const ChangedVariable path("PATH", ((folder / "") + ":" + getenv("PATH")).c_str());
+  const ChangedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  const ChangedVariable runtime("XDG_RUNTIME_DIR", nullptr);
+  Open(Dialog({}, 0));
+  EXPECT_EQ(AfterKey("Return"), "return");
+  EXPECT_FALSE(fs::exists(log));
 }
 
 TEST_F(Guest, HeldKeyAnswersOnceAndNoLaterDialog) {

@@ -34,7 +34,8 @@ ScreenReader::ScreenReader() : bus_(QString()) {
   setenv("XDG_RUNTIME_DIR", (folder_ / "").c_str(), 1);
   daemon_ = std::make_unique<Process>(
       std::vector<std::string>{"sh", "-c",
-                               "exec dbus-daemon --session --nofork --print-address 2>/dev/null"},
+                               "exec dbus-daemon --session --nofork --print-address "
+                               "--address=unix:path=$XDG_RUNTIME_DIR/bus 2>/dev/null"},
       Process::Output::kRead);
   const std::string address = daemon_->Line();
   setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);

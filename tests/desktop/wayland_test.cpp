@@ -1,6 +1,7 @@
 // The same windows on Wayland: a compositor that is itself a window on the tests' X server, so that
 // its keys are real ones.
 
+#include "tests/desktop/changed_variable.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/user_test.h"
 
@@ -24,11 +25,8 @@ class Wayland : public UserTest {
 
   // Starts a display that sees no X server.
   bool OpenOnWayland(const display::Description& dialog) {
-    const std::string x_server = getenv("DISPLAY");
-    unsetenv("DISPLAY");
-    const bool open = display_.Open(dialog);
-    setenv("DISPLAY", x_server.c_str(), 1);
-    return open;
+    const ChangedVariable x_server("DISPLAY", nullptr);
+    return display_.Open(dialog);
   }
 
   ScreenReader& reader_ = ScreenReader::Get();

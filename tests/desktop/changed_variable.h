@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace desktop_test {
+
+// An environment variable that is another one, or with null none, until the object goes.
+class ChangedVariable {
+ public:
+  ChangedVariable(const char* name, const char* value) : name_(name) {
+    if (const char* before = getenv(name)) before_ = before;
+    Set(value);
+  }
+  ChangedVariable(const ChangedVariable&) = delete;
+  ChangedVariable& operator=(const ChangedVariable&) = delete;
+  ~ChangedVariable() { Set(before_ ? before_->c_str() : nullptr); }
+
+ private:
+  void Set(const char* value) const { value ? setenv(name_, value, 1) : unsetenv(name_); }
+
+  const char* name_;
+  std::optional<std::string> before_;
+};
+
+}  // namespace desktop_test
