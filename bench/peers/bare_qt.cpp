@@ -1,4 +1,4 @@
-// The dialog of two fields in Qt alone: bare_qt [HOW MANY, one after another]
+// The dialog of two fields in Qt alone: bare_qt [HOW MANY, one after another [keep the window]]
 
 #include <QApplication>
 #include <QDialog>
@@ -22,8 +22,7 @@ void AddButton(QDialog& dialog, const char* text, int left) {
   QObject::connect(button, &QPushButton::clicked, &dialog, &QDialog::accept);
 }
 
-void ShowDialog() {
-  QDialog dialog;
+void ShowDialog(QDialog& dialog) {
   dialog.setFixedSize(425, 152);
   auto* message = new QLabel("Enter the name", &dialog);
   message->setGeometry(20, 12, 385, 20);
@@ -34,11 +33,26 @@ void ShowDialog() {
   dialog.exec();
 }
 
+void ShowInNewWindows(int count) {
+  for (int i = 0; i < count; ++i) {
+    QDialog dialog;
+    ShowDialog(dialog);
+  }
+}
+
+void ShowInOneWindow(int count) {
+  QDialog dialog;
+  for (int i = 0; i < count; ++i) {
+    ShowDialog(dialog);
+    qDeleteAll(dialog.children());
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const int count = argc > 1 ? std::atoi(argv[1]) : 1;
   int own_arguments = 1;
   QApplication application(own_arguments, argv);
-  for (int i = 0; i < count; ++i) ShowDialog();
+  argc > 2 ? ShowInOneWindow(count) : ShowInNewWindows(count);
 }
