@@ -30,7 +30,7 @@ Rect ObservingDisplay::MainScreen() { return shown_on_.MainScreen(); }
 bool ObservingDisplay::Open(const display::Description& dialog) {
   name_ = display::NameOf(dialog);
   if (!shown_on_.Open(dialog)) {
-    lost_ = name_;
+    lost_ = Lost{name_, shown_on_.WhyLost()};
     return false;
   }
   const auto* window = std::get_if<display::Window>(&dialog);
@@ -43,7 +43,7 @@ bool ObservingDisplay::Open(const display::Description& dialog) {
 std::optional<Action> ObservingDisplay::NextAction() {
   std::optional<Action> action = shown_on_.NextAction();
   if (!action) {
-    lost_ = name_;
+    lost_ = Lost{name_, shown_on_.WhyLost()};
     return std::nullopt;
   }
   BreakLines(action->text);

@@ -29,9 +29,15 @@ class ObservingDisplay : public display::Display {
   // `shown_on` must outlive this display.
   ObservingDisplay(display::Display& shown_on, std::vector<std::unique_ptr<Observer>> observers);
 
-  // Each tells of what happened since it was last asked: the name of a dialog that could not be
-  // opened, or whose display went away while it was open; and what an observer threw.
-  std::optional<std::string> TakeLost() { return std::exchange(lost_, std::nullopt); }
+  // A dialog that could not be opened, or whose display went away while it was open.
+  struct Lost {
+    std::string name;
+    std::string reason;
+  };
+
+  // Each tells of what happened since it was last asked: the dialog that was lost, and what an
+  // observer threw.
+  std::optional<Lost> TakeLost() { return std::exchange(lost_, std::nullopt); }
   std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
 
   Rect MainScreen() override;
@@ -50,7 +56,7 @@ class ObservingDisplay : public display::Display {
   std::vector<std::unique_ptr<Observer>> observers_;
   std::vector<display::Control> controls_;  // of the open dialog, as they now are
   std::string name_;                        // of the open dialog
-  std::optional<std::string> lost_;
+  std::optional<Lost> lost_;
   std::optional<Failure> failure_;
 };
 

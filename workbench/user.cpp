@@ -70,10 +70,9 @@ void User::CheckAnswered() {
   if (failure) throw Failure(*failure);
   if (scripted) throw Failure(Status::kAnswer, Explain(*scripted));
   if (lost) {
-    throw Failure(Status::kNoDisplay,
-                  "no display: the dialog \"" + *lost +
-                      "\" cannot be shown, or was closed from outside; --answer or --answers "
-                      "answers it without a screen");
+    throw Failure(Status::kNoDisplay, "no display: the dialog \"" + lost->name +
+                                          "\" has no window: " + lost->reason +
+                                          "; --answer or --answers answers it without a screen");
   }
 }
 

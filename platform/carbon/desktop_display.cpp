@@ -19,6 +19,10 @@ namespace display {
 namespace {
 
 constexpr const char* kProgram = "tarvo-desktop";
+constexpr const char* kMissing =
+    "tarvo-desktop is missing: it belongs beside libCarbon or in ../bin";
+constexpr const char* kDoesNotStart = "tarvo-desktop does not start";
+constexpr const char* kEnded = "tarvo-desktop or its screen has ended";
 constexpr Rect kNoScreen{0, 0, 1080, 1920};
 constexpr int kSocketInChild = 3;
 constexpr int kPatience = 1000;  // milliseconds for the program to end by itself
@@ -181,20 +185,25 @@ bool DesktopDisplay::IsReady() {
 }
 
 bool DesktopDisplay::NoteScreen(const Json& message) {
-  if (!message.at("ready").get<bool>()) return false;
+  if (!message.at("ready").get<bool>()) {
+    why_lost_ = message.at("error");
+    return false;
+  }
   const Json& screen = message.at("screen");
   screen_ = {screen.at(0), screen.at(1), screen.at(2), screen.at(3)};
   return true;
 }
 
 bool DesktopDisplay::Spawn() {
+  why_lost_ = kMissing;
+  if (program_.empty()) return false;
+  why_lost_ = kDoesNotStart;
   int ends[2];
-  if (program_.empty() || socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
-    return false;
-  }
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return false;
   const bool started = SpawnPlan(ends[1]).Run(&process_, program_);
   close(ends[1]);
   if (started) {
+    why_lost_ = kEnded;  // unless the program says otherwise
     socket_ = ends[0];
   } else {
     close(ends[0]);

@@ -31,6 +31,7 @@ class DesktopDisplay : public Display {
   void Change(std::size_t index, const Control& control) override;
   void Reject(const std::string& reason) override;
   void Close() override;
+  std::string WhyLost() const override { return why_lost_; }
 
  private:
   bool Start();
@@ -45,6 +46,7 @@ class DesktopDisplay : public Display {
   std::string program_;
   int socket_ = -1;     // -1: the program does not run
   pid_t process_ = -1;  // of the running program
+  std::string why_lost_;
   std::string received_;
   Rect screen_;
   int dialog_ = 0;  // tells the actions of this dialog from those of the one before

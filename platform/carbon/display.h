@@ -127,6 +127,10 @@ class Display {
   virtual void Reject(const std::string& reason) = 0;
 
   virtual void Close() = 0;
+
+  // Why Open returned false or NextAction nothing the last time, as one clause for the user, without
+  // a full stop. Empty where the display has said so otherwise.
+  virtual std::string WhyLost() const { return {}; }
 };
 
 }  // namespace display

@@ -155,6 +155,7 @@ TEST(Screen, ServerThatEndsInMidDialogEndsTheDialog) {
   ASSERT_NE(user->ActiveWindow("Dialog"), 0U);
   user.reset();
   EXPECT_EQ(Said(display.NextAction()), "gone");
+  EXPECT_EQ(display.WhyLost(), "tarvo-desktop or its screen has ended");
   EXPECT_FALSE(display.Open(Dialog({}, 0)));
 }
 
@@ -170,10 +171,12 @@ TEST(Screen, MayStartAnewWithItsLastClient) {
 
 TEST(Screen, WithoutOneNothingOpens) {
   unsetenv("WAYLAND_DISPLAY");
-  for (const char* nowhere : {"", ":4711"}) {
+  for (const auto& [nowhere, reason] : {std::pair{"", "neither DISPLAY nor WAYLAND_DISPLAY is set"},
+                                        std::pair{":4711", "no answer from the screen :4711"}}) {
     setenv("DISPLAY", nowhere, 1);
     display::DesktopDisplay display;
     EXPECT_FALSE(display.Open(Dialog({}, 0)));
+    EXPECT_EQ(display.WhyLost(), reason);
     EXPECT_EQ(display.MainScreen(), At(0, 0, 1080, 1920));
     EXPECT_TRUE(DisplayProcesses().empty());
   }
