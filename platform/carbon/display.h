@@ -128,8 +128,8 @@ class Display {
 
   virtual void Close() = 0;
 
-  // Why Open returned false or NextAction nothing the last time, as one clause for the user, without
-  // a full stop. Empty where the display has said so otherwise.
+  // Why Open returned false or NextAction nothing the last time, as one clause for the user,
+  // without a full stop. Empty where the display has said so otherwise.
   virtual std::string WhyLost() const { return {}; }
 };
 
