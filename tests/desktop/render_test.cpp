@@ -8,6 +8,7 @@
 
 #include "platform/carbon/display_json.h"
 #include "tests/desktop/dialogs.h"
+#include "tests/desktop/screen_reader.h"
 #include "tests/desktop/x_session.h"
 #include "tests/temporary_folder.h"
 
@@ -20,12 +21,16 @@ class Render : public testing::Test {
  protected:
   Render() { unsetenv("DISPLAY"); }
 
+  // A program of the build.
+  static std::string Program(const std::string& name) {
+    return fs::read_symlink("/proc/self/exe").parent_path() / name;
+  }
+
   // Runs the program on a line; returns what it says on standard error.
   std::string Run(const std::string& line, const fs::path& file) {
     folder_.Write("line", line + '\n');
-    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "tarvo-desktop";
-    return OutputOf("exec 2>&1; '" + program.string() + "' --render '" + file.string() + "' < '" +
-                        (folder_ / "line") + "'",
+    return OutputOf("exec 2>&1; '" + Program("tarvo-desktop") + "' --render '" + file.string() +
+                        "' < '" + (folder_ / "line") + "'",
                     &status_);
   }
 
@@ -71,6 +76,17 @@ TEST_F(Render, ScaleAndDarkColoursAreTheEnvironments) {
   setenv("GTK_THEME", "Adwaita:dark", 1);
   EXPECT_NE(Picture(ListDialog(false)), plain);
   unsetenv("GTK_THEME");
+}
+
+TEST_F(Render, DarkColoursAreThePortals) {
+  ScreenReader::Get();  // and with it a session bus
+  const std::string plain = Picture(ListDialog(false));
+  for (const auto& [scheme, dark] :
+       {std::pair{"0", false}, {"1", true}, {"2", false}, {"silent", false}}) {
+    const Process portal({Program("desktop_portal"), scheme}, Process::Output::kRead);
+    ASSERT_EQ(portal.Line(), "ready");
+    EXPECT_EQ(Picture(ListDialog(false)) != plain, dark) << scheme;
+  }
 }
 
 TEST_F(Render, TextIsDrawnAndIsOnlyText) {
