@@ -112,12 +112,12 @@ void MeasureFurtherDialogs(bench::Screen& screen, char** argv, int rounds) {
       if (round > 0) program.times.push_back(time);
     }
   }
-  const auto compare = [&](const Program& other, double bar) {
+  const auto compare = [&](const Program& other, double bar = 0) {
     bench::Print({"Further dialog: build, show, paint, close", Median(programs[0].times), "ms",
                   other.name, Median(other.times), bar});
   };
   compare(programs[1], 1.05);
-  compare(programs[2], 0);
+  compare(programs[2]);
 }
 
 }  // namespace

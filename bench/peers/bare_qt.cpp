@@ -44,7 +44,8 @@ void ShowInOneWindow(int count) {
   QDialog dialog;
   for (int i = 0; i < count; ++i) {
     ShowDialog(dialog);
-    qDeleteAll(dialog.children());
+    const QObjectList content = dialog.children();
+    qDeleteAll(content);
   }
 }
 
@@ -54,5 +55,9 @@ int main(int argc, char** argv) {
   const int count = argc > 1 ? std::atoi(argv[1]) : 1;
   int own_arguments = 1;
   QApplication application(own_arguments, argv);
-  argc > 2 ? ShowInOneWindow(count) : ShowInNewWindows(count);
+  if (argc > 2) {
+    ShowInOneWindow(count);
+  } else {
+    ShowInNewWindows(count);
+  }
 }

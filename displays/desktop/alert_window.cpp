@@ -79,9 +79,8 @@ void AlertWindow::Fill(const display::Alert& alert) {
   AddButton(1, alert.default_button);
   AddButton(2, alert.cancel_button);
   AddButton(3, alert.other_button);
-  tab_order_ = buttons_;
+  SetTabOrder(buttons_);
   LayOut(alert);
-  SetTabOrder(tab_order_);
   if (!buttons_.empty()) buttons_.front()->setFocus();
 }
 
@@ -139,7 +138,7 @@ QWidget* AlertWindow::AddTexts(const display::Alert& alert, int width, int most)
   texts->setAutoFillBackground(false);
   area->resize(width + style()->pixelMetric(QStyle::PM_ScrollBarExtent), most);
   area->lower();
-  tab_order_.push_back(area);
+  AddToTabOrder(area);
   return area;
 }
 

@@ -24,7 +24,6 @@ class AlertWindow : public ModalWindow {
 
   std::vector<QWidget*> buttons_;  // default, cancel, other, those that exist
   QWidget* other_ = nullptr;
-  std::vector<QWidget*> tab_order_;
 };
 
 }  // namespace desktop

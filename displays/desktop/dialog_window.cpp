@@ -45,7 +45,6 @@ void DialogWindow::Fill(display::Window description) {
 
 void DialogWindow::Dismiss() {
   ModalWindow::Dismiss();
-  setAccessibleDescription({});
   description_ = {};
   views_.clear();
   placed_ = false;
@@ -59,7 +58,7 @@ void DialogWindow::Place() {
 // A window manager may have moved a new window onto the screen, though it was to stand beyond its
 // edge. Once it is active it is the user's to move.
 bool DialogWindow::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate && !placed_) {
+  if (event->type() == QEvent::WindowActivate && isVisible() && !placed_) {
     placed_ = true;
     const Rect& content = description_.content;
     if (geometry().topLeft() != QPoint(content.left, content.top)) Place();

@@ -31,15 +31,15 @@ int ServeHost(int argc, char** argv, int fd) {
     return 1;
   }
   desktop::StartNoSessionBus();
-  // Which fonts there are is read while Qt connects to the screen; it finds that done then. Nothing
-  // may change the environment meanwhile: Qt would take this out, which is the host's own.
+  // Which fonts there are is read while Qt connects to the screen. Nothing may change the
+  // environment meanwhile: Qt would take this out, which is the host's own.
   unsetenv("DESKTOP_STARTUP_ID");
   std::jthread fonts([] { FcInit(); });
   QApplication application(argc, argv);
   probe.reset();
   desktop::SetUpLook();
   desktop::Session session(fd);
-  fonts.join();  // or Qt would read them once more
+  fonts.join();  // the first dialog needs them, and would begin to read them anew
   return QApplication::exec();
 }
 

@@ -24,7 +24,7 @@ class AccessibleWindow : public QAccessibleWidget {
 
   QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();
-    state.modal = true;
+    state.modal = !state.invisible;
     return state;
   }
 };
@@ -47,9 +47,11 @@ ModalWindow::ModalWindow()
 
 void ModalWindow::Present(Report report) {
   content_.report = std::move(report);
+  if (windowState() != Qt::WindowNoState) DropNativeWindow();
   if (!windowHandle()) StandAboveHostWindow();
   qApp->installEventFilter(this);
   if (!focusWidget()) setFocus();
+  raise();  // an X server keeps a window at the height at which it was hidden
   show();
   // What showing has put off becomes part of the first drawing, not a second one.
   QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
@@ -61,7 +63,9 @@ void ModalWindow::Dismiss() {
   hide();
   for (auto* widget : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) widget->deleteLater();
   content_ = {};
-  setWindowState(Qt::WindowNoState);  // a window manager may have minimised it
+  setWindowTitle({});
+  setAccessibleName({});
+  setAccessibleDescription({});
 }
 
 void ModalWindow::Send(const Action& action) {
@@ -147,6 +151,13 @@ bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {
 void ModalWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   Send({.kind = Action::Kind::kClose, .text = {}});
+}
+
+// Where the user has minimised the window the last time, Qt cannot take it out of that without
+// showing it, so the next dialog gets a new one.
+void ModalWindow::DropNativeWindow() {
+  destroy();
+  setWindowState(Qt::WindowNoState);
 }
 
 // The host names its window in WINDOWID, as terminals do; only X11 has such numbers.

@@ -27,8 +27,8 @@ class ModalWindow : public QWidget {
   // Shows and activates the window, which now reports what the user does.
   void Present(Report report);
 
-  // Takes the window off the screen at once and empties it. What was in it is deleted when no
-  // handler of it is running.
+  // Takes the window off the screen at once and empties it, so that a screen reader finds nothing
+  // in it. What was in it is deleted when no handler of it is running.
   virtual void Dismiss();
 
   // The role and the description that a screen reader is given.
@@ -42,6 +42,7 @@ class ModalWindow : public QWidget {
 
   // The order of Tab; hidden and disabled widgets in it are passed over.
   void SetTabOrder(std::vector<QWidget*> order) { content_.tab_order = std::move(order); }
+  void AddToTabOrder(QWidget* widget) { content_.tab_order.push_back(widget); }
 
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -51,6 +52,7 @@ class ModalWindow : public QWidget {
   bool HandleKey(const QKeyEvent& key);
   bool Repeats(const QKeyEvent& key) const;
   bool ShowCutText(const QObject* object, const QPoint& position);
+  void DropNativeWindow();
   void StandAboveHostWindow();
 
   // All that belongs to one dialog.

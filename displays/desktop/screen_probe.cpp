@@ -32,11 +32,14 @@ bool WaylandAnswers() {
   return answers;
 }
 
-std::string NoAnswer() {
-  const std::string x11 = Environment("DISPLAY");
-  const std::string wayland = Environment("WAYLAND_DISPLAY");
-  if (x11.empty() && wayland.empty()) return "neither DISPLAY nor WAYLAND_DISPLAY is set";
-  return "no answer from the screen " + (x11.empty() ? wayland : x11);
+std::string NoAnswer(bool x11_wanted, bool wayland_wanted) {
+  const std::string x11 = x11_wanted ? Environment("DISPLAY") : "";
+  const std::string wayland = wayland_wanted ? Environment("WAYLAND_DISPLAY") : "";
+  if (!x11.empty() || !wayland.empty()) {
+    return "no answer from the screen " + (x11.empty() ? wayland : x11);
+  }
+  if (x11_wanted && wayland_wanted) return "neither DISPLAY nor WAYLAND_DISPLAY is set";
+  return std::string(x11_wanted ? "DISPLAY" : "WAYLAND_DISPLAY") + " is not set";
 }
 
 }  // namespace
@@ -50,7 +53,7 @@ ScreenProbe::ScreenProbe() {
   const bool x11 = x11_wanted && XServerAnswers();
   const bool wayland = wayland_wanted && WaylandAnswers();
   if (!x11 && !wayland) {
-    why_none_ = NoAnswer();
+    why_none_ = NoAnswer(x11_wanted, wayland_wanted);
   } else if (x11 != wayland) {
     setenv("QT_QPA_PLATFORM", x11 ? "xcb" : "wayland", 0);
   }

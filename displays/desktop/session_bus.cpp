@@ -1,5 +1,6 @@
 #include "displays/desktop/session_bus.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -19,7 +20,9 @@ bool HasSessionBus() {
   const std::string address = Environment(kAddress);
   if (!address.empty()) return address != kNone;
   const std::string folder = Environment("XDG_RUNTIME_DIR");
-  return !folder.empty() && access((folder + "/bus").c_str(), F_OK) == 0;
+  struct stat bus {};
+  return !folder.empty() && stat((folder + "/bus").c_str(), &bus) == 0 && S_ISSOCK(bus.st_mode) &&
+         bus.st_uid == geteuid();  // another user's is no use
 }
 
 void StartNoSessionBus() {

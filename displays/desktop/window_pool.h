@@ -8,8 +8,9 @@
 
 namespace desktop {
 
-// The program's windows. Two of a kind take turns, so that a key that was on its way to the last
-// dialog cannot answer the next one.
+// The program's windows: two for dialogs and two for alerts. Those of a kind take turns, so that a
+// key that was on its way to one dialog cannot answer the next, and a window manager is done with
+// hiding a window before it is placed anew.
 class WindowPool {
  public:
   // A window filled with the dialog, to present and to dismiss. The pool keeps it.

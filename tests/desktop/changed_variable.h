@@ -18,7 +18,13 @@ class ChangedVariable {
   ~ChangedVariable() { Set(before_ ? before_->c_str() : nullptr); }
 
  private:
-  void Set(const char* value) const { value ? setenv(name_, value, 1) : unsetenv(name_); }
+  void Set(const char* value) const {
+    if (value) {
+      setenv(name_, value, 1);
+    } else {
+      unsetenv(name_);
+    }
+  }
 
   const char* name_;
   std::optional<std::string> before_;

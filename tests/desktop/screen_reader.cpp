@@ -18,9 +18,7 @@ constexpr std::array kStates{State{1, "active"},   State{4, "checked"}, State{10
                              State{12, "focused"}, State{16, "modal"},  State{23, "selected"},
                              State{39, "default"}};
 constexpr unsigned kEnabled = 8;
-constexpr unsigned kShowing = 25;
 constexpr unsigned kPasswordRole = 40;  // its name is that of any text
-constexpr int kWindowDepth = 1;         // below the programs
 
 }  // namespace
 
@@ -82,17 +80,14 @@ std::vector<ScreenReader::Node> ScreenReader::Children(const Node& node) const {
   return children;
 }
 
-bool ScreenReader::Has(const Node& node, unsigned state) const {
-  const auto words = qdbus_cast<QList<uint>>(Call(node, kAccessible, "GetState"));
-  return words.value(state / 32) >> state % 32 & 1;
-}
-
 std::string ScreenReader::States(const Node& node) const {
+  const auto words = qdbus_cast<QList<uint>>(Call(node, kAccessible, "GetState"));
+  const auto has = [&](unsigned bit) { return words.value(bit / 32) >> bit % 32 & 1; };
   std::string text;
   for (const State& state : kStates) {
-    if (Has(node, state.bit)) text += std::string(" ") + state.name;
+    if (has(state.bit)) text += std::string(" ") + state.name;
   }
-  return Has(node, kEnabled) ? text : text + " disabled";
+  return has(kEnabled) ? text : text + " disabled";
 }
 
 std::string ScreenReader::Describe(const Node& node) const {
@@ -110,7 +105,6 @@ std::string ScreenReader::Describe(const Node& node) const {
 void ScreenReader::Walk(const Node& node, const std::function<void(const Node&, int)>& visit,
                         int depth) const {
   for (const Node& child : Children(node)) {
-    if (depth == kWindowDepth && !Has(child, kShowing)) continue;
     visit(child, depth);
     Walk(child, visit, depth + 1);
   }

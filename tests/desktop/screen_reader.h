@@ -19,7 +19,7 @@ class ScreenReader {
   // The one of this process. Display processes that start from now on see that it is there.
   static ScreenReader& Get();
 
-  // Every window that is shown, a line for each node: role, name, (description), [text] and
+  // Every window on the desktop, a line for each node: role, name, (description), [text] and
   // states, two blanks further in than the node that it belongs to.
   std::string Tree() const;
 
@@ -45,7 +45,6 @@ class ScreenReader {
   QVariant Property(const Node& node, const char* interface, const char* name) const;
   std::vector<Node> Children(const Node& node) const;
   std::string Describe(const Node& node) const;
-  bool Has(const Node& node, unsigned state) const;
   std::string States(const Node& node) const;
   void Walk(const Node& node, const std::function<void(const Node&, int depth)>& visit,
             int depth = 0) const;

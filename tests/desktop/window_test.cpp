@@ -11,6 +11,29 @@ class ManagedWindow : public UserTest {
  protected:
   ManagedWindow() : UserTest(XSession::Manager::kOpenbox) {}
 
+  // A list where the window manager does not put it.
+  static display::Window OutsideList() {
+    display::Window list = ListDialog(false);
+    list.content = At(900, 1100, 1225, 1525);
+    return list;
+  }
+
+  void ExpectOutsideList(xcb_window_t window) {
+    EXPECT_TRUE(WaitFor([&] { return Corner(window) == "1100 900 "; }));
+    const std::string properties =
+        XSession::Properties(window, "WM_NORMAL_HINTS _NET_WM_STATE _NET_WM_NAME");
+    for (const char* part :
+         {"maximum size: 425 by 325", "_NET_WM_STATE_ABOVE", "_NET_WM_STATE_MODAL", "= \"List\""}) {
+      EXPECT_NE(properties.find(part), std::string::npos) << part << " in " << properties;
+    }
+    EXPECT_EQ(AfterKey("Tab Down"), "row 1 200");
+  }
+
+  static bool IsMapped(xcb_window_t window) {
+    return OutputOf("xwininfo -id " + std::to_string(window)).find("IsUnMapped") ==
+           std::string::npos;
+  }
+
   // Where the content's corner is, seen from outside.
   std::string Corner(xcb_window_t window) {
     return OutputOf("xwininfo -id " + std::to_string(window) +
@@ -31,27 +54,41 @@ TEST_F(ManagedWindow, ContentStandsOnItsPixelInsideTheFrame) {
 TEST_F(ManagedWindow, ThatIsUsedAgainIsAsNew) {
   const xcb_window_t first = Open(Dialog({Field(1, ControlKind::kEdit, "Ann")}, 1, "First"));
   OutputOf("xdotool windowmove --sync " + std::to_string(first) + " 20 30");
+  display_.Close();
+  Open(display::Alert{1, "Second", "", "OK", {}, {}});
+  display_.Close();
+  EXPECT_EQ(Open(OutsideList()), first);
+  ExpectOutsideList(first);
+}
+
+TEST_F(ManagedWindow, ThatWasMinimisedIsAsNewAndGone) {
+  const xcb_window_t first = Open(Dialog({Field(1, ControlKind::kEdit, "Ann")}, 1, "First"));
   OutputOf("xdotool windowminimize --sync " + std::to_string(first));
   user_.RequestClose(first);
   EXPECT_EQ(Next(), "close");
   display_.Close();
   Open(display::Alert{1, "Second", "", "OK", {}, {}});
+  EXPECT_FALSE(IsMapped(first));
   display_.Close();
-  display::Window third = ListDialog(false);
-  third.content = At(900, 1100, 1225, 1525);  // where the window manager does not put it
-  EXPECT_EQ(Open(third), first);
-  EXPECT_TRUE(WaitFor([&] { return Corner(first) == "1100 900 "; }));
-  const std::string properties = XSession::Properties(first, "WM_NORMAL_HINTS _NET_WM_STATE");
-  for (const char* part : {"maximum size: 425 by 325", "_NET_WM_STATE_ABOVE"}) {
-    EXPECT_NE(properties.find(part), std::string::npos) << part << " in " << properties;
-  }
-  EXPECT_EQ(AfterKey("Tab Down"), "row 1 200");
+  ExpectOutsideList(Open(OutsideList()));
 }
 
 TEST_F(ManagedWindow, CloseRequestIsReportedAndTheWindowStays) {
   user_.RequestClose(Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "A title [*] & <b>")));
   EXPECT_EQ(Next(), "close");
   EXPECT_EQ(AfterKey("Return"), "return");
+}
+
+// Nobody else raises it there.
+TEST_F(Window, ThatIsUsedAgainStandsAboveOthersWithoutWindowManager) {
+  display::Window dialog = Dialog({}, 0);
+  dialog.content = At(0, 0, 225, 425);
+  const xcb_window_t first = Open(dialog);
+  display_.Close();
+  user_.MakeWindow();  // at the dialog's corner
+  Open(dialog);
+  display_.Close();
+  EXPECT_EQ(Open(dialog), first);
 }
 
 TEST_F(Window, CloseRequestWithoutWindowManager) {

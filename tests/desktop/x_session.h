@@ -152,11 +152,13 @@ class XSession {
     return WaitFor([&] { return PixelAt(x, y) != from; });
   }
 
-  // Another program's window.
+  // Another program's window, a black one.
   xcb_window_t MakeWindow() const {
     const xcb_window_t window = xcb_generate_id(connection_);
+    const uint32_t black = 0;
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, Root(), 0, 0, 50, 50, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL,
+                      &black);
     xcb_map_window(connection_, window);
     xcb_flush(connection_);
     return window;
