@@ -5,7 +5,7 @@
 
 #include "bench/bare.h"
 #include "bench/in_process.h"
-#include "bench/plugin.h"
+#include "bench/loaded_plugin.h"
 
 namespace bench {
 namespace {

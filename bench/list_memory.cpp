@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "bench/plugin.h"
+#include "bench/loaded_plugin.h"
 #include "bench/row.h"
 
 extern "C" {

@@ -24,10 +24,11 @@ import json
 import os
 import sys
 
-FOLDERS = ["host", "state", "windows", "dialogs", "results", "platform/corefoundation",
+FOLDERS = ["plugin/frame", "plugin/state", "plugin/presets", "plugin/results", "plugin/windows",
+           "plugin/dialogs", "plugin/host", "platform/corefoundation",
            "platform/fmwrapper", "platform/carbon", "displays/scripted"]
 # A process of its own shows these dialogs; the desktop's tests reach it.
-ELSEWHERE = "platform/carbon/desktop_display."
+ELSEWHERE = "displays/protocol/"
 
 
 def conditions(branches, is_switch):

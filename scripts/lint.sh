@@ -12,8 +12,8 @@ git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
 
 headers=$(git ls-files '*.h' .clang-tidy | xargs cat | cksum | tr ' ' -)
 export build stamps headers
-git ls-files 'host/*.cpp' 'state/*.cpp' 'windows/*.cpp' 'dialogs/*.cpp' 'results/*.cpp' \
-    'platform/*.cpp' 'displays/*.cpp' 'workbench/*.cpp' |
+git ls-files 'plugin/*.cpp' \
+    'platform/*.cpp' 'displays/*.cpp' 'calculation/*.cpp' 'workbench/*.cpp' |
   xargs -P "$(nproc)" -I{} sh -c '
     stamp=$stamps/$(cat "{}" | cksum | tr " " -)-$headers
     [ -e "$stamp" ] && exit 0

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "workbench/calculation/nearest.h"
+#include "calculation/nearest.h"
 #include "workbench/failure.h"
 
 namespace workbench {

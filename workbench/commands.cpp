@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "workbench/calculation/unicode.h"
+#include "calculation/unicode.h"
 #include "workbench/check/check.h"
 #include "workbench/files.h"
 #include "workbench/output.h"

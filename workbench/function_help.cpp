@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "workbench/calculation/nearest.h"
-#include "workbench/calculation/unicode.h"
+#include "calculation/nearest.h"
+#include "calculation/unicode.h"
 
 namespace workbench {
 namespace {

@@ -1,10 +1,11 @@
 #include "workbench/observers.h"
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
+#include "displays/protocol/display_json.h"
 #include "displays/scripted/answers.h"
 #include "displays/scripted/dialog_name.h"
-#include "platform/carbon/display_json.h"
 #include "workbench/child_program.h"
 
 namespace workbench {
@@ -14,7 +15,7 @@ constexpr const char* kPasswordPlaceholder = "<password>";
 constexpr const char* kPainter = "tarvo-desktop";
 
 std::string ToLine(const display::Description& dialog) {
-  return display::ToJson(dialog).dump(-1, ' ', false, display::Json::error_handler_t::replace);
+  return display::ToText(display::ToJson(dialog));
 }
 
 }  // namespace

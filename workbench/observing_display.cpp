@@ -77,7 +77,8 @@ bool ObservingDisplay::Tell(Report report) {
 bool ObservingDisplay::IsSecret(const Action& action) const {
   return std::any_of(controls_.begin(), controls_.end(), [&](const Control& control) {
     if (control.kind != ControlKind::kPassword) return false;
-    return (action.kind == Action::Kind::kEnter && control.id == display::FieldId(action.number)) ||
+    return (action.kind == Action::Kind::kEnter &&
+            control.id == control_id::Field(action.number)) ||
            (action.kind == Action::Kind::kType && control.focused);
   });
 }

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <nlohmann/json.hpp>
 
-#include "platform/carbon/display_json.h"
-#include "workbench/calculation/unicode.h"
+#include "calculation/unicode.h"
+#include "displays/protocol/display_json.h"
 #include "workbench/failure.h"
 
 namespace workbench {
@@ -37,8 +38,6 @@ std::string FormatResultAsJson(const calculation::Value& result) {
                    : R"({"type": "text", "result": )" + JsonText(text) + "}\n";
 }
 
-std::string JsonText(std::string_view text) {
-  return display::Json(text).dump(-1, ' ', false, display::Json::error_handler_t::replace);
-}
+std::string JsonText(std::string_view text) { return display::ToText(text); }
 
 }  // namespace workbench

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "workbench/calculation/value.h"
+#include "calculation/value.h"
 
 namespace workbench {
 

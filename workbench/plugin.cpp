@@ -7,7 +7,7 @@
 #include <exception>
 #include <filesystem>
 
-#include "workbench/calculation/unicode.h"
+#include "calculation/unicode.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
 

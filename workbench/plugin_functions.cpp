@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "workbench/calculation/unicode.h"
+#include "calculation/unicode.h"
 #include "workbench/failure.h"
 
 namespace workbench {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "calculation/external_functions.h"
 #include "platform/fmwrapper/FMHost.h"
-#include "workbench/calculation/external_functions.h"
 #include "workbench/user.h"
 
 namespace workbench {

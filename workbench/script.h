@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "workbench/calculation/evaluator.h"
-#include "workbench/calculation/parser.h"
-#include "workbench/calculation/source.h"
+#include "calculation/evaluator.h"
+#include "calculation/parser.h"
+#include "calculation/source.h"
 
 namespace workbench {
 

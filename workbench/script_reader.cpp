@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "workbench/calculation/lexer.h"
+#include "calculation/lexer.h"
 #include "workbench/script.h"
 
 namespace workbench {

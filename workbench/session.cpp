@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "workbench/calculation/parser.h"
-#include "workbench/calculation/unicode.h"
+#include "calculation/parser.h"
+#include "calculation/unicode.h"
 #include "workbench/failure.h"
 #include "workbench/function_help.h"
 #include "workbench/output.h"

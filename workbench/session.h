@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "workbench/calculation/evaluator.h"
-#include "workbench/calculation/source.h"
+#include "calculation/evaluator.h"
+#include "calculation/source.h"
 #include "workbench/options.h"
 #include "workbench/plugin.h"
 #include "workbench/plugin_functions.h"

@@ -56,7 +56,7 @@ std::string Explain(const display::ScriptedDisplay::Failure& failure) {
 User::User(const Options& options) {
   std::vector<Answer> answers = ReadAnswers(options);
   if (IsScripted(options)) scripted_.emplace(std::move(answers));
-  display::Display& shown_on = scripted_ ? *scripted_ : *carbon::DesktopDisplay();
+  display::Display& shown_on = scripted_ ? *scripted_ : carbon::DefaultDisplay();
   display_.emplace(shown_on, MakeObservers(options));
   carbon::SetDisplay(&*display_);
 }

@@ -10,7 +10,7 @@
 
 #include "displays/desktop/alert_icon.h"
 #include "displays/desktop/look.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {
@@ -27,7 +27,7 @@ constexpr int kTitleBar = 40;   // room for the window manager's
 display::Control ButtonControl(int number, const std::string& text) {
   display::Control control;
   control.kind = display::ControlKind::kButton;
-  control.id = display::ButtonId(number);
+  control.id = control_id::Button(number);
   control.text = text;
   control.is_default = number == 1;
   return control;

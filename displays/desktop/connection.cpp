@@ -31,10 +31,8 @@ Connection::~Connection() {
   close(fd_);
 }
 
-void Connection::Send(const display::Json& message) {
-  unsent_ += QByteArray::fromStdString(
-      message.dump(-1, ' ', false, display::Json::error_handler_t::replace));
-  unsent_ += '\n';
+void Connection::Send(const std::string& line) {
+  unsent_ += QByteArray::fromStdString(line);
   Write();
 }
 
@@ -55,7 +53,7 @@ void Connection::HandleLines() {
     for (qsizetype end = received_.indexOf('\n'); end >= 0; end = received_.indexOf('\n')) {
       const QByteArray line = received_.first(end);
       received_.remove(0, end + 1);
-      listener_.received(display::Json::parse(line.begin(), line.end()));
+      listener_.received({line.constData(), static_cast<std::size_t>(line.size())});
     }
   } catch (const std::exception& error) {
     Stop();

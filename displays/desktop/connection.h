@@ -3,19 +3,19 @@
 #include <QByteArray>
 #include <QSocketNotifier>
 #include <functional>
-
-#include "platform/carbon/display_json.h"
+#include <string>
+#include <string_view>
 
 namespace desktop {
 
-// The socket to the host: one JSON object a line, both ways. Neither direction ever blocks, so a
+// The socket to the host: a message a line, both ways. Neither direction ever blocks, so a
 // host that is stopped for a while does not stop the drawing.
 class Connection {
  public:
   struct Listener {
-    std::function<void(const display::Json&)> received;
+    std::function<void(std::string_view line)> received;
     std::function<void()> closed;                    // the host has ended
-    std::function<void(const std::string&)> broken;  // what arrived makes no sense, and why
+    std::function<void(const std::string&)> broken;  // what `received` threw
   };
 
   // Takes ownership of the connected stream socket `fd`. The listener is called from Qt's event
@@ -25,7 +25,8 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
   ~Connection();
 
-  void Send(const display::Json& message);
+  // Sends a line with its end.
+  void Send(const std::string& line);
 
  private:
   void Read();

@@ -34,10 +34,6 @@ ControlView* MakeControlView(const display::Control& control, QWidget* parent,
   return nullptr;
 }
 
-int FieldNumber(const display::Control& control) { return (control.id - display::FieldId(0)) / 2; }
-
-int ButtonNumber(const display::Control& control) { return control.id - display::ButtonId(0); }
-
 QRect RectOf(const display::Control& control) {
   const Rect& rect = control.rect;
   return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};

@@ -36,10 +36,6 @@ class ControlView {
 ControlView* MakeControlView(const display::Control& control, QWidget* parent,
                              ControlView::Report report);
 
-// The number of the field or button in the user's counting.
-int FieldNumber(const display::Control& control);
-int ButtonNumber(const display::Control& control);
-
 QRect RectOf(const display::Control& control);
 
 }  // namespace desktop

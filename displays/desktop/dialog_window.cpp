@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <utility>
 
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {
@@ -17,6 +17,12 @@ bool IsInput(const Control& control) {
 
 // The cancel control is Escape and nothing to look at, whether or not Escape is allowed.
 bool IsSeen(const Control& control) { return control.visible && !control.is_cancel; }
+
+// The id of the text that names an input.
+int LabelOf(const Control& input) {
+  if (input.kind == ControlKind::kList) return control_id::kMessage;
+  return control_id::Label(control_id::FieldNumber(input.id));
+}
 
 // Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
 // name.
@@ -101,18 +107,17 @@ void DialogWindow::OrderTabs() {
   SetTabOrder(std::move(inputs));
 }
 
-// A label is the static text whose id is one below its field's. The list and the window itself go
-// by the message, which is number 1.
+// The list and the window itself go by the message.
 void DialogWindow::NameInputs() {
   for (const Control& label : description_.controls) {
     if (label.kind != ControlKind::kStatic) continue;
     const QString text = ToQString(label.text.value_or(""));
-    if (label.id == 1) setAccessibleDescription(text);
+    if (label.id == control_id::kMessage) setAccessibleDescription(text);
     for (std::size_t i = 0; i < views_.size(); ++i) {
       const Control& input = description_.controls[i];
-      const bool labels =
-          input.kind == ControlKind::kList ? label.id == 1 : input.id == label.id + 1;
-      if (views_[i] && IsInput(input) && labels) views_[i]->Widget()->setAccessibleName(text);
+      if (views_[i] && IsInput(input) && label.id == LabelOf(input)) {
+        views_[i]->Widget()->setAccessibleName(text);
+      }
     }
   }
 }

@@ -3,14 +3,14 @@
 #include <limits>
 
 #include "displays/desktop/look.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 
 using display::Action;
 
 EditText::EditText(const display::Control& control, QWidget* parent)
-    : QLineEdit(parent), number_(FieldNumber(control)) {
+    : QLineEdit(parent), number_(control_id::FieldNumber(control.id)) {
   setMaxLength(std::numeric_limits<int>::max());
   if (control.kind == display::ControlKind::kPassword) setEchoMode(QLineEdit::Password);
   setFont(SmallFont());

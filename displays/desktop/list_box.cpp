@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "displays/desktop/look.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {

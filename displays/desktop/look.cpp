@@ -13,7 +13,7 @@
 #include <cmath>
 
 #include "displays/desktop/colours.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {

@@ -10,11 +10,12 @@
 #include <string>
 #include <thread>
 
+#include "displays/desktop/host_session.h"
 #include "displays/desktop/look.h"
 #include "displays/desktop/render.h"
 #include "displays/desktop/screen_probe.h"
-#include "displays/desktop/session.h"
 #include "displays/desktop/session_bus.h"
+#include "displays/protocol/messages.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ int ServeHost(int argc, char** argv, int fd) {
   QApplication application(argc, argv);
   probe.reset();
   desktop::SetUpLook();
-  desktop::Session session(fd);
+  desktop::HostSession session(fd);
   fonts.join();  // the first dialog needs them, and would begin to read them anew
   return QApplication::exec();
 }
@@ -77,6 +78,6 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   if (option == "--render") return Render(own_arguments, argv, argument);
   const int fd = DescriptorFrom(argument);
-  if (option != "--connection" || fd < 0) return Usage();
+  if (option != display::protocol::kConnectionOption || fd < 0) return Usage();
   return ServeHost(own_arguments, argv, fd);
 }

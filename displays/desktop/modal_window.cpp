@@ -9,7 +9,7 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {

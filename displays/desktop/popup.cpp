@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "displays/desktop/look.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {
@@ -77,9 +77,11 @@ Popup::Popup(const display::Control& control, QWidget* parent, const Report& rep
   setItemDelegate(new LineDelegate(kItemHeight, this));
   setAttribute(Qt::WA_Hover);
   if (control.items) addItems(ItemTexts(control));
-  connect(this, &QComboBox::activated, this, [number = FieldNumber(control), report](int index) {
-    report({.kind = Action::Kind::kChoose, .number = number, .item = index + 1, .text = {}});
-  });
+  connect(
+      this, &QComboBox::activated, this,
+      [number = control_id::FieldNumber(control.id), report](int index) {
+        report({.kind = Action::Kind::kChoose, .number = number, .item = index + 1, .text = {}});
+      });
 }
 
 void Popup::Update(const display::Control& control) {

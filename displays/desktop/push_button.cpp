@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "displays/desktop/look.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {
@@ -23,9 +23,10 @@ PushButton::PushButton(const display::Control& control, QWidget* parent, const R
   setFont(SmallFont());
   setGeometry(RectOf(control));
   setAttribute(Qt::WA_Hover);
-  connect(this, &QPushButton::clicked, this, [number = ButtonNumber(control), report] {
-    report({.kind = Action::Kind::kPress, .number = number, .text = {}});
-  });
+  connect(this, &QPushButton::clicked, this,
+          [number = control_id::ButtonNumber(control.id), report] {
+            report({.kind = Action::Kind::kPress, .number = number, .text = {}});
+          });
 }
 
 void PushButton::Update(const display::Control& control) {

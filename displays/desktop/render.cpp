@@ -5,9 +5,9 @@
 #include <exception>
 #include <iostream>
 
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 #include "displays/desktop/window_pool.h"
-#include "platform/carbon/display_json.h"
+#include "displays/protocol/display_json.h"
 
 namespace desktop {
 namespace {
@@ -28,7 +28,7 @@ std::string RenderDialog(const std::string& file) {
   std::string line;
   std::getline(std::cin, line);
   try {
-    return Draw(display::DescriptionFromJson(display::Json::parse(line)), file);
+    return Draw(display::ParseDescription(line), file);
   } catch (const std::exception& error) {
     return "the description on standard input: " + std::string(error.what());
   }

@@ -3,7 +3,7 @@
 #include <QPainter>
 
 #include "displays/desktop/look.h"
-#include "displays/desktop/text.h"
+#include "displays/desktop/shown_text.h"
 
 namespace desktop {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 constexpr int kMessagePadding = 3;
 
 // Statics that have a field's label number; the message is number 1.
-bool IsLabel(const display::Control& control) { return control.id >= display::FieldId(1) - 1; }
+bool IsLabel(const display::Control& control) { return control.id >= control_id::Field(1) - 1; }
 
 }  // namespace
 

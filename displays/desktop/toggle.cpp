@@ -50,7 +50,7 @@ void SetUp(QAbstractButton& button, const display::Control& control,
   button.setAttribute(Qt::WA_Hover);
   button.setAutoExclusive(false);
   QObject::connect(&button, &QAbstractButton::clicked, &button,
-                   [number = FieldNumber(control), report] {
+                   [number = control_id::FieldNumber(control.id), report] {
                      report({.kind = Action::Kind::kClick, .number = number, .text = {}});
                    });
 }

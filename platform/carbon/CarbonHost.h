@@ -8,12 +8,14 @@
 
 namespace carbon {
 
-// Dialogs are shown on this display from now on; it must outlive them. Null: on the desktop again,
-// which is where they are shown unless a host says otherwise.
+// Dialogs are shown on this display from now on; it must outlive them. Null: on the default one
+// again.
 void SetDisplay(display::Display* display);
 
-// The display process on the desktop, started when it is first needed. Never null.
-display::Display* DesktopDisplay();
+// The display that is used unless a host chooses another. Carbon knows none: the displays define
+// this, and whoever builds Carbon links theirs into it. It lives as long as the process and starts
+// nothing before it is needed.
+display::Display& DefaultDisplay();
 
 // Windows, controls, menus, handlers, events and alerts that are alive. Leak tests compare it.
 long LiveObjects();

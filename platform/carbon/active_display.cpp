@@ -1,7 +1,6 @@
 #include "platform/carbon/active_display.h"
 
 #include "platform/carbon/CarbonHost.h"
-#include "platform/carbon/desktop_display.h"
 #include "platform/carbon/objects.h"
 
 namespace carbon {
@@ -12,16 +11,10 @@ display::Display* chosen_display = nullptr;
 }  // namespace
 
 display::Display& ActiveDisplay() {
-  return chosen_display != nullptr ? *chosen_display : *DesktopDisplay();
+  return chosen_display != nullptr ? *chosen_display : DefaultDisplay();
 }
 
 void SetDisplay(display::Display* display) { chosen_display = display; }
-
-// Never destroyed: the display process ends when the host does, however it ends.
-display::Display* DesktopDisplay() {
-  static auto* display = new display::DesktopDisplay;
-  return display;
-}
 
 long LiveObjects() {
   const Objects& all = All();

@@ -1,7 +1,7 @@
 #include "platform/carbon/active_display.h"
 #include "platform/carbon/objects.h"
 #include "platform/carbon/shown_dialog.h"
-#include "platform/carbon/text.h"
+#include "platform/carbon/text_conversion.h"
 
 namespace carbon {
 namespace {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "platform/carbon/objects.h"
-#include "platform/carbon/text.h"
+#include "platform/carbon/text_conversion.h"
 
 namespace carbon {
 namespace {

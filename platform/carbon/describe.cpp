@@ -1,6 +1,6 @@
 #include "platform/carbon/describe.h"
 
-#include "platform/carbon/text.h"
+#include "platform/carbon/text_conversion.h"
 
 namespace carbon {
 namespace {

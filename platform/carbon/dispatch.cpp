@@ -4,7 +4,7 @@
 #include <limits>
 #include <string>
 
-#include "platform/carbon/text.h"
+#include "platform/carbon/text_conversion.h"
 
 namespace carbon {
 namespace {
@@ -54,7 +54,7 @@ std::shared_ptr<Control> FindById(const Window& window, int id) {
 
 // Field N where it is of a kind that `accepts` takes, otherwise null.
 std::shared_ptr<Control> FindField(const Window& window, int number, bool (*accepts)(ControlKind)) {
-  auto control = FindById(window, display::FieldId(number));
+  auto control = FindById(window, control_id::Field(number));
   return control && accepts(control->kind) ? control : nullptr;
 }
 
@@ -142,7 +142,7 @@ std::string PressButton(WindowRef reference, const std::shared_ptr<Control>& but
 }
 
 std::string Press(WindowRef reference, const Window& window, const Action& action) {
-  const auto button = FindById(window, display::ButtonId(action.number));
+  const auto button = FindById(window, control_id::Button(action.number));
   if (!button || button->kind != ControlKind::kButton) return Missing("button", action.number);
   return PressButton(reference, button);
 }

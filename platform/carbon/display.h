@@ -22,6 +22,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/carbon/control_ids.h"
 #include "platform/carbon/geometry.h"
 
 namespace display {
@@ -32,7 +33,7 @@ enum class ControlKind { kStatic, kButton, kEdit, kPassword, kPopup, kCheckBox, 
 struct Control {
   ControlKind kind = ControlKind::kStatic;
   std::string command;              // four characters
-  int id = 0;                       // numbers buttons and fields, see below
+  int id = 0;                       // numbers buttons and fields, see control_ids.h
   Rect rect;                        // in window content coordinates
   std::optional<std::string> text;  // title or content; of a password field always empty
   std::optional<int> value;         // 0 or 1 of a toggle, the shown item of a pop-up (from 1)
@@ -70,10 +71,6 @@ struct Alert {
 };
 
 using Description = std::variant<Window, Alert>;
-
-// The number half of a control's id numbers it for the user: button K (1 to 4), field N (1 to 4).
-constexpr int ButtonId(int number) { return 199 + number; }
-constexpr int FieldId(int number) { return 203 + 2 * number; }
 
 struct Action {
   enum class Kind {

@@ -1,5 +1,5 @@
 #include "platform/carbon/objects.h"
-#include "platform/carbon/text.h"
+#include "platform/carbon/text_conversion.h"
 
 OSStatus CreateNewMenu(std::int16_t /*menu_id*/, std::uint32_t /*attributes*/, MenuRef* menu) {
   return carbon::AddTo(carbon::All().menus, carbon::Menu(), menu);

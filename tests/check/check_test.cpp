@@ -6,12 +6,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/carbon/display_json.h"
-#include "tests/temporary_folder.h"
+#include "displays/protocol/display_json.h"
+#include "tests/support/temporary_folder.h"
 
 namespace workbench {
 namespace {

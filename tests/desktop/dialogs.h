@@ -35,7 +35,7 @@ inline Control Field(int number, ControlKind kind, const std::string& text = "")
   const bool toggle = kind == ControlKind::kCheckBox || kind == ControlKind::kRadio;
   const Rect rect =
       toggle ? At(57 + down, 145, 77 + down, 165) : At(60 + down, 150, 75 + down, 410);
-  Control field = MakeControl(kind, display::FieldId(number), rect, text);
+  Control field = MakeControl(kind, control_id::Field(number), rect, text);
   field.value = 0;
   return field;
 }
@@ -50,7 +50,7 @@ inline Control PopupField(int number, std::vector<std::string> items) {
 inline Control Button(int number, int top, const std::string& text) {
   constexpr std::array kLefts{323, 218, 113, 8};
   const int left = kLefts[static_cast<std::size_t>(number - 1)];
-  Control button = MakeControl(ControlKind::kButton, display::ButtonId(number),
+  Control button = MakeControl(ControlKind::kButton, control_id::Button(number),
                                At(top, left, top + 32, left + 90), text);
   button.is_default = number == 1;
   return button;
@@ -65,7 +65,7 @@ inline display::Window Dialog(const std::vector<Control>& fields, int focus,
                      MakeControl(ControlKind::kButton, 999, At(500, 500, 510, 510))};
   window.controls.back().is_cancel = true;
   for (const Control& field : fields) {
-    const int number = (field.id - display::FieldId(0)) / 2;
+    const int number = (field.id - control_id::Field(0)) / 2;
     window.controls.push_back(MakeControl(ControlKind::kStatic, field.id - 1,
                                           At(30 * number + 30, 5, 30 * number + 45, 140),
                                           "Label " + std::to_string(number)));

@@ -5,8 +5,8 @@
 #include <future>
 
 #include "tests/desktop/x_session.h"
-#include "tests/run_program.h"
-#include "tests/temporary_folder.h"
+#include "tests/support/run_program.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "tests/desktop/changed_variable.h"
 #include "tests/desktop/processes.h"
 #include "tests/desktop/user_test.h"
-#include "tests/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace desktop_test {
 namespace {
@@ -152,7 +152,7 @@ TEST_F(SeparateHost, DisplayEndsWhenItIsKilledThoughAChildHoldsItsSocket) {
 
 TEST(Screen, ServerThatEndsInMidDialogEndsTheDialog) {
   auto user = std::make_unique<XSession>(XSession::Manager::kNone);
-  display::DesktopDisplay display;
+  display::DisplayProcess display("tarvo-desktop");
   ASSERT_TRUE(display.Open(Dialog({}, 0)));
   ASSERT_NE(user->ActiveWindow("Dialog"), 0U);
   user.reset();
@@ -165,7 +165,7 @@ TEST(Screen, MayStartAnewWithItsLastClient) {
   for (int i = 0; i < 5; ++i) {
     const Process server({"Xvfb", "-displayfd", "1", "-nolisten", "tcp"}, Process::Output::kRead);
     setenv("DISPLAY", (":" + server.Line()).c_str(), 1);
-    display::DesktopDisplay display;
+    display::DisplayProcess display("tarvo-desktop");
     EXPECT_TRUE(display.Open(Dialog({}, 0)));
   }
   unsetenv("DISPLAY");
@@ -184,7 +184,7 @@ TEST(Screen, WithoutOneNothingOpens) {
         Case{"wayland", ":4711", "WAYLAND_DISPLAY is not set"}}) {
     const ChangedVariable chosen("QT_QPA_PLATFORM", platform);
     setenv("DISPLAY", nowhere, 1);
-    display::DesktopDisplay display;
+    display::DisplayProcess display("tarvo-desktop");
     EXPECT_FALSE(display.Open(Dialog({}, 0)));
     EXPECT_EQ(display.WhyLost(), reason);
     EXPECT_EQ(display.MainScreen(), At(0, 0, 1080, 1920));

@@ -55,7 +55,7 @@ int main(int argc, char**) {
   sigprocmask(SIG_BLOCK, &blocked, nullptr);
   open("/proc/self/maps", O_RDONLY);  // without close-on-exec
   const std::set<std::string> before = OwnState();
-  display::Display& display = *carbon::DesktopDisplay();
+  display::Display& display = carbon::DefaultDisplay();
   if (!display.Open(Dialog({Field(1, ControlKind::kEdit)}, 1))) return 1;
   if (argc > 1) LeaveChild();
   for (std::string said; said != "escape" && said != "gone";) {

@@ -5,12 +5,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <nlohmann/json.hpp>
 
-#include "platform/carbon/display_json.h"
+#include "displays/protocol/display_json.h"
 #include "tests/desktop/dialogs.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/x_session.h"
-#include "tests/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace desktop_test {
 namespace {

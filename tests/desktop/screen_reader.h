@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "tests/desktop/x_session.h"
-#include "tests/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace desktop_test {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "platform/carbon/desktop_display.h"
+#include "displays/protocol/display_process.h"
 #include "tests/desktop/dialogs.h"
 #include "tests/desktop/x_session.h"
 
@@ -51,7 +51,7 @@ class UserTest : public testing::Test {
   }
 
   XSession user_;
-  display::DesktopDisplay display_;
+  display::DisplayProcess display_{"tarvo-desktop"};
 };
 
 }  // namespace desktop_test

@@ -111,7 +111,7 @@ TEST_F(ManagedWindow, StaysAboveTheWindowThatTheHostNames) {
   const xcb_window_t host_window = user_.MakeWindow();
   for (const xcb_window_t named : {host_window, host_window + 1}) {  // the second is no window
     setenv("WINDOWID", std::to_string(named).c_str(), 1);
-    display::DesktopDisplay display;  // reads the environment when it starts
+    display::DisplayProcess display("tarvo-desktop");  // reads the environment when it starts
     ASSERT_TRUE(display.Open(Dialog({}, 0, "Above")));
     const xcb_window_t shown = user_.ActiveWindow("Above");
     char hexadecimal[16];

@@ -1,7 +1,7 @@
 #include <cstdint>
 #include <string>
 
-#include "tests/workbench/fake_functions.h"
+#include "tests/calculation/fake_functions.h"
 
 // A calculation from any bytes: a result, or an error that its source can explain.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

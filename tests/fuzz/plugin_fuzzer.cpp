@@ -7,7 +7,7 @@
 #include "platform/carbon/CarbonHost.h"
 #include "platform/corefoundation/CFHost.h"
 #include "platform/fmwrapper/FMHost.h"
-#include "state/dialog_state.h"
+#include "plugin/state/dialog_state.h"
 #include "tests/fuzz/bytes.h"
 
 extern "C" void FMExternCallProc(FMX_ExternCallPtr call);

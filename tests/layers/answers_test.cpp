@@ -1,8 +1,9 @@
 #include "displays/scripted/answers.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
-#include "platform/carbon/display_json.h"
+#include "displays/protocol/display_json.h"
 
 namespace {
 

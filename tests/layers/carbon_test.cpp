@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/carbon/CarbonHost.h"
-#include "tests/scripted_dialogs.h"
+#include "tests/support/scripted_dialogs.h"
 
 namespace {
 
@@ -79,7 +79,7 @@ class Carbon : public testing::Test {
   ControlRef Button(int number, OSType command) {
     ControlRef button = nullptr;
     CreatePushButtonControl(window_, &kBounds, CFSTR("Button"), &button);
-    return Identify(button, display::ButtonId(number), command);
+    return Identify(button, control_id::Button(number), command);
   }
 
   ListHandle List(ControlRef* control) {
@@ -179,7 +179,7 @@ TEST_F(Carbon, ADialogThatCannotBeShownHasNoAnswer) {
   setenv("DISPLAY", "", 1);
   setenv("WAYLAND_DISPLAY", "none", 1);
   for (display::Display* shown :
-       {static_cast<display::Display*>(&none), carbon::DesktopDisplay()}) {
+       {static_cast<display::Display*>(&none), &carbon::DefaultDisplay()}) {
     carbon::SetDisplay(shown == &none ? shown : nullptr);
     EXPECT_EQ(RunAppModalLoopForWindow(window_), eventLoopQuitErr);
     const AlertStdCFStringAlertParamRec parameters{};
@@ -241,12 +241,12 @@ TEST_F(Carbon, SaysWhatADialogDoesNotHave) {
   CreateStaticTextControl(window_, &kBounds, nullptr, nullptr, &control);
   CreateStaticTextControl(window_, &kBounds, CFSTR(""), nullptr, &control);
   CreateStaticTextControl(window_, &kBounds, CFSTR("message"), nullptr, &control);
-  Identify(control, display::ButtonId(1), kCommand);
+  Identify(control, control_id::Button(1), kCommand);
   ControlRef box = nullptr;
   CreateCheckBoxControl(window_, &kBounds, nullptr, 0, 0, &box);
-  Identify(box, display::FieldId(1), kCommand);
+  Identify(box, control_id::Field(1), kCommand);
   AdvanceKeyboardFocus(window_);
-  Identify(Popup({u"a"}), display::FieldId(2), kCommand);
+  Identify(Popup({u"a"}), control_id::Field(2), kCommand);
   List(&control);
   struct {
     const char* action;
@@ -275,7 +275,7 @@ TEST_F(Carbon, TabStopsAtNothingWhereThereIsNothing) {
 
 TEST_F(Carbon, CommandsCarryTheMenuChoiceAlone) {
   const ControlRef popup = Popup({u"a", u"b"});
-  const ControlID field{0, display::FieldId(1)};
+  const ControlID field{0, control_id::Field(1)};
   SetControlID(popup, &field);
   SetControlCommandID(popup, FourCharCode("MENU"));
   SetControlMaximum(popup, 1);

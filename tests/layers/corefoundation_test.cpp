@@ -7,7 +7,7 @@
 
 #include "platform/corefoundation/CFHost.h"
 #include "platform/corefoundation/encoding.h"
-#include "tests/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "tests/memory/failing_allocator.h"
-#include "tests/plugin/plugin_host.h"
+#include "tests/support/plugin_host.h"
 
 namespace {
 
@@ -99,7 +99,7 @@ TEST_F(LongLife, TwoThousandDesktopDialogsLeaveTheDisplayAsItWas) {
     Call(function, "4|message|OK|No|||a|b|c|d", "press 1");
     dialogs.push_back(display::DescriptionFromJson(Opened()));
   }
-  display::Display& desktop = *carbon::DesktopDisplay();
+  display::Display& desktop = carbon::DefaultDisplay();
   const auto show = [&](int rounds) {
     for (int i = 0; i < rounds; ++i) {
       ASSERT_TRUE(desktop.Open(dialogs[static_cast<std::size_t>(i) % dialogs.size()]));

@@ -5,9 +5,9 @@
 
 #include <set>
 
-#include "state/dialog_state.h"
+#include "plugin/state/dialog_state.h"
 #include "tests/memory/failing_allocator.h"
-#include "tests/plugin/plugin_host.h"
+#include "tests/support/plugin_host.h"
 
 namespace {
 

@@ -18,7 +18,7 @@ import subprocess
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ["host", "state", "windows", "dialogs", "results"]
+FOLDERS = ["plugin"]
 # The first finds most, so the others are linked only where it finds nothing.
 TESTS = ["plugin_test", "plugin_corpus_test", "failing_host_test", "code_set_test",
          "exhausted_memory_test"]

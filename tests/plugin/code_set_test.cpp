@@ -6,7 +6,7 @@
 #include <clocale>
 #include <cstdlib>
 
-#include "tests/plugin/plugin_host.h"
+#include "tests/support/plugin_host.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <typeinfo>
 
-#include "tests/plugin/plugin_host.h"
+#include "tests/support/plugin_host.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "host/localised_strings.h"
-#include "tests/plugin/plugin_host.h"
-#include "tests/temporary_folder.h"
+#include "plugin/host/localised_strings.h"
+#include "tests/support/plugin_host.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "tests/plugin/plugin_host.h"
+#include "tests/support/plugin_host.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "state/dialog_state.h"
-#include "tests/plugin/plugin_host.h"
-#include "windows/dialog_window.h"
+#include "plugin/state/dialog_state.h"
+#include "plugin/windows/standard_window.h"
+#include "tests/support/plugin_host.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/run_program.h"
+#include "tests/support/run_program.h"
 
 namespace {
 

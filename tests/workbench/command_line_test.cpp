@@ -1,6 +1,6 @@
 // What the command line is taken to mean, and what is said where it is wrong.
 
-#include "tests/workbench/tarvo.h"
+#include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {

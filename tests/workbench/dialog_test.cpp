@@ -1,6 +1,6 @@
 // Dialogs of the plug-in, answered from scripts and written down.
 
-#include "tests/workbench/tarvo.h"
+#include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {

@@ -3,7 +3,7 @@
 #include <regex>
 #include <set>
 
-#include "tests/workbench/tarvo.h"
+#include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {

@@ -1,6 +1,6 @@
 // Calculations, scripts and bundles, from the command line to the exit status.
 
-#include "tests/workbench/tarvo.h"
+#include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {

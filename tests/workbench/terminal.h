@@ -5,7 +5,7 @@
 #include <poll.h>
 #include <pty.h>
 
-#include "tests/workbench/tarvo.h"
+#include "tests/support/tarvo.h"
 
 namespace workbench {
 

@@ -6,9 +6,10 @@
 #include <array>
 #include <filesystem>
 #include <iterator>
+#include <nlohmann/json.hpp>
 #include <vector>
 
-#include "platform/carbon/display_json.h"
+#include "displays/protocol/display_json.h"
 #include "platform/corefoundation/CFHost.h"
 #include "workbench/check/checks.h"
 #include "workbench/check/isolation.h"
@@ -119,8 +120,7 @@ class Report {
   std::string JsonEntry(const std::string& name, const Result& result) const {
     const Json entry{
         {"check", name}, {"result", Name(result.verdict)}, {"message", result.message}};
-    return (first_ ? "[" : ",") +
-           ("\n" + entry.dump(-1, ' ', false, Json::error_handler_t::replace));
+    return (first_ ? "[" : ",") + ("\n" + display::ToText(entry));
   }
 
   bool json_;

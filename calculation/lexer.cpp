@@ -1,0 +1,231 @@
+#include "calculation/lexer.h"
+
+#include <algorithm>
+
+#include "calculation/unicode.h"
+
+namespace calculation {
+namespace {
+
+constexpr char16_t kParagraph = u'¶';
+
+bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+
+bool IsBlankInLine(char16_t unit) {
+  return unit == u' ' || unit == u'\t' || unit == u'\f' || unit == u'\v' || unit == 0xA0 ||
+         unit == 0xFEFF || (unit >= 0x2000 && unit <= 0x200B) || unit == 0x3000;
+}
+
+// Every letter of every script counts as one, and what is neither a letter nor a sign of the
+// language is left to the name that will not be found.
+bool IsNameUnit(char16_t unit) {
+  if (unit < 0x80) {
+    return IsDigit(unit) || (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') ||
+           unit == u'_' || unit == u'.';
+  }
+  constexpr std::u16string_view kSigns = u"¶≠≤≥“”„‘’«»×÷−…";
+  return kSigns.find(unit) == std::u16string_view::npos && !IsBlankInLine(unit) && unit >= 0xA0 &&
+         unit != 0xFFFD;
+}
+
+struct Spelling {
+  std::u16string_view written;
+  std::u16string_view meant;
+};
+
+// The longer before the shorter that it begins with.
+constexpr Spelling kSymbols[] = {
+    {u"<>", u"≠"}, {u"<=", u"≤"}, {u">=", u"≥"}, {u"≠", u"≠"}, {u"≤", u"≤"}, {u"≥", u"≥"},
+    {u"<", u"<"},  {u">", u">"},  {u"=", u"="},  {u"+", u"+"}, {u"-", u"-"}, {u"*", u"*"},
+    {u"/", u"/"},  {u"^", u"^"},  {u"&", u"&"},  {u"(", u"("}, {u")", u")"}, {u"[", u"["},
+    {u"]", u"]"},  {u";", u";"},  {u":", u":"},
+};
+
+std::string Unexpected(char16_t unit) {
+  switch (unit) {
+    case u',':
+      return R"(unexpected ","; expected ";" between arguments)";
+    case u'“':
+    case u'”':
+    case u'„':
+    case u'«':
+    case u'»':
+      return "unexpected typographic quotation mark; expected \"";
+    case u'\'':
+    case u'‘':
+    case u'’':
+      return "unexpected single quotation mark; expected \"";
+    case u'$':
+      return "expected a variable's name behind \"$\"";
+    default:
+      return "unexpected character; expected a value or an operator";
+  }
+}
+
+bool Opens(const Token& token) {
+  return token.kind == Token::Kind::kSymbol && (token.text == u"(" || token.text == u"[");
+}
+
+bool Closes(const Token& token) {
+  return token.kind == Token::Kind::kSymbol && (token.text == u")" || token.text == u"]");
+}
+
+void AppendEnd(std::vector<Token>& tokens, std::size_t start, bool is_open) {
+  const std::size_t end = tokens.empty() ? start : tokens.back().place.end;
+  tokens.push_back({Token::Kind::kEnd, {end, end}, is_open ? u"(" : u""});
+}
+
+}  // namespace
+
+void Lexer::SkipBlanks() {
+  SkipBlanksInLine();
+  while (!AtEnd() && AtLineEnd()) {
+    ++position_;
+    SkipBlanksInLine();
+  }
+}
+
+void Lexer::SkipBlanksInLine() {
+  while (true) {
+    if (IsBlankInLine(Peek())) {
+      ++position_;
+    } else if (!SkipComment()) {
+      return;
+    }
+  }
+}
+
+void Lexer::SkipLine() {
+  while (!AtLineEnd()) ++position_;
+}
+
+Token Lexer::TakeToken() {
+  const char16_t unit = Peek();
+  if (unit == u'"') return TakeText();
+  if (IsDigit(unit) || (unit == u'.' && IsDigit(Peek(1)))) return TakeNumber();
+  if (unit == u'$') return TakeVariable();
+  if (unit == kParagraph) {
+    Token paragraph = TakeSpan(Token::Kind::kText, position_ + 1);
+    paragraph.text = u"\r";
+    return paragraph;
+  }
+  if (IsNameUnit(unit)) return TakeSpan(Token::Kind::kName, NameEnd(position_));
+  return TakeSymbol();
+}
+
+char16_t Lexer::Peek(std::size_t ahead) const {
+  return position_ + ahead < text_.size() ? text_[position_ + ahead] : u'\0';
+}
+
+bool Lexer::StartsWith(std::u16string_view start) const {
+  return text_.substr(position_).starts_with(start);
+}
+
+bool Lexer::SkipComment() {
+  if (StartsWith(u"//")) {
+    SkipLine();
+    return true;
+  }
+  if (!StartsWith(u"/*")) return false;
+  const std::size_t end = text_.find(u"*/", position_ + 2);
+  if (end == std::u16string_view::npos) {
+    throw Unfinished({position_, position_ + 2}, "the comment has no end; expected \"*/\"");
+  }
+  position_ = end + 2;
+  return true;
+}
+
+Token Lexer::TakeSpan(Token::Kind kind, std::size_t end) {
+  const Span place{position_, end};
+  position_ = end;
+  return {kind, place, std::u16string(text_.substr(place.begin, end - place.begin))};
+}
+
+Token Lexer::TakeText() {
+  Token token{Token::Kind::kText, {position_, position_}, u""};
+  ++position_;
+  while (!AtEnd() && !AtSign(u'"')) {
+    char16_t unit = text_[position_++];
+    const char16_t next = Peek();
+    if (unit == u'\\' && (next == u'"' || next == u'\\' || next == kParagraph)) {
+      unit = next;
+      ++position_;
+    } else if (unit == kParagraph || IsLineBreak(unit)) {
+      if (unit == u'\r' && next == u'\n') ++position_;
+      unit = u'\r';
+    }
+    token.text += unit;
+  }
+  if (AtEnd()) {
+    throw Unfinished({token.place.begin, token.place.begin + 1},
+                     "the text has no end; expected a closing \"");
+  }
+  token.place.end = ++position_;
+  return token;
+}
+
+Token Lexer::TakeNumber() {
+  const auto digits_end = [this](std::size_t position) {
+    while (position < text_.size() && IsDigit(text_[position])) ++position;
+    return position;
+  };
+  std::size_t end = digits_end(position_);
+  if (end < text_.size() && text_[end] == u'.') end = digits_end(end + 1);
+  if (end < text_.size() && IsNameUnit(text_[end])) {
+    throw Error({end, NameEnd(end)}, "unexpected characters in a number; expected an operator");
+  }
+  return TakeSpan(Token::Kind::kNumber, end);
+}
+
+Token Lexer::TakeVariable() {
+  const std::size_t name = position_ + (StartsWith(u"$$") ? 2 : 1);
+  const std::size_t end = NameEnd(name);
+  if (end == name) throw Error({position_, name}, Unexpected(u'$'));
+  return TakeSpan(Token::Kind::kVariable, end);
+}
+
+Token Lexer::TakeSymbol() {
+  const auto* symbol =
+      std::find_if(std::begin(kSymbols), std::end(kSymbols),
+                   [this](const Spelling& spelling) { return StartsWith(spelling.written); });
+  if (symbol == std::end(kSymbols)) {
+    throw Error({position_, position_ + 1}, Unexpected(Peek()));
+  }
+  Token token = TakeSpan(Token::Kind::kSymbol, position_ + symbol->written.size());
+  token.text = symbol->meant;
+  return token;
+}
+
+std::size_t Lexer::NameEnd(std::size_t position) const {
+  while (position < text_.size() && IsNameUnit(text_[position])) ++position;
+  return position;
+}
+
+std::vector<Token> ReadCalculation(std::u16string_view text) {
+  std::vector<Token> tokens;
+  Lexer lexer(text, 0);
+  for (lexer.SkipBlanks(); !lexer.AtEnd(); lexer.SkipBlanks()) tokens.push_back(lexer.TakeToken());
+  AppendEnd(tokens, 0, false);
+  return tokens;
+}
+
+std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position) {
+  std::vector<Token> tokens;
+  Lexer lexer(text, position);
+  int open = 0;
+  while (!(open == 0 && lexer.AtLineEnd()) && !lexer.AtEnd()) {
+    tokens.push_back(lexer.TakeToken());
+    if (Opens(tokens.back())) ++open;
+    if (Closes(tokens.back())) open = std::max(open - 1, 0);
+    if (open > 0) {
+      lexer.SkipBlanks();
+    } else {
+      lexer.SkipBlanksInLine();
+    }
+  }
+  AppendEnd(tokens, position, open > 0);
+  position = lexer.position();
+  return tokens;
+}
+
+}  // namespace calculation

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "calculation/source.h"
+
+namespace calculation {
+
+struct Token {
+  enum class Kind {
+    kText,      // `text` is what the literal says
+    kNumber,    // `text` as it was written
+    kName,      // of a function, a Let variable, a word operator or a script step
+    kVariable,  // `text` begins with $ or $$
+    kSymbol,    // `text` is the operator; ≠ ≤ ≥ stand for <> <= >= too
+    kEnd,       // behind the last token; `text` is "(" where a bracket is still open
+  };
+
+  Kind kind = Kind::kEnd;
+  Span place;
+  std::u16string text;
+};
+
+// Reads tokens one by one. Blanks and comments stand between them.
+class Lexer {
+ public:
+  Lexer(std::u16string_view text, std::size_t position) : text_(text), position_(position) {}
+
+  std::size_t position() const { return position_; }
+
+  // Passes blanks, line breaks and comments; throws Error for a comment without end.
+  void SkipBlanks();
+
+  // The same up to the end of the line. A comment may take it to a later line.
+  void SkipBlanksInLine();
+
+  void SkipLine();
+
+  bool AtEnd() const { return position_ == text_.size(); }
+  bool AtLineEnd() const { return AtEnd() || IsLineBreak(text_[position_]); }
+  bool AtSign(char16_t sign) const { return Peek() == sign; }
+
+  // The token that begins here, which is not the end. Throws Error where none does.
+  Token TakeToken();
+
+ private:
+  char16_t Peek(std::size_t ahead = 0) const;
+  bool StartsWith(std::u16string_view start) const;
+  bool SkipComment();
+  Token TakeSpan(Token::Kind kind, std::size_t end);
+  Token TakeText();
+  Token TakeNumber();
+  Token TakeVariable();
+  Token TakeSymbol();
+  std::size_t NameEnd(std::size_t position) const;
+
+  std::u16string_view text_;
+  std::size_t position_;
+};
+
+// All tokens of a calculation, and kEnd.
+std::vector<Token> ReadCalculation(std::u16string_view text);
+
+// The tokens of a script's statement, and kEnd: to the end of the line on which every bracket and
+// parenthesis is closed. `position` moves behind them.
+std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position);
+
+}  // namespace calculation

@@ -1,0 +1,101 @@
+#pragma once
+
+// A calculation as a tree. Every function is known and every count of arguments is right.
+
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "calculation/source.h"
+#include "calculation/value.h"
+
+namespace calculation {
+
+struct BuiltIn;
+struct Node;
+using NodePtr = std::unique_ptr<const Node>;
+
+enum class Operator {
+  kOr,
+  kXor,
+  kAnd,
+  kEqual,
+  kUnequal,
+  kLess,
+  kGreater,
+  kAtMost,
+  kAtLeast,
+  kConcatenate,
+  kAdd,
+  kSubtract,
+  kMultiply,
+  kDivide,
+  kPower,
+};
+
+struct Literal {
+  Value value;
+};
+
+// $name or $$name, in small letters.
+struct Variable {
+  std::u16string name;
+};
+
+// A variable of Let, by its place among those that are in reach.
+struct Local {
+  std::size_t slot;
+};
+
+struct Negation {
+  bool logical;  // not, else minus
+  NodePtr operand;
+};
+
+struct Link {
+  Operator operation;
+  Span place;
+  NodePtr operand;
+};
+
+// Operators of one precedence, applied from left to right. A long chain is one node, not a deep
+// tree.
+struct Chain {
+  NodePtr first;
+  std::vector<Link> links;
+};
+
+struct BuiltInCall {
+  const BuiltIn* function;
+  std::vector<NodePtr> arguments;
+};
+
+struct ExternalCall {
+  std::size_t index;  // among the external functions
+  std::vector<NodePtr> arguments;
+};
+
+// [ a ; b ] as an argument.
+struct List {
+  std::vector<NodePtr> items;
+};
+
+struct Let {
+  struct Binding {
+    std::u16string variable;  // the $ or $$ variable that is set; empty where a Local is
+    std::size_t slot = 0;     // of the Local
+    NodePtr value;
+  };
+
+  std::vector<Binding> bindings;
+  NodePtr result;
+};
+
+struct Node {
+  Span place;
+  std::variant<Literal, Variable, Local, Negation, Chain, BuiltInCall, ExternalCall, List, Let>
+      form;
+};
+
+}  // namespace calculation

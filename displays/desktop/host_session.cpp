@@ -1,0 +1,98 @@
+#include "displays/desktop/host_session.h"
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QScreen>
+#include <cstdio>
+#include <string>
+#include <variant>
+
+extern "C" {  // glibc 2.36 forgets to say so
+#include <sys/pidfd.h>
+}
+
+namespace desktop {
+namespace {
+
+namespace protocol = display::protocol;
+
+void EndWithMessage(const std::string& reason) {
+  std::fprintf(stderr, "tarvo-desktop: %s\n", reason.c_str());
+  QCoreApplication::exit(1);
+}
+
+}  // namespace
+
+HostSession::HostSession(int fd)
+    : connection_(fd, {[this](std::string_view line) { Receive(line); },
+                       [] { QCoreApplication::exit(0); }, EndWithMessage}) {
+  AnnounceScreen();
+  WatchScreen();
+  WatchHost();
+}
+
+void HostSession::Receive(std::string_view line) {
+  std::visit([this](const auto& message) { Do(message); }, protocol::ReadHostMessage(line));
+}
+
+void HostSession::Do(const protocol::Open& message) {
+  Close();
+  dialog_ = message.dialog;
+  open_ = &windows_.Fill(message.description);
+  open_->Present([this, number = dialog_](const auto& action) {
+    connection_.Send(protocol::ActionLine(number, action));
+  });
+}
+
+void HostSession::Do(const protocol::Change& message) {
+  auto* dialog = dynamic_cast<DialogWindow*>(open_);
+  if (dialog && message.dialog == dialog_) dialog->Change(message.index, message.control);
+}
+
+void HostSession::Do(const protocol::Close&) { Close(); }
+
+void HostSession::Close() {
+  if (open_) open_->Dismiss();
+  open_ = nullptr;
+}
+
+void HostSession::AnnounceScreen() {
+  const QRect screen = QGuiApplication::primaryScreen()->geometry();
+  const auto pixel = [](int coordinate) { return static_cast<std::int16_t>(coordinate); };
+  connection_.Send(protocol::ReadyLine({pixel(screen.top()), pixel(screen.left()),
+                                        pixel(screen.top() + screen.height()),
+                                        pixel(screen.left() + screen.width())}));
+}
+
+// Windows are centred by the host, which is told whenever the screen is another one.
+void HostSession::WatchScreen() {
+  const auto watch = [this](QScreen* screen) {
+    QObject::connect(screen, &QScreen::geometryChanged, qApp, [this] { AnnounceScreen(); });
+  };
+  watch(QGuiApplication::primaryScreen());
+  QObject::connect(qApp, &QGuiApplication::primaryScreenChanged, qApp,
+                   [this, watch](QScreen* screen) {
+                     if (!screen) return;
+                     watch(screen);
+                     AnnounceScreen();
+                   });
+}
+
+// Where a child of the host holds the other end of the socket, too, the socket does not tell that
+// the host has ended.
+void HostSession::WatchHost() {
+  const int host = pidfd_open(getppid(), 0);
+  if (host < 0) return;
+  host_ended_ = std::make_unique<QSocketNotifier>(host, QSocketNotifier::Read);
+  QObject::connect(host_ended_.get(), &QSocketNotifier::activated, qApp,
+                   [] { QCoreApplication::exit(0); });
+}
+
+void ReportNoScreen(int fd, const std::string& reason) {
+  const std::string line = protocol::NotReadyLine(reason);
+  if (send(fd, line.data(), line.size(), MSG_NOSIGNAL) < 0) std::perror("tarvo-desktop");
+}
+
+}  // namespace desktop

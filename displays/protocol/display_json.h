@@ -1,0 +1,39 @@
+#pragma once
+
+// Descriptions and actions as JSON objects, one shape for everything that reads or writes them.
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "platform/carbon/display.h"
+
+namespace display {
+
+// Keys stay in the order in which they are written.
+using Json = nlohmann::ordered_json;
+
+Json ToJson(const Control& control);
+Json ToJson(const Description& dialog);
+Json ToJson(const Action& action);
+
+// [top, left, bottom, right]
+Json RectToJson(const Rect& rect);
+
+// The selection of a list travels beside its description.
+Json SelectionToJson(const Control& list);
+void SelectionFromJson(const Json& selection, Control& list);
+
+// Throw nlohmann::json::exception if a key is missing or of another kind, std::invalid_argument if
+// a value is none that is known.
+Control ControlFromJson(const Json& json);
+Description DescriptionFromJson(const Json& json);
+Action ActionFromJson(const Json& json);
+Rect RectFromJson(const Json& json);
+
+// One line without its end, UTF-8: bytes that are none become U+FFFD.
+std::string ToText(const Json& json);
+
+// The dialog that a line describes. Throws as DescriptionFromJson does.
+Description ParseDescription(const std::string& line);
+
+}  // namespace display

@@ -1,0 +1,93 @@
+#include "displays/protocol/display_process.h"
+
+#include <exception>
+#include <utility>
+
+namespace display {
+namespace {
+
+constexpr Rect kNoScreen{0, 0, 1080, 1920};
+
+}  // namespace
+
+DisplayProcess::DisplayProcess(std::string program, std::chrono::milliseconds patience)
+    : program_(std::move(program)), patience_(patience) {}
+
+Rect DisplayProcess::MainScreen() { return Start() ? screen_ : kNoScreen; }
+
+bool DisplayProcess::Open(const Description& dialog) {
+  ++dialog_;
+  return Start() && Send(protocol::OpenLine(dialog_, dialog));
+}
+
+std::optional<Action> DisplayProcess::NextAction() {
+  while (const auto message = Receive()) {
+    if (const auto* done = std::get_if<protocol::Done>(&*message)) {
+      if (done->dialog == dialog_) return done->action;
+    } else if (!NoteReady(*message)) {
+      program_.Stop();
+    }
+  }
+  return std::nullopt;
+}
+
+void DisplayProcess::Change(std::size_t index, const Control& control) {
+  Send(protocol::ChangeLine(dialog_, index, control));
+}
+
+// The window offers nothing that the dialog does not have, so there is nobody to tell.
+void DisplayProcess::Reject(const std::string&) {}
+
+void DisplayProcess::Close() { Send(protocol::CloseLine(dialog_)); }
+
+bool DisplayProcess::Start() {
+  TakeNews();
+  if (program_.IsRunning()) return true;
+  why_lost_ = program_.Start();
+  if (!why_lost_.empty()) return false;
+  why_lost_ = program_.name() + " or its screen has ended";  // unless the program says otherwise
+  if (IsReady()) return true;
+  program_.Stop();
+  return false;
+}
+
+bool DisplayProcess::IsReady() {
+  if (!program_.HasInput(patience_)) {
+    why_lost_ = program_.name() + " does not get ready";
+    return false;
+  }
+  const auto message = Receive();
+  return message && NoteReady(*message);
+}
+
+bool DisplayProcess::NoteReady(const protocol::DisplayMessage& message) {
+  if (const auto* ready = std::get_if<protocol::Ready>(&message)) screen_ = ready->main_screen;
+  if (const auto* not_ready = std::get_if<protocol::NotReady>(&message)) why_lost_ = not_ready->why;
+  return std::holds_alternative<protocol::Ready>(message);
+}
+
+// Between dialogs the program may have gone, or the screen may have changed; late actions of the
+// dialog before are dropped.
+void DisplayProcess::TakeNews() {
+  while (program_.HasInput(std::chrono::milliseconds(0))) {
+    const auto message = Receive();
+    if (message) NoteReady(*message);
+  }
+}
+
+// The next message. Nothing if the program is gone; one that says what makes no sense is made to
+// go.
+std::optional<protocol::DisplayMessage> DisplayProcess::Receive() {
+  const std::optional<std::string> line = program_.ReadLine();
+  if (!line) return std::nullopt;
+  try {
+    return protocol::ReadDisplayMessage(*line);
+  } catch (const std::exception&) {
+    program_.Stop();
+    return std::nullopt;
+  }
+}
+
+bool DisplayProcess::Send(const std::string& line) { return program_.Write(line); }
+
+}  // namespace display

@@ -1,0 +1,166 @@
+#include "displays/protocol/display_program.h"
+
+#include <dlfcn.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <utility>
+
+#include "displays/protocol/messages.h"
+
+extern "C" {  // glibc 2.36 forgets to say so
+#include <sys/pidfd.h>
+}
+
+namespace display {
+namespace {
+
+constexpr int kSocketInChild = 3;
+constexpr int kPatience = 1000;  // milliseconds for the program to end by itself
+
+// Where this code was loaded from says where the program is, whatever the current folder and PATH.
+std::string FindProgram(const std::string& name) {
+  namespace fs = std::filesystem;
+  Dl_info self{};
+  if (dladdr(reinterpret_cast<const void*>(&FindProgram), &self) == 0) return "";
+  std::error_code error;
+  const fs::path folder = fs::canonical(self.dli_fname, error).parent_path();
+  for (const fs::path& place : {folder / name, folder.parent_path() / "bin" / name}) {
+    if (access(place.c_str(), X_OK) == 0) return place;
+  }
+  return "";
+}
+
+// What the child starts with: its socket as number 3, nothing above it, and no signal blocked,
+// ignored or handled.
+class SpawnPlan {
+ public:
+  explicit SpawnPlan(int socket_of_child) {
+    posix_spawn_file_actions_init(&actions_);
+    posix_spawn_file_actions_adddup2(&actions_, socket_of_child, kSocketInChild);
+    posix_spawn_file_actions_addclosefrom_np(&actions_, kSocketInChild + 1);
+    posix_spawnattr_init(&attributes_);
+    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&attributes_, &signals);
+    sigfillset(&signals);
+    posix_spawnattr_setsigdefault(&attributes_, &signals);
+  }
+  SpawnPlan(const SpawnPlan&) = delete;
+  SpawnPlan& operator=(const SpawnPlan&) = delete;
+  ~SpawnPlan() {
+    posix_spawn_file_actions_destroy(&actions_);
+    posix_spawnattr_destroy(&attributes_);
+  }
+
+  bool Run(pid_t* process, const std::string& path, std::string name) {
+    std::string option = protocol::kConnectionOption;
+    std::string number = std::to_string(kSocketInChild);
+    char* arguments[] = {name.data(), option.data(), number.data(), nullptr};
+    return posix_spawn(process, path.c_str(), &actions_, &attributes_, arguments, environ) == 0;
+  }
+
+ private:
+  posix_spawn_file_actions_t actions_;
+  posix_spawnattr_t attributes_;
+};
+
+// Waits until the process has ended, but not for long.
+bool EndsSoon(pid_t process) {
+  const int process_fd = pidfd_open(process, 0);
+  if (process_fd < 0) return false;
+  pollfd waiting{process_fd, POLLIN, 0};
+  int ended;
+  do {
+    ended = poll(&waiting, 1, kPatience);
+  } while (ended < 0 && errno == EINTR);
+  close(process_fd);
+  return ended > 0;
+}
+
+void Reap(pid_t process) {
+  while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+  }
+}
+
+}  // namespace
+
+DisplayProgram::DisplayProgram(std::string name)
+    : name_(std::move(name)), path_(FindProgram(name_)) {}
+
+std::string DisplayProgram::Start() {
+  if (path_.empty()) return name_ + " is missing: it belongs beside libCarbon or in ../bin";
+  int ends[2];
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
+    return name_ + " does not start";
+  }
+  const bool started = SpawnPlan(ends[1]).Run(&process_, path_, name_);
+  close(ends[1]);
+  if (started) {
+    socket_ = ends[0];
+    return "";
+  }
+  close(ends[0]);
+  return name_ + " does not start";
+}
+
+void DisplayProgram::Stop() {
+  if (socket_ < 0) return;
+  close(socket_);
+  socket_ = -1;
+  if (!EndsSoon(process_)) kill(process_, SIGKILL);
+  Reap(process_);
+  received_.clear();
+}
+
+bool DisplayProgram::HasInput(std::chrono::milliseconds time) const {
+  if (socket_ < 0) return false;
+  if (!received_.empty()) return true;
+  pollfd waiting{socket_, POLLIN, 0};
+  int ready;
+  do {
+    ready = poll(&waiting, 1, static_cast<int>(time.count()));
+  } while (ready < 0 && errno == EINTR);
+  return ready > 0;
+}
+
+std::optional<std::string> DisplayProgram::ReadLine() {
+  if (socket_ < 0) return std::nullopt;
+  std::size_t end;
+  while ((end = received_.find('\n')) == std::string::npos) {
+    char buffer[4096];
+    const ssize_t count = recv(socket_, buffer, sizeof buffer, 0);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) {
+      Stop();
+      return std::nullopt;
+    }
+    received_.append(buffer, static_cast<std::size_t>(count));
+  }
+  std::string line = received_.substr(0, end);
+  received_.erase(0, end + 1);
+  return line;
+}
+
+bool DisplayProgram::Write(const std::string& line) {
+  if (socket_ < 0) return false;
+  for (std::size_t sent = 0; sent < line.size();) {
+    const ssize_t count = send(socket_, line.data() + sent, line.size() - sent, MSG_NOSIGNAL);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) {
+      Stop();
+      return false;
+    }
+    sent += static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
+}  // namespace display

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace display {
+
+// The process of a display and the socket to it. The host's signal handlers, locale, environment
+// and descriptors stay as they are; the program inherits no descriptor but 0, 1, 2 and its socket,
+// and no signal that is blocked, ignored or handled.
+class DisplayProgram {
+ public:
+  // Starts nothing yet. The program stands beside the library that holds this code, or in ../bin
+  // from there.
+  explicit DisplayProgram(std::string name);
+  DisplayProgram(const DisplayProgram&) = delete;
+  DisplayProgram& operator=(const DisplayProgram&) = delete;
+  ~DisplayProgram() { Stop(); }
+
+  const std::string& name() const { return name_; }
+  bool IsRunning() const { return socket_ >= 0; }
+
+  // Starts the program, which must not be running. Returns an empty text, or why it does not start
+  // as one clause for the user.
+  std::string Start();
+
+  // Ends the program: it goes by itself when its socket closes, and is killed if it does not soon.
+  void Stop();
+
+  // Whether there is something to read, or the end of it, within that time.
+  bool HasInput(std::chrono::milliseconds time) const;
+
+  // The next line without its end. Nothing if the program is gone, which is then stopped.
+  std::optional<std::string> ReadLine();
+
+  // Writes a line with its end. False if the program is gone, which is then stopped.
+  bool Write(const std::string& line);
+
+ private:
+  std::string name_;
+  std::string path_;    // empty: there is none
+  int socket_ = -1;     // -1: the program does not run
+  pid_t process_ = -1;  // of the running program
+  std::string received_;
+};
+
+}  // namespace display

@@ -1,0 +1,73 @@
+#pragma once
+
+// What a host and a display in a process of its own tell each other: the whole protocol. A display
+// is any program that keeps it.
+//
+// The host starts it as `PROGRAM --connection FD`, with FD one end of a stream socket, and each
+// side writes one JSON object a line, UTF-8. The display says first that it is ready, or why it
+// cannot be and ends; it says again that it is ready whenever the main screen has changed. The host
+// opens one dialog at a time, under a number of its own, changes its controls and closes it. What
+// the user does is an action, under the dialog's number, so that one which comes late is not taken
+// for the next dialog's. The display ends when the socket is closed or its host has ended.
+//
+// A message that is read throws std::exception if it is no JSON, lacks a key, or says what nobody
+// says.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "platform/carbon/display.h"
+
+namespace display::protocol {
+
+// The option with which a display is told its end of the socket.
+inline constexpr const char* kConnectionOption = "--connection";
+
+// The host's part: what it writes, and what the display reads of it. A line ends with its LF.
+std::string OpenLine(int dialog, const Description& description);
+std::string ChangeLine(int dialog, std::size_t index, const Control& control);
+std::string CloseLine(int dialog);
+
+struct Open {
+  int dialog;
+  Description description;
+};
+
+// Control `index`, in order of creation, now is as described.
+struct Change {
+  int dialog;
+  std::size_t index;
+  Control control;
+};
+
+struct Close {
+  int dialog;
+};
+
+using HostMessage = std::variant<Open, Change, Close>;
+HostMessage ReadHostMessage(std::string_view line);
+
+// The display's part, likewise.
+std::string ReadyLine(const Rect& main_screen);
+std::string NotReadyLine(const std::string& why);
+std::string ActionLine(int dialog, const Action& action);
+
+struct Ready {
+  Rect main_screen;  // in global coordinates
+};
+
+struct NotReady {
+  std::string why;  // one clause for the user
+};
+
+struct Done {
+  int dialog;
+  Action action;
+};
+
+using DisplayMessage = std::variant<Ready, NotReady, Done>;
+DisplayMessage ReadDisplayMessage(std::string_view line);
+
+}  // namespace display::protocol

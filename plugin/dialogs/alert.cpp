@@ -1,0 +1,68 @@
+#include <cstdio>
+
+#include "plugin/dialogs/dialogs.h"
+#include "plugin/frame/external_function.h"
+#include "plugin/frame/string_objects.h"
+#include "plugin/state/dialog_state.h"
+
+namespace {
+
+// Where the items stand.
+enum Position : CFIndex { kKind, kMessage, kExplanation, kDefault, kCancel, kOther };
+
+// Kinds beyond the platform's four have the next code.
+std::int16_t AlertType(CFStringRef kind) {
+  const CFStringRef names[] = {CFSTR("0"), CFSTR("1"), CFSTR("2"), CFSTR("3")};
+  std::int16_t type = kAlertStopAlert;
+  for (const CFStringRef name : names) {
+    if (AreEqual(kind, name)) break;
+    ++type;
+  }
+  return type;
+}
+
+CFStringRef TextOrNone(CFStringRef text) { return IsEmpty(text) ? nullptr : text; }
+
+// An alert always has a button: without a default and a cancel text the default button says OK.
+AlertStdCFStringAlertParamRec AlertParameters(CFArrayRef items) {
+  AlertStdCFStringAlertParamRec parameters{};
+  parameters.version = kStdCFStringAlertVersionOne;
+  parameters.default_text = TextOrNone(ItemAt(items, kDefault));
+  parameters.cancel_text = TextOrNone(ItemAt(items, kCancel));
+  parameters.other_text = TextOrNone(ItemAt(items, kOther));
+  if (parameters.default_text == nullptr && parameters.cancel_text == nullptr) {
+    parameters.default_text = kAlertDefaultOKText;
+  }
+  parameters.default_button = kAlertStdAlertOKButton;
+  parameters.cancel_button = kAlertStdAlertCancelButton;
+  parameters.position = kWindowAlertPositionParentWindow;
+  return parameters;
+}
+
+std::int16_t ShowAlert(CFArrayRef items) {
+  const AlertStdCFStringAlertParamRec parameters = AlertParameters(items);
+  DialogRef alert = nullptr;
+  std::int16_t button = 0;
+  InitCursor();
+  CreateStandardAlert(AlertType(ItemAt(items, kKind)), ItemAt(items, kMessage),
+                      ItemAt(items, kExplanation), &parameters, &alert);
+  RunStandardAlert(alert, nullptr, &button);
+  return button;
+}
+
+// The field values of the last dialog stay as they are.
+void RunAlert(CFStringRef parameter, fmx::Text& answer) {
+  const auto items = Split(parameter, CFSTR("|"));
+  if (!items) return Answer(answer, kNoMemory);
+  const std::int16_t button = ShowAlert(items.get());
+  ResizeEmptied(FieldLC, kResultSize);
+  std::snprintf(FieldLC.bytes, FieldLC.capacity, "%i", button);
+  Answer(answer, FieldLC.bytes);
+}
+
+}  // namespace
+
+fmx::errcode Do_TarvoAlert(std::int16_t /*function_id*/, const fmx::ExprEnv& /*environment*/,
+                           const fmx::DataVect& parameters, fmx::Data& result) {
+  return RunBounded(parameters, result, RunAlert);
+}

@@ -1,0 +1,25 @@
+#include "plugin/dialogs/dialog_items.h"
+#include "plugin/dialogs/dialogs.h"
+#include "plugin/frame/external_function.h"
+#include "plugin/results/result_text.h"
+#include "plugin/state/dialog_state.h"
+
+namespace {
+
+// Escape and position stay in force, and the pre-entered texts too where there was no memory for
+// the result.
+void RunCustomDialog(CFStringRef parameter, fmx::Text& answer) {
+  if (!StoreDialogItems(parameter)) return Answer(answer, kNoMemory);
+  ShowDialog(iFieldCount);
+  iFieldCount = 0;
+  if (!ComposeDialogResult()) return Answer(answer, kNoMemory);
+  Answer(answer, TextOf(myreturntext));
+  StoreEmptyTexts(gPreEnters);
+}
+
+}  // namespace
+
+fmx::errcode Do_TarvoCustomDialog(std::int16_t /*function_id*/, const fmx::ExprEnv& /*environment*/,
+                                  const fmx::DataVect& parameters, fmx::Data& result) {
+  return RunBounded(parameters, result, RunCustomDialog);
+}

@@ -1,0 +1,77 @@
+#include "plugin/dialogs/dialog_items.h"
+#include "plugin/dialogs/dialogs.h"
+#include "plugin/frame/external_function.h"
+#include "plugin/frame/string_objects.h"
+#include "plugin/results/result_text.h"
+#include "plugin/state/dialog_state.h"
+
+namespace {
+
+constexpr std::int32_t kPopUpMode = 5;
+
+// The password field, or every field an edit text.
+void SetEditStyles() {
+  for (std::size_t i = 0; i < kFamilySize; ++i) {
+    *iControlStyles[i] = iPasswordField == NumberOf(i) ? kPasswordText : kEditText;
+  }
+}
+
+// In pop-up mode the password field's number makes one field a password field, its negative a plain
+// edit field.
+void SetPopUpStyles() {
+  for (std::size_t i = 0; i < kFamilySize; ++i) {
+    *iControlStyles[i] = iPasswordField == NumberOf(i)    ? kPasswordText
+                         : iPasswordField == -NumberOf(i) ? kEditText
+                                                          : kPopUpMenu;
+  }
+}
+
+std::int32_t CountMenus() {
+  std::int32_t menus = 0;
+  for (const std::int32_t* items : popupctrs) menus += *items > 0 ? 1 : 0;
+  return menus;
+}
+
+// Whether the menus that are defined are those of the first `count` fields.
+bool AreFirst(std::int32_t count) {
+  for (std::int32_t i = 0; i < count; ++i) {
+    if (*popupctrs[static_cast<std::size_t>(i)] <= 0) return false;
+  }
+  return true;
+}
+
+// Menus with a gap before them show no window.
+void ShowPopUpDialog(std::int32_t menus) {
+  if (!AreFirst(menus)) return;
+  SetPopUpStyles();
+  iFieldCount = menus;
+  ShowDialog(menus);
+}
+
+void ClearOneShotPresets() {
+  iFieldCount = 0;
+  StoreEmptyTexts(gPreEnters);
+  kCanEscape = 0;
+  ForgetPosition();
+}
+
+void RunDialog(CFStringRef parameter, fmx::Text& answer) {
+  if (!StoreDialogItems(parameter)) return Answer(answer, kNoMemory);
+  SetEditStyles();
+  if (iFieldCount == kPopUpMode) {
+    const std::int32_t menus = CountMenus();
+    if (menus == 0) return Answer(answer, kNoPopUpMenu);
+    ShowPopUpDialog(menus);
+  } else {
+    ShowDialog(iFieldCount);
+  }
+  ClearOneShotPresets();
+  Answer(answer, ComposeDialogResult() ? TextOf(myreturntext) : kNoMemory);
+}
+
+}  // namespace
+
+fmx::errcode Do_TarvoDialog(std::int16_t /*function_id*/, const fmx::ExprEnv& /*environment*/,
+                            const fmx::DataVect& parameters, fmx::Data& result) {
+  return RunUnbounded(parameters, result, RunDialog);
+}

@@ -1,0 +1,52 @@
+#include "plugin/windows/controls.h"
+
+#include "plugin/frame/string_objects.h"
+#include "plugin/state/dialog_state.h"
+
+namespace {
+
+constexpr OSType kSignature = FourCharCode("TRVO");
+
+// Outside every dialog window, so never to be seen.
+constexpr Rect kCancelBounds{500, 500, 510, 510};
+
+void MakeDefault(WindowRef window, ControlRef button) {
+  constexpr Boolean kOn = 1;
+  SetControlData(button, kControlEntireControl, kControlPushButtonDefaultTag, sizeof kOn, &kOn);
+  SetWindowDefaultButton(window, button);
+}
+
+}  // namespace
+
+void Identify(ControlRef control, OSType command, std::int32_t id) {
+  SetControlCommandID(control, command);
+  const ControlID control_id{kSignature, id};
+  SetControlID(control, &control_id);
+}
+
+void SetAppearance(ControlRef control, std::uint16_t size) {
+  SetControlData(control, kControlEntireControl, kControlSizeTag, sizeof size, &size);
+  ControlFontStyleRec style{};
+  style.flags = kControlUseThemeFontIDMask;
+  style.font = kThemeSmallSystemFont;
+  SetControlFontStyle(control, &style);
+}
+
+void CreateButton(WindowRef window, std::size_t index, const Rect& bounds, CFStringRef title) {
+  const bool is_first = index == 0;
+  ControlRef button = nullptr;
+  CreatePushButtonControl(window, &bounds, is_first && IsEmpty(title) ? CFSTR("OK") : title,
+                          &button);
+  Identify(button, ButtonCommand(index), control_id::Button(NumberOf(index)));
+  if (is_first) MakeDefault(window, button);
+  SetAppearance(button, kControlSizeNormal);
+  *kDialogButtons[index] = button;
+}
+
+void CreateCancelControl(WindowRef window) {
+  ControlRef cancel = nullptr;
+  CreatePushButtonControl(window, &kCancelBounds, EmptyText(), &cancel);
+  Identify(cancel, kCancelCommand, control_id::kCancel);
+  SetWindowCancelButton(window, cancel);
+  if (!kCanEscape) HideControl(cancel);
+}
