@@ -157,7 +157,7 @@ TEST_P(Localisation, NamesAndDescribesThePlugin) {
 std::set<std::string> KeysOf(const std::string& language) {
   std::set<std::string> keys;
   const auto file = language + ".lproj/Quenlix.strings";
-  for (const std::string& line : LinesOf(kDocs.parent_path() / "resources" / file)) {
+  for (const std::string& line : LinesOf(kDocs.parent_path() / "plugin/resources" / file)) {
     if (line.starts_with('"')) keys.insert(line.substr(0, line.find('=')));
   }
   return keys;
