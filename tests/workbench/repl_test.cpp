@@ -80,7 +80,7 @@ class SessionTest : public testing::Test {
     return {"XDG_STATE_HOME=" + (folder_ / "state"), "HOME=" + (folder_ / "home"), "TERM=xterm"};
   }
 
-  std::string History() const { return ReadAll(folder_ / "plugin/state/tarvo/history"); }
+  std::string History() const { return ReadAll(folder_ / "state/tarvo/history"); }
 
   static void Leave(Terminal& terminal) {
     terminal.Expect("tarvo> ");
@@ -160,7 +160,7 @@ TEST_F(SessionTest, TheHistoryIsKeptBetweenSessions) {
   terminal.Type(std::string(kUp) + kUp + kUp + kUp + "\n");
   terminal.Expect("\r\n2\r\n");
   Leave(terminal);
-  const auto rights = std::filesystem::status(folder_ / "plugin/state/tarvo/history").permissions();
+  const auto rights = std::filesystem::status(folder_ / "state/tarvo/history").permissions();
   EXPECT_EQ(rights, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }
 
