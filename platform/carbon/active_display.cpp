@@ -1,7 +1,6 @@
 #include "platform/carbon/active_display.h"
 
 #include "platform/carbon/CarbonHost.h"
-#include "platform/carbon/objects.h"
 
 namespace carbon {
 namespace {
@@ -15,12 +14,5 @@ display::Display& ActiveDisplay() {
 }
 
 void SetDisplay(display::Display* display) { chosen_display = display; }
-
-long LiveObjects() {
-  const Objects& all = All();
-  return static_cast<long>(all.windows.Size() + all.controls.Size() + all.menus.Size() +
-                           all.lists.Size() + all.handlers.Size() + all.events.Size() +
-                           all.alerts.Size());
-}
 
 }  // namespace carbon

@@ -73,7 +73,7 @@ constinit const CFStringRef kAlertDefaultOKText = &carbon::kOk;
 OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef explanation,
                              const AlertStdCFStringAlertParamRec* parameters,
                              DialogRef* alert) try {
-  return carbon::AddTo(carbon::All().alerts,
+  return carbon::AddTo(carbon::AllObjects().alerts,
                        display::Alert{type, carbon::ToUtf8(carbon::ToUtf16(message)),
                                       carbon::ToUtf8(carbon::ToUtf16(explanation)),
                                       carbon::ButtonText(parameters->default_text),
@@ -87,9 +87,9 @@ OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef
 
 OSStatus RunStandardAlert(DialogRef alert, void* /*event_filter*/, std::int16_t* item) {
   *item = 0;
-  const auto object = carbon::All().alerts.Find(alert);
-  carbon::All().alerts.Remove(alert);
-  return carbon::With(object, [item](const display::Alert& held) {
+  const auto object = carbon::AllObjects().alerts.Find(alert);
+  carbon::AllObjects().alerts.Remove(alert);
+  return carbon::ApplyTo(object, [item](const display::Alert& held) {
     *item = static_cast<std::int16_t>(carbon::RunAlertLoop(held));
     return *item == 0 ? OSStatus{eventLoopQuitErr} : OSStatus{noErr};
   });

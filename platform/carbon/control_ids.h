@@ -1,7 +1,7 @@
 #pragma once
 
-// The ids of a dialog's controls: by them the displays know what a control is to the user, and which
-// label belongs to which field. Numbers count from 1, as users count buttons and fields.
+// The ids of a dialog's controls: by them the displays know what a control is to the user, and
+// which label belongs to which field. Numbers count from 1, as users count buttons and fields.
 
 #include <cstdint>
 

@@ -8,16 +8,11 @@ namespace {
 
 using display::ControlKind;
 
-// Adds a control to its window. Its place is made first, so that a failure leaves nothing behind.
 OSStatus AddControl(WindowRef window, Control control, ControlRef* reference) {
   *reference = nullptr;
-  return With(Find(window), [&](Window& object) {
+  return ApplyTo(Find(window), [&](Window& object) {
     control.window = window;
-    object.controls.push_back(nullptr);
-    const OSStatus status = AddTo(All().controls, std::move(control), reference);
-    object.controls.back() = *reference;
-    if (status != noErr) object.controls.pop_back();
-    return status;
+    return AddTo(AllObjects().controls, std::move(control), reference, object.controls);
   });
 }
 
@@ -37,7 +32,7 @@ OSStatus AddControl(WindowRef window, ControlKind kind, const Rect& bounds, CFSt
 OSStatus AddToggle(WindowRef window, ControlKind kind, const Rect& bounds, CFStringRef title,
                    std::int32_t value, bool auto_toggle, ControlRef* reference) {
   const OSStatus status = AddControl(window, kind, bounds, title, reference);
-  With(Find(*reference), [=](Control& control) {
+  ApplyTo(Find(*reference), [=](Control& control) {
     control.value = std::clamp(value, control.minimum, control.maximum);
     control.auto_toggle = auto_toggle;
   });
@@ -52,11 +47,11 @@ OSStatus AddList(WindowRef window, const Rect& bounds, std::size_t rows,
   list.cells.resize(rows);
   list.selected.resize(rows);
   ListHandle handle = nullptr;
-  OSStatus status = AddTo(All().lists, std::move(list), &handle);
+  OSStatus status = AddTo(AllObjects().lists, std::move(list), &handle);
   if (status != noErr) return status;
   status = AddControl(window, ControlKind::kList, bounds, nullptr, reference);
   if (status != noErr) {
-    All().lists.Remove(handle);
+    AllObjects().lists.Remove(handle);
     return status;
   }
   Find(handle)->control = *reference;
@@ -69,7 +64,7 @@ OSStatus AddList(WindowRef window, const Rect& bounds, std::size_t rows,
 // Runs `operation` on a control, which the display hears of.
 template <class Operation>
 OSStatus Alter(ControlRef reference, Operation operation) {
-  return With(Find(reference), [&](Control& control) {
+  return ApplyTo(Find(reference), [&](Control& control) {
     control.changed = true;
     return operation(control);
   });
@@ -99,7 +94,7 @@ std::optional<Value> Read(const void* data, Size size) {
 }
 
 OSStatus AttachMenu(Control& control, MenuRef menu) {
-  const auto object = All().menus.Find(menu);
+  const auto object = AllObjects().menus.Find(menu);
   if (!object) return paramErr;
   control.menu = object;
   control.menu_ref = menu;
@@ -214,7 +209,7 @@ OSStatus SetControlData(ControlRef control, std::int16_t /*part*/, OSType tag, S
 
 OSStatus GetControlData(ControlRef control, std::int16_t /*part*/, OSType tag, Size size,
                         void* data, Size* actual_size) {
-  return carbon::With(Find(control), [=](carbon::Control& object) {
+  return carbon::ApplyTo(Find(control), [=](carbon::Control& object) {
     return carbon::GetData(object, tag, size, data, actual_size);
   });
 }

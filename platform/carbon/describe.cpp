@@ -1,6 +1,7 @@
 #include "platform/carbon/describe.h"
 
 #include "platform/carbon/text_conversion.h"
+#include "platform/carbon/window_bounds.h"
 
 namespace carbon {
 namespace {

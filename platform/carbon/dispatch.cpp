@@ -199,8 +199,6 @@ std::string Dispatch(WindowRef reference, const Action& action) {
   return Tab(*window);
 }
 
-Point Pointer() { return pointer; }
-
 }  // namespace carbon
 
-void GetMouse(Point* point) { *point = carbon::Pointer(); }
+void GetMouse(Point* point) { *point = carbon::pointer; }

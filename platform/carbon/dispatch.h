@@ -9,7 +9,4 @@ namespace carbon {
 // so.
 std::string Dispatch(WindowRef reference, const display::Action& action);
 
-// Where the pointer is, in the current port's coordinates.
-Point Pointer();
-
 }  // namespace carbon

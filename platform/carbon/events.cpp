@@ -19,7 +19,7 @@ bool Handles(const Handler& handler, const Event& event) {
 // No memory is needed, so that a window can be closed where there is none.
 OSStatus SendToHandlers(const Window& window, const Event& event, EventRef reference) {
   for (std::size_t i = window.handlers.size(); i-- > 0;) {
-    const auto held = All().handlers.Find(window.handlers[i]);
+    const auto held = AllObjects().handlers.Find(window.handlers[i]);
     if (!held || !Handles(*held, event)) continue;
     const OSStatus status = held->handler(nullptr, reference, held->user_data);
     if (status != eventNotHandledErr) return status;
@@ -40,8 +40,8 @@ OSStatus SendToStandardHandler(WindowRef window, const Event& event) {
 }  // namespace
 }  // namespace carbon
 
-using carbon::All;
-using carbon::With;
+using carbon::AllObjects;
+using carbon::ApplyTo;
 
 EventHandlerUPP NewEventHandlerUPP(EventHandlerProc handler) { return handler; }
 
@@ -53,18 +53,19 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, std
                              const EventTypeSpec* types, void* user_data,
                              EventHandlerRef* registration) {
   *registration = nullptr;
-  return With(carbon::Find(carbon::WindowOf(target)), [=](carbon::Window& window) {
+  return ApplyTo(carbon::Find(carbon::WindowOf(target)), [=](carbon::Window& window) {
     window.handlers.push_back(nullptr);
-    const OSStatus status = carbon::AddTo(
-        All().handlers, carbon::Handler{handler, {types, types + count}, user_data}, registration);
+    const OSStatus status =
+        carbon::AddTo(AllObjects().handlers,
+                      carbon::Handler{handler, {types, types + count}, user_data}, registration);
     window.handlers.back() = *registration;
     return status;
   });
 }
 
 OSStatus RemoveEventHandler(EventHandlerRef registration) {
-  if (!All().handlers.Find(registration)) return paramErr;
-  All().handlers.Remove(registration);
+  if (!AllObjects().handlers.Find(registration)) return paramErr;
+  AllObjects().handlers.Remove(registration);
   return noErr;
 }
 
@@ -74,11 +75,11 @@ EventTime GetCurrentEventTime() {
 
 OSStatus CreateEvent(CFAllocatorRef /*allocator*/, OSType event_class, std::uint32_t event_kind,
                      EventTime /*time*/, std::uint32_t /*attributes*/, EventRef* event) {
-  return carbon::AddTo(All().events, carbon::Event{event_class, event_kind, {}}, event);
+  return carbon::AddTo(AllObjects().events, carbon::Event{event_class, event_kind, {}}, event);
 }
 
 OSStatus SetEventParameter(EventRef event, OSType name, OSType type, Size size, const void* data) {
-  return With(All().events.Find(event), [=](carbon::Event& object) {
+  return ApplyTo(AllObjects().events.Find(event), [=](carbon::Event& object) {
     object.parameters.push_back(
         {name, type, std::string(static_cast<const char*>(data), static_cast<std::size_t>(size))});
   });
@@ -86,7 +87,7 @@ OSStatus SetEventParameter(EventRef event, OSType name, OSType type, Size size, 
 
 OSStatus GetEventParameter(EventRef event, OSType name, OSType type, OSType* actual_type, Size size,
                            Size* actual_size, void* data) {
-  return With(All().events.Find(event), [=](carbon::Event& object) {
+  return ApplyTo(AllObjects().events.Find(event), [=](carbon::Event& object) {
     for (const auto& parameter : object.parameters) {
       if (parameter.name != name || parameter.type != type) continue;
       const auto held = static_cast<Size>(parameter.data.size());
@@ -100,9 +101,9 @@ OSStatus GetEventParameter(EventRef event, OSType name, OSType type, OSType* act
 }
 
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target) {
-  const auto held_event = All().events.Find(event);
+  const auto held_event = AllObjects().events.Find(event);
   const WindowRef window = carbon::WindowOf(target);
-  return With(carbon::Find(window), [&](carbon::Window& object) {
+  return ApplyTo(carbon::Find(window), [&](carbon::Window& object) {
     if (!held_event) return OSStatus{paramErr};
     const OSStatus status = carbon::SendToHandlers(object, *held_event, event);
     if (status != eventNotHandledErr) return status;
@@ -110,4 +111,4 @@ OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target) {
   });
 }
 
-void ReleaseEvent(EventRef event) { All().events.Remove(event); }
+void ReleaseEvent(EventRef event) { AllObjects().events.Remove(event); }

@@ -16,12 +16,12 @@ std::shared_ptr<carbon::Control> ControlOf(const std::shared_ptr<carbon::List>& 
 }  // namespace
 
 void SetListSelectionFlags(ListHandle list, std::int8_t flags) {
-  carbon::With(carbon::Find(list),
-               [flags](carbon::List& object) { object.only_one = (flags & lOnlyOne) != 0; });
+  carbon::ApplyTo(carbon::Find(list),
+                  [flags](carbon::List& object) { object.only_one = (flags & lOnlyOne) != 0; });
 }
 
 OSStatus LSetCell(const void* data, Size size, Cell cell, ListHandle list) {
-  return carbon::With(carbon::Find(list), [=](carbon::List& object) {
+  return carbon::ApplyTo(carbon::Find(list), [=](carbon::List& object) {
     if (!HasRow(object, cell)) return OSStatus{paramErr};
     object.cells[static_cast<std::size_t>(cell.v)].assign(static_cast<const char*>(data),
                                                           static_cast<std::size_t>(size));

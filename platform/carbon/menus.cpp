@@ -2,16 +2,16 @@
 #include "platform/carbon/text_conversion.h"
 
 OSStatus CreateNewMenu(std::int16_t /*menu_id*/, std::uint32_t /*attributes*/, MenuRef* menu) {
-  return carbon::AddTo(carbon::All().menus, carbon::Menu(), menu);
+  return carbon::AddTo(carbon::AllObjects().menus, carbon::Menu(), menu);
 }
 
 OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text,
                                         std::uint32_t /*attributes*/, OSType /*command*/,
                                         std::uint16_t* index) {
-  return carbon::With(carbon::All().menus.Find(menu), [=](carbon::Menu& object) {
+  return carbon::ApplyTo(carbon::AllObjects().menus.Find(menu), [=](carbon::Menu& object) {
     object.items.push_back(carbon::ToUtf16(text));
     if (index != nullptr) *index = static_cast<std::uint16_t>(object.items.size());
   });
 }
 
-void ReleaseMenu(MenuRef menu) { carbon::All().menus.Remove(menu); }
+void ReleaseMenu(MenuRef menu) { carbon::AllObjects().menus.Remove(menu); }

@@ -41,10 +41,11 @@ OSStatus RunModalLoop(WindowRef reference, Window& window) {
 }  // namespace carbon
 
 OSStatus RunAppModalLoopForWindow(WindowRef window) {
-  return carbon::With(carbon::Find(window),
-                      [=](carbon::Window& object) { return carbon::RunModalLoop(window, object); });
+  return carbon::ApplyTo(carbon::Find(window), [=](carbon::Window& object) {
+    return carbon::RunModalLoop(window, object);
+  });
 }
 
 OSStatus QuitAppModalLoopForWindow(WindowRef window) {
-  return carbon::With(carbon::Find(window), [](carbon::Window& object) { object.quit = true; });
+  return carbon::ApplyTo(carbon::Find(window), [](carbon::Window& object) { object.quit = true; });
 }

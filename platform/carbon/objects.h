@@ -118,16 +118,18 @@ struct Objects {
 };
 
 // The one instance. It is never destroyed: what is left at exit belongs to the process.
-Objects& All();
+Objects& AllObjects();
 
-inline std::shared_ptr<Window> Find(WindowRef window) { return All().windows.Find(window); }
-inline std::shared_ptr<Control> Find(ControlRef control) { return All().controls.Find(control); }
-inline std::shared_ptr<List> Find(ListHandle list) { return All().lists.Find(list); }
+inline std::shared_ptr<Window> Find(WindowRef window) { return AllObjects().windows.Find(window); }
+inline std::shared_ptr<Control> Find(ControlRef control) {
+  return AllObjects().controls.Find(control);
+}
+inline std::shared_ptr<List> Find(ListHandle list) { return AllObjects().lists.Find(list); }
 
-// Runs `operation` on an object: paramErr where it is gone, memFullErr where memory ran out,
-// otherwise what it answers.
+// Runs `operation` on an object. Returns paramErr if the object is gone, memFullErr if memory runs
+// out, otherwise what `operation` returns, or noErr if that is nothing.
 template <class Object, class Operation>
-OSStatus With(const std::shared_ptr<Object>& object, Operation operation) {
+OSStatus ApplyTo(const std::shared_ptr<Object>& object, Operation operation) {
   if (!object) return paramErr;
   try {
     if constexpr (std::is_void_v<decltype(operation(*object))>) {
@@ -141,7 +143,7 @@ OSStatus With(const std::shared_ptr<Object>& object, Operation operation) {
   }
 }
 
-// Adds a new object and hands out its reference; null and memFullErr where memory ran out.
+// Adds a new object and hands out its reference; null and memFullErr if memory runs out.
 template <class Reference, class Object>
 OSStatus AddTo(Table<Reference, Object>& table, Object object, Reference* reference) {
   *reference = nullptr;
@@ -153,10 +155,19 @@ OSStatus AddTo(Table<Reference, Object>& table, Object object, Reference* refere
   }
 }
 
+// The same, and appends the reference to `list`, whose place is made first: if memory runs out, the
+// list is as it was.
+template <class Reference, class Object>
+OSStatus AddTo(Table<Reference, Object>& table, Object object, Reference* reference,
+               std::vector<Reference>& list) {
+  list.push_back(nullptr);
+  const OSStatus status = AddTo(table, std::move(object), reference);
+  list.back() = *reference;
+  if (status != noErr) list.pop_back();
+  return status;
+}
+
 // Removes a window with its controls, lists and handlers.
 void Dispose(WindowRef window);
-
-// The content of a window in global coordinates, centred where it is to be.
-Rect ContentBounds(Window& window);
 
 }  // namespace carbon
