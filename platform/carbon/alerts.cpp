@@ -1,5 +1,6 @@
 #include "platform/carbon/active_display.h"
 #include "platform/carbon/objects.h"
+#include "platform/carbon/refusal.h"
 #include "platform/carbon/shown_dialog.h"
 #include "platform/carbon/text_conversion.h"
 
@@ -33,19 +34,18 @@ bool HasButton(const display::Alert& alert, int number) {
          (number == 3 && alert.other_button);
 }
 
-// One clause where an alert does not have what the action names.
-std::string WhyNot(const display::Alert& alert, const display::Action& action) {
+// Refuses an action that an alert cannot do.
+Refusal Check(const display::Alert& alert, const display::Action& action) {
   using Kind = display::Action::Kind;
   switch (action.kind) {
     case Kind::kPress:
-      return HasButton(alert, action.number)
-                 ? ""
-                 : "there is no button " + std::to_string(action.number);
+      if (HasButton(alert, action.number)) return kAccepted;
+      return "there is no button " + std::to_string(action.number);
     case Kind::kReturn:
     case Kind::kEscape:
     case Kind::kClose:
     case Kind::kTab:
-      return "";
+      return kAccepted;
     default:
       return "an alert has buttons alone";
   }
@@ -56,8 +56,8 @@ int RunAlertLoop(const display::Alert& alert) {
   const ShownDialog dialog(display, alert);
   if (!dialog.IsShown()) return 0;
   while (const std::optional<display::Action> action = display.NextAction()) {
-    if (const std::string reason = WhyNot(alert, *action); !reason.empty()) {
-      display.Reject(reason);
+    if (const Refusal refusal = Check(alert, *action)) {
+      display.Reject(*refusal);
     } else if (const int button = PressedButton(alert, *action); button != 0) {
       return button;
     }

@@ -62,23 +62,23 @@ std::string Missing(const char* what, int number) {
   return "there is no " + std::string(what) + " " + std::to_string(number);
 }
 
-std::string Enter(const Window& window, const Action& action) {
+Refusal Enter(const Window& window, const Action& action) {
   const auto field = FindField(window, action.number, IsEdit);
   if (!field) return Missing("edit or password field", action.number);
   field->text = ToUtf16(action.text);
   field->changed = true;
-  return "";
+  return kAccepted;
 }
 
-std::string Type(const Window& window, const Action& action) {
+Refusal Type(const Window& window, const Action& action) {
   const auto field = Find(window.focus);
   if (!field || !IsEdit(field->kind)) return "no edit field has the focus";
   *field->text += ToUtf16(action.text);
   field->changed = true;
-  return "";
+  return kAccepted;
 }
 
-std::string Choose(WindowRef reference, const Window& window, const Action& action) {
+Refusal Choose(WindowRef reference, const Window& window, const Action& action) {
   const auto is_popup = [](ControlKind kind) { return kind == ControlKind::kPopup; };
   const auto field = FindField(window, action.number, is_popup);
   if (!field) return Missing("pop-up menu in field", action.number);
@@ -89,10 +89,10 @@ std::string Choose(WindowRef reference, const Window& window, const Action& acti
   field->value = std::clamp(action.item, field->minimum, field->maximum);
   field->changed = true;
   IssueCommand(reference, *field, field->menu_ref, action.item);
-  return "";
+  return kAccepted;
 }
 
-std::string Click(WindowRef reference, const Window& window, const Action& action) {
+Refusal Click(WindowRef reference, const Window& window, const Action& action) {
   const auto field = FindField(window, action.number, IsToggle);
   if (!field) return Missing("check box or radio button in field", action.number);
   if (field->auto_toggle) {
@@ -100,7 +100,7 @@ std::string Click(WindowRef reference, const Window& window, const Action& actio
   }
   field->changed = true;
   IssueCommand(reference, *field);
-  return "";
+  return kAccepted;
 }
 
 void SelectRow(List& list, int row, Action::Kind kind) {
@@ -118,7 +118,7 @@ void SelectRow(List& list, int row, Action::Kind kind) {
   }
 }
 
-std::string ClickRow(WindowRef reference, const Window& window, const Action& action) {
+Refusal ClickRow(WindowRef reference, const Window& window, const Action& action) {
   for (const ControlRef held : window.controls) {
     const auto control = Find(held);
     const auto list = Find(control->list);
@@ -130,25 +130,25 @@ std::string ClickRow(WindowRef reference, const Window& window, const Action& ac
     pointer.h = Clamped(std::int64_t{window.content.left} + action.x - kCurrentPortLeft);
     pointer.v = Clamped(std::int64_t{window.content.top} + control->bounds.top);
     IssueCommand(reference, *control);
-    return "";
+    return kAccepted;
   }
   return Missing("list row", action.number);
 }
 
 // A disabled or hidden button does nothing, as for a user.
-std::string PressButton(WindowRef reference, const std::shared_ptr<Control>& button) {
+Refusal PressButton(WindowRef reference, const std::shared_ptr<Control>& button) {
   if (button && button->visible && button->enabled) IssueCommand(reference, *button);
-  return "";
+  return kAccepted;
 }
 
-std::string Press(WindowRef reference, const Window& window, const Action& action) {
+Refusal Press(WindowRef reference, const Window& window, const Action& action) {
   const auto button = FindById(window, control_id::Button(action.number));
   if (!button || button->kind != ControlKind::kButton) return Missing("button", action.number);
   return PressButton(reference, button);
 }
 
 // Fields and the list first, then the buttons, each in order of creation; never the cancel control.
-std::string Tab(Window& window) {
+Refusal Tab(Window& window) {
   std::vector<ControlRef> stops;
   for (const bool buttons : {false, true}) {
     for (const ControlRef reference : window.controls) {
@@ -159,19 +159,19 @@ std::string Tab(Window& window) {
       }
     }
   }
-  if (stops.empty()) return "";
+  if (stops.empty()) return kAccepted;
   const auto current = std::find(stops.begin(), stops.end(), window.focus);
   const auto next = current == stops.end() ? stops.begin() : current + 1;
   for (const ControlRef changed : {window.focus, next == stops.end() ? stops.front() : *next}) {
     if (const auto control = Find(changed)) control->changed = true;
     window.focus = changed;
   }
-  return "";
+  return kAccepted;
 }
 
 }  // namespace
 
-std::string Dispatch(WindowRef reference, const Action& action) {
+Refusal Dispatch(WindowRef reference, const Action& action) {
   const auto window = Find(reference);
   switch (action.kind) {
     case Action::Kind::kEnter:

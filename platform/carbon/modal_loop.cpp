@@ -28,8 +28,8 @@ OSStatus RunModalLoop(WindowRef reference, Window& window) {
   while (!window.quit && Find(reference)) {
     const std::optional<display::Action> action = display.NextAction();
     if (!action) return eventLoopQuitErr;
-    if (const std::string reason = Dispatch(reference, *action); !reason.empty()) {
-      display.Reject(reason);
+    if (const Refusal refusal = Dispatch(reference, *action)) {
+      display.Reject(*refusal);
     } else if (!window.quit) {
       SendChanges(window, display);
     }
