@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "platform/fmwrapper/FMHost.h"
-#include "platform/fmwrapper/live_values.h"
 #include "platform/fmwrapper/values.h"
 
 namespace {
@@ -58,7 +57,5 @@ Outcome Evaluate(const Function& function, const std::vector<Value>& parameters)
   const errcode error = function.function(function.id, ExprEnv(), vector, result);
   return {error, {result.type, std::u16string(result.text.Units()), result.locale.number}};
 }
-
-long LiveValues() { return CountLiveValues(); }
 
 }  // namespace fmx::host

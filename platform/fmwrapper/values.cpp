@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/corefoundation/encoding.h"
-#include "platform/fmwrapper/live_values.h"
+#include "platform/fmwrapper/FMHost.h"
 
 namespace {
 
@@ -44,11 +44,7 @@ std::u16string Decimal(std::int32_t value) {
 
 }  // namespace
 
-namespace fmx {
-
-long CountLiveValues() { return live_values; }
-
-}  // namespace fmx
+long fmx::host::LiveValues() { return live_values; }
 
 fmx::Text* FM_Text_Constructor1(fmx::Error& error) { return New<fmx::Text>(error); }
 

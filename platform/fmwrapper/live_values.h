@@ -1,8 +1,0 @@
-#pragma once
-
-namespace fmx {
-
-// Values that were constructed and not deleted.
-long CountLiveValues();
-
-}  // namespace fmx
