@@ -1,3 +1,5 @@
+#include "platform/corefoundation/bundle.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>

@@ -25,8 +25,6 @@ namespace corefoundation {
 void* NewObject(CFObject::Kind kind, std::size_t size);
 void DeleteObject(void* object);
 
-void DeleteBundle(CFBundle* bundle);
-
 // The array that a part lives and dies with.
 inline CFArray* ArrayOf(const CFString* part) {
   const CFString* first = part - part->object.count;

@@ -1,12 +1,8 @@
-#include <cstdlib>
-#include <new>
-
-#include "platform/corefoundation/CFHost.h"
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/corefoundation/bundle.h"
 #include "platform/corefoundation/objects.h"
 
 namespace {
-
-CFIndex live_objects = 0;
 
 // What is counted for `object`: a part lives and dies with its array.
 CFObject* Counted(CFTypeRef object) {
@@ -26,22 +22,6 @@ void Delete(CFObject* object) {
 
 }  // namespace
 
-namespace corefoundation {
-
-void* NewObject(CFObject::Kind kind, std::size_t size) {
-  void* memory = std::malloc(size);
-  if (memory == nullptr) return nullptr;
-  ++live_objects;
-  return new (memory) CFObject{kind, 1};
-}
-
-void DeleteObject(void* object) {
-  --live_objects;
-  std::free(object);
-}
-
-}  // namespace corefoundation
-
 CFTypeRef CFRetain(CFTypeRef object) {
   if (object == nullptr) return nullptr;
   CFObject* counted = Counted(object);
@@ -55,5 +35,3 @@ void CFRelease(CFTypeRef object) {
   if (counted->kind == CFObject::Kind::kLiteral) return;
   if (--counted->count == 0) Delete(counted);
 }
-
-CFIndex CFGetLiveObjectCount() { return live_objects; }
