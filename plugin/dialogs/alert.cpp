@@ -51,13 +51,13 @@ std::int16_t ShowAlert(CFArrayRef items) {
 }
 
 // The field values of the last dialog stay as they are.
-void RunAlert(CFStringRef parameter, fmx::Text& answer) {
+void RunAlert(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
-  if (!items) return Answer(answer, kNoMemory);
+  if (!items) return SetResult(result, kNoMemory);
   const std::int16_t button = ShowAlert(items.get());
   ResizeEmptied(FieldLC, kResultSize);
   std::snprintf(FieldLC.bytes, FieldLC.capacity, "%i", button);
-  Answer(answer, FieldLC.bytes);
+  SetResult(result, FieldLC.bytes);
 }
 
 }  // namespace

@@ -8,12 +8,12 @@ namespace {
 
 // Escape and position stay in force, and the pre-entered texts too where there was no memory for
 // the result.
-void RunCustomDialog(CFStringRef parameter, fmx::Text& answer) {
-  if (!StoreDialogItems(parameter)) return Answer(answer, kNoMemory);
+void RunCustomDialog(CFStringRef parameter, fmx::Text& result) {
+  if (!StoreDialogItems(parameter)) return SetResult(result, kNoMemory);
   ShowDialog(iFieldCount);
   iFieldCount = 0;
-  if (!ComposeDialogResult()) return Answer(answer, kNoMemory);
-  Answer(answer, TextOf(myreturntext));
+  if (!ComposeDialogResult()) return SetResult(result, kNoMemory);
+  SetResult(result, TextOf(myreturntext));
   StoreEmptyTexts(gPreEnters);
 }
 

@@ -55,18 +55,18 @@ void ClearOneShotPresets() {
   ForgetPosition();
 }
 
-void RunDialog(CFStringRef parameter, fmx::Text& answer) {
-  if (!StoreDialogItems(parameter)) return Answer(answer, kNoMemory);
+void RunDialog(CFStringRef parameter, fmx::Text& result) {
+  if (!StoreDialogItems(parameter)) return SetResult(result, kNoMemory);
   SetEditStyles();
   if (iFieldCount == kPopUpMode) {
     const std::int32_t menus = CountMenus();
-    if (menus == 0) return Answer(answer, kNoPopUpMenu);
+    if (menus == 0) return SetResult(result, kNoPopUpMenu);
     ShowPopUpDialog(menus);
   } else {
     ShowDialog(iFieldCount);
   }
   ClearOneShotPresets();
-  Answer(answer, ComposeDialogResult() ? TextOf(myreturntext) : kNoMemory);
+  SetResult(result, ComposeDialogResult() ? TextOf(myreturntext) : kNoMemory);
 }
 
 }  // namespace

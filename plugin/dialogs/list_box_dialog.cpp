@@ -31,14 +31,14 @@ std::array<CFStringRef, kFamilySize> ButtonTexts(CFArrayRef items) {
 }
 
 // The command handler records the chosen lines while DoListBox is set.
-void RunListBoxDialog(CFStringRef parameter, fmx::Text& answer) {
+void RunListBoxDialog(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
-  if (!items) return Answer(answer, kNoMemory);
+  if (!items) return SetResult(result, kNoMemory);
   StoreFlags(items.get());
   DoListBox = 1;
   RunListWindow(ItemAt(items.get(), kMessage), ButtonTexts(items.get()));
   DoListBox = 0;
-  Answer(answer, ComposeListResult() ? TextOf(myreturntext) : kNoMemory);
+  SetResult(result, ComposeListResult() ? TextOf(myreturntext) : kNoMemory);
 }
 
 }  // namespace

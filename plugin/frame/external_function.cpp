@@ -10,17 +10,20 @@ namespace {
 
 constexpr std::uint32_t kFirst = 0;
 constexpr std::int32_t kNativeEncoding = 0;
-constexpr CFIndex kFewBytes = 64;  // a text of so many needs no memory on its way to the answer
+
+// A text that takes at most this many bytes, the terminator included, becomes a result by way of
+// the stack; a longer one needs a block of memory.
+constexpr CFIndex kFewBytes = 64;
 
 fmx::TextAutoPtr NewText() { return fmx::TextAutoPtr(fmx::Call<FM_Text_Constructor1>()); }
 
 void Release(fmx::TextAutoPtr& text) { fmx::Call<FM_Text_Delete>(text.release()); }
 
 // The last step of every function that returns text.
-void HandOver(const fmx::DataVect& parameters, fmx::Data& result, const fmx::Text& answer) {
+void HandOver(const fmx::DataVect& parameters, fmx::Data& result, const fmx::Text& text) {
   const fmx::Data* parameter = fmx::Call<FM_DataVect_At>(parameters, kFirst);
   const fmx::Locale* locale = fmx::Call<FM_Data_GetLocale>(*parameter);
-  fmx::Call<FM_Data_SetAsText>(result, answer, *locale, kFMX_TextType);
+  fmx::Call<FM_Data_SetAsText>(result, text, *locale, kFMX_TextType);
 }
 
 // A string object of the parameter's `length` code units, copied by way of a local text and
@@ -29,7 +32,7 @@ CFOwner<CFStringRef> CopyParameter(const fmx::Text& parameter, std::uint32_t len
                                    fmx::Text& local, UniChar* units) {
   fmx::Call<FM_Text_SetText>(local, parameter, kFirst, length);
   fmx::Call<FM_Text_GetUnicode>(local, units, kFirst, length);
-  return Own(CFStringCreateWithCharacters(kCFAllocatorDefault, units, length));
+  return Owned(CFStringCreateWithCharacters(kCFAllocatorDefault, units, length));
 }
 
 CFOwner<CFStringRef> CopyBounded(const fmx::Text& parameter, std::uint32_t length,
@@ -42,26 +45,26 @@ CFOwner<CFStringRef> CopyUnbounded(const fmx::Text& parameter, std::uint32_t len
                                    fmx::Text& local) {
   const std::unique_ptr<void, decltype(&std::free)> units(std::malloc(std::size_t{4} * length),
                                                           &std::free);
-  if (!units) return Own(CFStringRef{nullptr});
+  if (!units) return Owned(CFStringRef{nullptr});
   return CopyParameter(parameter, length, local, static_cast<UniChar*>(units.get()));
 }
 
 fmx::errcode Run(const fmx::DataVect& parameters, fmx::Data& result, std::uint32_t limit,
                  decltype(CopyBounded)* copy, FunctionBody body) {
   fmx::TextAutoPtr local = NewText();
-  fmx::TextAutoPtr answer = NewText();
+  fmx::TextAutoPtr result_text = NewText();
   const fmx::Text* parameter = fmx::Call<FM_DataVect_AtAsText>(parameters, kFirst);
   const std::uint32_t length = fmx::Call<FM_Text_GetSize>(*parameter);
   if (length == 0 || length > limit) {
-    Answer(*answer, kBadParameter);
+    SetResult(*result_text, kBadParameter);
   } else if (const auto text = copy(*parameter, length, *local)) {
-    body(text.get(), *answer);
+    body(text.get(), *result_text);
   } else {
-    Answer(*answer, kNoMemory);
+    SetResult(*result_text, kNoMemory);
   }
-  HandOver(parameters, result, *answer);
+  HandOver(parameters, result, *result_text);
   Release(local);
-  Release(answer);
+  Release(result_text);
   return 0;
 }
 
@@ -76,10 +79,10 @@ fmx::errcode RunUnbounded(const fmx::DataVect& parameters, fmx::Data& result, Fu
 }
 
 fmx::errcode ReturnText(const fmx::DataVect& parameters, fmx::Data& result, const char* bytes) {
-  fmx::TextAutoPtr answer = NewText();
-  Answer(*answer, bytes);
-  HandOver(parameters, result, *answer);
-  Release(answer);
+  fmx::TextAutoPtr result_text = NewText();
+  SetResult(*result_text, bytes);
+  HandOver(parameters, result, *result_text);
+  Release(result_text);
   return 0;
 }
 
@@ -92,22 +95,22 @@ fmx::errcode ReturnNumber(fmx::Data& result, std::int32_t number) {
   return 0;
 }
 
-void Answer(fmx::Text& answer, const char* bytes) {
-  fmx::Call<FM_Text_Assign>(answer, bytes, kNativeEncoding);
+void SetResult(fmx::Text& result, const char* bytes) {
+  fmx::Call<FM_Text_Assign>(result, bytes, kNativeEncoding);
 }
 
-void Answer(fmx::Text& answer, CFStringRef text) {
+void SetResult(fmx::Text& result, CFStringRef text) {
   char few[kFewBytes];
   if (MaximumByteCount(text) <= kFewBytes) {
     CFStringGetCString(text, few, kFewBytes, CFStringGetSystemEncoding());
-    return Answer(answer, few);
+    return SetResult(result, few);
   }
   const ByteString bytes = ToByteString(text);
-  Answer(answer, bytes ? bytes.get() : kNoMemory);
+  SetResult(result, bytes ? bytes.get() : kNoMemory);
 }
 
-void Answer(fmx::Text& answer, std::int32_t number) {
+void SetResult(fmx::Text& result, std::int32_t number) {
   char digits[16] = {};
   std::to_chars(digits, std::end(digits) - 1, number);
-  Answer(answer, digits);
+  SetResult(result, digits);
 }

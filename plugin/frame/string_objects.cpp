@@ -24,7 +24,7 @@ ByteString ToByteString(CFStringRef text) {
 }
 
 CFOwner<CFArrayRef> Split(CFStringRef text, CFStringRef separator) {
-  return Own(CFStringCreateArrayBySeparatingStrings(kCFAllocatorDefault, text, separator));
+  return Owned(CFStringCreateArrayBySeparatingStrings(kCFAllocatorDefault, text, separator));
 }
 
 CFStringRef ItemAt(CFArrayRef items, CFIndex index) {

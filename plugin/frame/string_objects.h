@@ -14,7 +14,7 @@
 template <class Object>
 using CFOwner = std::unique_ptr<std::remove_pointer_t<Object>, decltype(&CFRelease)>;
 template <class Object>
-CFOwner<Object> Own(Object object) {
+CFOwner<Object> Owned(Object object) {
   return {object, &CFRelease};
 }
 

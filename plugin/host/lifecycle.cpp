@@ -20,7 +20,7 @@ constexpr std::uint32_t kFlags =
 // what FileMaker stores in calculations.
 struct Registration {
   std::int16_t id;
-  fmx::ExternalFunction function;
+  TarvoFunction* function;
 };
 
 constexpr Registration kRegistrations[] = {

@@ -32,10 +32,10 @@ void CutAtParenthesis(fmx::Text& text) {
 std::int32_t Sub_OSXLoadString(std::uint32_t number, UniChar* buffer, std::int32_t size) {
   if (buffer == nullptr || size <= 1) return 0;
   const auto key =
-      Own(CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("Quenlix %d"), number));
+      Owned(CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("Quenlix %d"), number));
   if (!key) return 0;
   const auto text =
-      Own(CFBundleCopyLocalizedString(PluginBundle(), key.get(), key.get(), CFSTR("Quenlix")));
+      Owned(CFBundleCopyLocalizedString(PluginBundle(), key.get(), key.get(), CFSTR("Quenlix")));
   if (!text || text.get() == key.get()) return 0;
   return CopyIfItFits(text.get(), buffer, size);
 }

@@ -17,36 +17,36 @@ bool ReadCoordinate(CFArrayRef items, CFIndex index, std::int32_t& coordinate) {
 }
 
 // A negative coordinate is no position, but does not take back one that was set.
-void Position(CFStringRef parameter, fmx::Text& answer) {
+void Position(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
-  if (!items) return Answer(answer, kNoMemory);
+  if (!items) return SetResult(result, kNoMemory);
   if (!ReadCoordinate(items.get(), 0, gXpos) || !ReadCoordinate(items.get(), 1, gYpos)) {
-    return Answer(answer, kBadParameter);
+    return SetResult(result, kBadParameter);
   }
   if (gXpos >= 0 && gYpos >= 0) gUsePosition = 1;
-  Answer(answer, "0");
+  SetResult(result, "0");
 }
 
-void SetFocus(CFStringRef parameter, fmx::Text& answer) {
+void SetFocus(CFStringRef parameter, fmx::Text& result) {
   iFocusField = ReadNumber(parameter);
-  Answer(answer, parameter);
+  SetResult(result, parameter);
 }
 
-void AllowEscape(CFStringRef parameter, fmx::Text& answer) {
+void AllowEscape(CFStringRef parameter, fmx::Text& result) {
   kCanEscape = ReadNumber(parameter) > 0 ? 1 : 0;
-  Answer(answer, kCanEscape ? "1" : "0");
+  SetResult(result, kCanEscape ? "1" : "0");
 }
 
 // A field that the parameter does not mention becomes an edit text.
-void SetCustomControls(CFStringRef parameter, fmx::Text& answer) {
+void SetCustomControls(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
-  if (!items) return Answer(answer, kNoMemory);
+  if (!items) return SetResult(result, kNoMemory);
   const auto count = static_cast<std::size_t>(CFArrayGetCount(items.get()));
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     const auto index = static_cast<CFIndex>(i);
     *iControlStyles[i] = i < count ? ReadNumber(ItemAt(items.get(), index)) : kEditText;
   }
-  Answer(answer, parameter);
+  SetResult(result, parameter);
 }
 
 }  // namespace

@@ -27,8 +27,8 @@ std::int32_t CountMenus(CFArrayRef texts) {
 // An array of the items of `text`, which holds nothing of the parameter; null where memory cannot
 // be had.
 CFOwner<CFArrayRef> CreateItems(CFStringRef text) {
-  const auto copy = Own(CFStringCreateCopy(kCFAllocatorDefault, text));
-  return copy ? Split(copy.get(), CFSTR("\r")) : Own(CFArrayRef{nullptr});
+  const auto copy = Owned(CFStringCreateCopy(kCFAllocatorDefault, text));
+  return copy ? Split(copy.get(), CFSTR("\r")) : Owned(CFArrayRef{nullptr});
 }
 
 // A field beyond the last menu has no menu, though an item, the empty text.
@@ -38,32 +38,32 @@ CFOwner<CFArrayRef> CreateMenu(CFArrayRef texts, CFIndex index, std::int32_t men
 }
 
 // All four menus are made before the first is stored: either all are replaced or none is.
-void PopUps(CFStringRef parameter, fmx::Text& answer) {
+void PopUps(CFStringRef parameter, fmx::Text& result) {
   const auto texts = Split(parameter, CFSTR("|"));
-  if (!texts) return Answer(answer, kNoMemory);
+  if (!texts) return SetResult(result, kNoMemory);
   const std::int32_t menus = CountMenus(texts.get());
   const auto create = [&](CFIndex index) { return CreateMenu(texts.get(), index, menus); };
   CFOwner<CFArrayRef> created[] = {create(0), create(1), create(2), create(3)};
   if (!std::ranges::all_of(created, [](const auto& items) { return items != nullptr; })) {
-    return Answer(answer, kNoMemory);
+    return SetResult(result, kNoMemory);
   }
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     const bool has_menu = static_cast<std::int32_t>(i) < menus;
     *popupctrs[i] = has_menu ? static_cast<std::int32_t>(CFArrayGetCount(created[i].get())) : 0;
     StoreArray(*mypopupArrays[i], created[i].release());
   }
-  Answer(answer, menus);
+  SetResult(result, menus);
 }
 
 // Room for a chosen line of any length is made here, where there is a way to say that there is
 // none.
-void FillListBox(CFStringRef parameter, fmx::Text& answer) {
+void FillListBox(CFStringRef parameter, fmx::Text& result) {
   const auto room = 4 * static_cast<std::size_t>(CFStringGetLength(parameter));
   auto lines = CreateItems(parameter);
-  if (!lines || !Grow(Field1, room)) return Answer(answer, kNoMemory);
+  if (!lines || !Grow(Field1, room)) return SetResult(result, kNoMemory);
   glistlength = static_cast<std::int32_t>(CFArrayGetCount(lines.get()));
   StoreArray(myListArray, lines.release());
-  Answer(answer, glistlength);
+  SetResult(result, glistlength);
 }
 
 }  // namespace

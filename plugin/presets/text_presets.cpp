@@ -5,18 +5,18 @@
 
 namespace {
 
-void SetCaption(CFStringRef parameter, fmx::Text& answer) {
+void SetCaption(CFStringRef parameter, fmx::Text& result) {
   StoreText(gWindowTitle, parameter);
-  Answer(answer, gWindowTitle);
+  SetResult(result, gWindowTitle);
 }
 
-void PreEnterText(CFStringRef parameter, fmx::Text& answer) {
+void PreEnterText(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
-  if (!items) return Answer(answer, kNoMemory);
+  if (!items) return SetResult(result, kNoMemory);
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     StoreText(*gPreEnters[i], ItemAt(items.get(), static_cast<CFIndex>(i)));
   }
-  Answer(answer, parameter);
+  SetResult(result, parameter);
 }
 
 }  // namespace

@@ -3,22 +3,16 @@
 // What the last dialog left, any number of times until the next dialog replaces it. None of these
 // reads its parameter; it serves the result's locale alone.
 
-#include "platform/fmwrapper/FMWrapper.h"
+#include "plugin/frame/external_function.h"
 
 // The composed result text.
-fmx::errcode Do_TarvoLastValue(std::int16_t function_id, const fmx::ExprEnv& environment,
-                               const fmx::DataVect& parameters, fmx::Data& result);
+TarvoFunction Do_TarvoLastValue;
 
 // The value of one field.
-fmx::errcode Do_TarvoV1(std::int16_t function_id, const fmx::ExprEnv& environment,
-                        const fmx::DataVect& parameters, fmx::Data& result);
-fmx::errcode Do_TarvoV2(std::int16_t function_id, const fmx::ExprEnv& environment,
-                        const fmx::DataVect& parameters, fmx::Data& result);
-fmx::errcode Do_TarvoV3(std::int16_t function_id, const fmx::ExprEnv& environment,
-                        const fmx::DataVect& parameters, fmx::Data& result);
-fmx::errcode Do_TarvoV4(std::int16_t function_id, const fmx::ExprEnv& environment,
-                        const fmx::DataVect& parameters, fmx::Data& result);
+TarvoFunction Do_TarvoV1;
+TarvoFunction Do_TarvoV2;
+TarvoFunction Do_TarvoV3;
+TarvoFunction Do_TarvoV4;
 
 // How the dialog ended.
-fmx::errcode Do_TarvoLC(std::int16_t function_id, const fmx::ExprEnv& environment,
-                        const fmx::DataVect& parameters, fmx::Data& result);
+TarvoFunction Do_TarvoLC;
