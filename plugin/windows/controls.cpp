@@ -50,3 +50,10 @@ void CreateCancelControl(WindowRef window) {
   SetWindowCancelButton(window, cancel);
   if (!kCanEscape) HideControl(cancel);
 }
+
+ListHandle RunningList() {
+  ListHandle list = nullptr;
+  GetControlData(kDialogList, kControlEntireControl, kControlListBoxListHandleTag, sizeof list,
+                 &list, nullptr);
+  return list;
+}

@@ -37,3 +37,6 @@ void SetAppearance(ControlRef control, std::uint16_t size);
 // unless Escape may cancel.
 void CreateButton(WindowRef window, std::size_t index, const Rect& bounds, CFStringRef title);
 void CreateCancelControl(WindowRef window);
+
+// The list of the running list-box dialog.
+ListHandle RunningList();

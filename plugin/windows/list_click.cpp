@@ -2,7 +2,7 @@
 
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/close_window.h"
-#include "plugin/windows/list_window.h"
+#include "plugin/windows/controls.h"
 #include "plugin/windows/record.h"
 
 namespace {

@@ -71,10 +71,3 @@ OSStatus RunListWindow(CFStringRef message,
   selectedCell.v = kNoRow;
   return RunDialogWindow(window);
 }
-
-ListHandle RunningList() {
-  ListHandle list = nullptr;
-  GetControlData(kDialogList, kControlEntireControl, kControlListBoxListHandleTag, sizeof list,
-                 &list, nullptr);
-  return list;
-}

@@ -8,10 +8,9 @@
 #include "platform/carbon/Carbon.h"
 #include "plugin/state/dialog_state.h"
 
-// Shows the lines of the dialog state under `message`, with button 1 and each other button that has a
-// text, and returns when the dialog has closed, with the modal loop's status. FieldLC and Field1 then
-// hold the answer; if no display could show the dialog, or no answer came, they are as they were.
-OSStatus RunListWindow(CFStringRef message, const std::array<CFStringRef, kFamilySize>& button_texts);
-
-// The list of the running list-box dialog.
-ListHandle RunningList();
+// Shows the lines of the dialog state under `message`, with button 1 and each other button that has
+// a text, and returns when the dialog has closed, with the modal loop's status. FieldLC and Field1
+// then hold the answer; if no display could show the dialog, or no answer came, they are as they
+// were.
+OSStatus RunListWindow(CFStringRef message,
+                       const std::array<CFStringRef, kFamilySize>& button_texts);

@@ -4,7 +4,7 @@
 
 #include "plugin/frame/string_objects.h"
 #include "plugin/state/dialog_state.h"
-#include "plugin/windows/list_window.h"
+#include "plugin/windows/controls.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ void RecordEdit(ByteBuffer& field, ControlRef control) {
   CFStringRef text = nullptr;
   GetControlData(control, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text,
                  nullptr);
-  const auto owner = Own(text);
+  const auto owner = Owned(text);
   if (text != nullptr) RecordText(field, text);
 }
 
