@@ -54,12 +54,9 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, std
                              EventHandlerRef* registration) {
   *registration = nullptr;
   return ApplyTo(carbon::Find(carbon::WindowOf(target)), [=](carbon::Window& window) {
-    window.handlers.push_back(nullptr);
-    const OSStatus status =
-        carbon::AddTo(AllObjects().handlers,
-                      carbon::Handler{handler, {types, types + count}, user_data}, registration);
-    window.handlers.back() = *registration;
-    return status;
+    return carbon::AddTo(AllObjects().handlers,
+                         carbon::Handler{handler, {types, types + count}, user_data}, registration,
+                         window.handlers);
   });
 }
 

@@ -211,6 +211,31 @@ TEST_F(ExhaustedMemory, ABundleIsWholeOrNone) {
   for (int at = 1; at <= points; ++at) create(at);
 }
 
+TEST_F(ExhaustedMemory, AHandlerThatCannotBeInstalledIsNotKept) {
+  constexpr EventTypeSpec kCommands{kEventClassCommand, kEventCommandProcess};
+  constexpr Rect kContent{0, 0, 100, 200};
+  const auto handle = [](EventHandlerCallRef, EventRef, void*) { return OSStatus{noErr}; };
+  std::set<int> points;  // allocations of an installation that succeeds after others have failed
+  for (int failures = 1; failures <= 8; ++failures) {
+    WindowRef window = nullptr;
+    CreateNewWindow(kMovableModalWindowClass, 0, &kContent, &window);
+    const auto install = [&](int at, EventHandlerRef* handler) {
+      failing_allocator::Arm(at, false);
+      return InstallEventHandler(GetWindowEventTarget(window), handle, 1, &kCommands, nullptr,
+                                 handler);
+    };
+    EventHandlerRef handler = nullptr;
+    for (int i = 0; i < failures; ++i) {
+      EXPECT_EQ(install(3, &handler), memFullErr);
+      EXPECT_EQ(handler, nullptr);
+    }
+    EXPECT_EQ(install(0, &handler), noErr);
+    points.insert(failing_allocator::Disarm());
+    DisposeWindow(window);
+  }
+  EXPECT_EQ(points.size(), 1U) << "a window's list grows with handlers that it does not have";
+}
+
 TEST_F(ExhaustedMemory, AListWithoutRoomForItsLinesIsRefused) {
   const std::string lines = std::string(1500, 'a') + "\rb";
   const Case fill{"TarvoFillListBox", lines.c_str(), "", 0, 0};
