@@ -89,7 +89,7 @@ std::size_t Utf8Length(unsigned char first) {
 }
 
 // Whether a character of `length` bytes is one that UTF-8 writes with so many.
-bool IsInPlace(char32_t character, std::size_t length) {
+bool IsWellFormed(char32_t character, std::size_t length) {
   constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
   return character >= kLeast[length] && character <= 0x10FFFF && !IsHighSurrogate(character) &&
          !IsLowSurrogate(character);
@@ -106,7 +106,7 @@ char32_t NextUtf8(const unsigned char*& in, const unsigned char* end) {
     if ((in[i] & 0xC0) != 0x80) return kReplacement;
     character = character << 6 | (in[i] & 0x3FU);
   }
-  if (!IsInPlace(character, length)) return kReplacement;
+  if (!IsWellFormed(character, length)) return kReplacement;
   in += length - 1;
   return character;
 }
@@ -129,31 +129,12 @@ char16_t CharacterOfTwo(const unsigned char* bytes) {
   return static_cast<char16_t>((both & 0x1F) << 6 | (both >> 8 & 0x3F));
 }
 
-// Two characters of two bytes, the first in the lower half; 0 where there are not two.
-std::uint32_t PairOfTwo(const unsigned char* bytes) {
-  const std::uint32_t all = bytes[0] | static_cast<std::uint32_t>(bytes[1]) << 8 |
-                            static_cast<std::uint32_t>(bytes[2]) << 16 |
-                            static_cast<std::uint32_t>(bytes[3]) << 24;
-  if ((all & 0xC0E0C0E0) != 0x80C080C0 || (all & 0x1E) == 0 || (all & 0x1E0000) == 0) return 0;
-  return (all & 0x1F001F) << 6 | (all >> 8 & 0x3F003F);
-}
-
-// The characters of two bytes that stand at `in`, up to the first other one.
-void DecodeTwos(const unsigned char*& in, const unsigned char* end, char16_t*& out) {
-  for (std::uint32_t pair = 0; end - in >= 4 && (pair = PairOfTwo(in)) != 0; in += 4) {
-    *out++ = static_cast<char16_t>(pair & 0xFFFF);
-    *out++ = static_cast<char16_t>(pair >> 16);
-  }
-  char16_t unit = 0;
-  for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
-}
-
 char16_t CharacterOfThree(const unsigned char* bytes) {
   const unsigned all =
       static_cast<unsigned>(bytes[0]) << 16 | static_cast<unsigned>(bytes[1]) << 8 | bytes[2];
   if ((all & 0xF0C0C0) != 0xE08080) return 0;
   const char32_t character = (all >> 4 & 0xF000) | (all >> 2 & 0xFC0) | (all & 0x3F);
-  return IsInPlace(character, 3) ? static_cast<char16_t>(character) : u'\0';
+  return IsWellFormed(character, 3) ? static_cast<char16_t>(character) : u'\0';
 }
 
 // A text keeps to one kind of character for a while, so each is read until it ends. A unit of ASCII
@@ -169,8 +150,8 @@ std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
       in += copied;
       out += copied;
     }
-    DecodeTwos(in, end, out);
     char16_t unit = 0;
+    for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
     for (; end - in >= 3 && (unit = CharacterOfThree(in)) != 0; in += 3) *out++ = unit;
     if (in < end && *in >= 0x80) out = PutUtf16(NextUtf8(in, end), out);
   }
