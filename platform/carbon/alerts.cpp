@@ -1,8 +1,17 @@
+#include <cstdint>
+#include <new>
+#include <optional>
+#include <string>
+
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/active_display.h"
+#include "platform/carbon/display.h"
 #include "platform/carbon/objects.h"
 #include "platform/carbon/refusal.h"
 #include "platform/carbon/shown_dialog.h"
 #include "platform/carbon/text_conversion.h"
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/corefoundation/encoding.h"
 
 namespace carbon {
 namespace {

@@ -1,7 +1,15 @@
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <optional>
+#include <utility>
 
+#include "platform/carbon/Carbon.h"
+#include "platform/carbon/display.h"
 #include "platform/carbon/objects.h"
 #include "platform/carbon/text_conversion.h"
+#include "platform/corefoundation/CoreFoundation.h"
 
 namespace carbon {
 namespace {

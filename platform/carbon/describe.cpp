@@ -1,7 +1,13 @@
 #include "platform/carbon/describe.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "platform/carbon/geometry.h"
 #include "platform/carbon/text_conversion.h"
 #include "platform/carbon/window_bounds.h"
+#include "platform/corefoundation/encoding.h"
 
 namespace carbon {
 namespace {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/carbon/Carbon.h"
+#include "platform/carbon/display.h"
 #include "platform/carbon/objects.h"
 
 namespace carbon {

@@ -1,10 +1,19 @@
 #include "platform/carbon/dispatch.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
+#include <vector>
 
+#include "platform/carbon/control_ids.h"
+#include "platform/carbon/geometry.h"
+#include "platform/carbon/objects.h"
 #include "platform/carbon/text_conversion.h"
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/corefoundation/encoding.h"
 
 namespace carbon {
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/carbon/objects.h"
+#include "platform/carbon/Carbon.h"
+#include "platform/carbon/display.h"
 #include "platform/carbon/refusal.h"
 
 namespace carbon {

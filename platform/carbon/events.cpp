@@ -1,7 +1,12 @@
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <cstring>
+#include <string>
 
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/objects.h"
+#include "platform/corefoundation/CoreFoundation.h"
 
 namespace carbon {
 namespace {

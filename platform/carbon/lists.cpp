@@ -1,6 +1,12 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
 
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/objects.h"
+#include "platform/corefoundation/CoreFoundation.h"
 #include "platform/corefoundation/encoding.h"
 
 namespace {

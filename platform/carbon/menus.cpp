@@ -1,5 +1,9 @@
+#include <cstdint>
+
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/objects.h"
 #include "platform/carbon/text_conversion.h"
+#include "platform/corefoundation/CoreFoundation.h"
 
 OSStatus CreateNewMenu(std::int16_t /*menu_id*/, std::uint32_t /*attributes*/, MenuRef* menu) {
   return carbon::AddTo(carbon::AllObjects().menus, carbon::Menu(), menu);

@@ -1,7 +1,14 @@
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/active_display.h"
 #include "platform/carbon/describe.h"
 #include "platform/carbon/dispatch.h"
+#include "platform/carbon/display.h"
 #include "platform/carbon/objects.h"
+#include "platform/carbon/refusal.h"
 #include "platform/carbon/shown_dialog.h"
 
 namespace carbon {

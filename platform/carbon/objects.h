@@ -2,6 +2,7 @@
 
 // What Carbon's objects hold, and how references find them; for this layer alone.
 
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>

@@ -1,5 +1,7 @@
 #include "platform/carbon/text_conversion.h"
 
+#include <cstddef>
+
 namespace carbon {
 
 std::u16string ToUtf16(CFStringRef string) {

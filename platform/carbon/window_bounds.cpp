@@ -1,6 +1,9 @@
 #include "platform/carbon/window_bounds.h"
 
+#include <cstdint>
+
 #include "platform/carbon/active_display.h"
+#include "platform/carbon/display.h"
 
 namespace carbon {
 namespace {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/carbon/geometry.h"
 #include "platform/carbon/objects.h"
 
 namespace carbon {

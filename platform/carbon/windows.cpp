@@ -1,8 +1,13 @@
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
+#include "platform/carbon/Carbon.h"
+#include "platform/carbon/display.h"
 #include "platform/carbon/objects.h"
 #include "platform/carbon/text_conversion.h"
 #include "platform/carbon/window_bounds.h"
+#include "platform/corefoundation/CoreFoundation.h"
 
 namespace {
 

@@ -1,10 +1,13 @@
 #include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
 
+#include "platform/corefoundation/CoreFoundation.h"
 #include "platform/corefoundation/objects.h"
 
 namespace {

@@ -1,13 +1,17 @@
 #include "platform/corefoundation/bundle.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <map>
-#include <memory>
 #include <new>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 

@@ -2,6 +2,7 @@
 
 // How the objects of this layer are laid out; for the layer alone.
 
+#include <cstddef>
 #include <string_view>
 
 #include "platform/corefoundation/CoreFoundation.h"

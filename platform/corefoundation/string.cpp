@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 
+#include "platform/corefoundation/CoreFoundation.h"
 #include "platform/corefoundation/encoding.h"
 #include "platform/corefoundation/objects.h"
 

@@ -1,7 +1,9 @@
 #include "platform/corefoundation/strings_table.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "platform/corefoundation/encoding.h"
 

@@ -2,6 +2,7 @@
 
 // Localised strings tables: `"key" = "value";` with comments as in C.
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>

@@ -1,6 +1,11 @@
 #include <algorithm>
+#include <cstdint>
+#include <new>
+#include <string>
+#include <vector>
 
 #include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "platform/fmwrapper/values.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "platform/fmwrapper/values.h"
 
-#include <algorithm>
+#include <exception>
+#include <new>
 
 #include "platform/corefoundation/encoding.h"
 #include "platform/fmwrapper/FMHost.h"

@@ -3,6 +3,8 @@
 // What FileMaker's values hold; for this layer alone.
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>

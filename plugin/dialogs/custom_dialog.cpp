@@ -1,7 +1,12 @@
+#include <cstdint>
+
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/dialogs/dialog_items.h"
 #include "plugin/dialogs/dialogs.h"
 #include "plugin/frame/external_function.h"
 #include "plugin/results/result_text.h"
+#include "plugin/state/byte_buffer.h"
 #include "plugin/state/dialog_state.h"
 
 namespace {

@@ -1,5 +1,7 @@
 #include "plugin/dialogs/dialog_items.h"
 
+#include <cstddef>
+
 #include "plugin/frame/string_objects.h"
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/standard_window.h"

@@ -1,9 +1,14 @@
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/dialogs/dialogs.h"
 #include "plugin/frame/external_function.h"
 #include "plugin/frame/string_objects.h"
 #include "plugin/results/result_text.h"
+#include "plugin/state/byte_buffer.h"
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/list_window.h"
 

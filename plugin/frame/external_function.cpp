@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <iterator>
+#include <memory>
 
 #include "plugin/frame/string_objects.h"
 

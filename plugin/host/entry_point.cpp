@@ -1,3 +1,7 @@
+#include <cstdint>
+
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/frame/call_block.h"
 #include "plugin/host/lifecycle.h"
 #include "plugin/host/localised_strings.h"

@@ -1,5 +1,6 @@
 #include "plugin/host/lifecycle.h"
 
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/dialogs/dialogs.h"
 #include "plugin/frame/external_function.h"
 #include "plugin/host/localised_strings.h"

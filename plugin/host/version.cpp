@@ -1,5 +1,8 @@
 #include "plugin/host/version.h"
 
+#include <cstdint>
+
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/frame/external_function.h"
 
 namespace {

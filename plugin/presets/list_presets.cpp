@@ -1,8 +1,13 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/frame/external_function.h"
 #include "plugin/frame/string_objects.h"
 #include "plugin/presets/presets.h"
+#include "plugin/state/byte_buffer.h"
 #include "plugin/state/dialog_state.h"
 
 namespace {

@@ -1,3 +1,8 @@
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/frame/external_function.h"
 #include "plugin/frame/string_objects.h"
 #include "plugin/presets/presets.h"

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <span>
 
+#include "plugin/state/byte_buffer.h"
 #include "plugin/state/dialog_state.h"
 
 namespace {

@@ -1,7 +1,11 @@
 #include "plugin/results/results.h"
 
+#include <cstdint>
+
+#include "platform/fmwrapper/FMWrapper.h"
 #include "plugin/frame/external_function.h"
 #include "plugin/results/result_text.h"
+#include "plugin/state/byte_buffer.h"
 #include "plugin/state/dialog_state.h"
 
 fmx::errcode Do_TarvoLastValue(std::int16_t /*function_id*/, const fmx::ExprEnv& /*environment*/,

@@ -17,6 +17,7 @@
 // walked: element 0 stands for field (or button) 1.
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/carbon/Carbon.h"

@@ -1,5 +1,8 @@
 #include "plugin/windows/button_handler.h"
 
+#include <cstddef>
+#include <cstdint>
+
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/close_window.h"
 #include "plugin/windows/controls.h"

@@ -1,5 +1,6 @@
 #include "plugin/windows/close_window.h"
 
+#include "platform/corefoundation/CoreFoundation.h"
 #include "plugin/state/dialog_state.h"
 
 namespace {

@@ -1,5 +1,6 @@
 #include "plugin/windows/controls.h"
 
+#include "platform/carbon/control_ids.h"
 #include "plugin/frame/string_objects.h"
 #include "plugin/state/dialog_state.h"
 

@@ -3,9 +3,10 @@
 // The controls of the dialog windows: command codes, ids, sizes and fonts.
 
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/carbon/Carbon.h"
-#include "platform/carbon/control_ids.h"
+#include "platform/corefoundation/CoreFoundation.h"
 
 // By these codes the command handler knows what the user used. The list box shares the code of the
 // standard dialog's message, which as a static text never issues a command.

@@ -1,5 +1,8 @@
 #include "plugin/windows/list_click.h"
 
+#include <cstdint>
+
+#include "platform/carbon/Carbon.h"
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/close_window.h"
 #include "plugin/windows/controls.h"

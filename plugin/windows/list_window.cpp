@@ -1,8 +1,11 @@
 #include "plugin/windows/list_window.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
+#include "platform/carbon/control_ids.h"
+#include "platform/carbon/geometry.h"
 #include "plugin/frame/string_objects.h"
 #include "plugin/windows/controls.h"
 #include "plugin/windows/run_window.h"

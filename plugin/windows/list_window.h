@@ -6,6 +6,7 @@
 #include <array>
 
 #include "platform/carbon/Carbon.h"
+#include "platform/corefoundation/CoreFoundation.h"
 #include "plugin/state/dialog_state.h"
 
 // Shows the lines of the dialog state under `message`, with button 1 and each other button that has

@@ -1,8 +1,11 @@
 #include "plugin/windows/record.h"
 
+#include <cstdint>
 #include <cstring>
 
+#include "platform/corefoundation/CoreFoundation.h"
 #include "plugin/frame/string_objects.h"
+#include "plugin/state/byte_buffer.h"
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/controls.h"
 

@@ -1,5 +1,6 @@
 #include "plugin/windows/run_window.h"
 
+#include "platform/carbon/geometry.h"
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/button_handler.h"
 #include "plugin/windows/close_window.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "platform/carbon/Carbon.h"
 
 // Both dialog windows are run alike. A window is created with its caption, centred on the main

@@ -1,5 +1,11 @@
 #include "plugin/windows/standard_window.h"
 
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/carbon/control_ids.h"
+#include "platform/carbon/geometry.h"
+#include "platform/corefoundation/CoreFoundation.h"
 #include "plugin/frame/string_objects.h"
 #include "plugin/state/dialog_state.h"
 #include "plugin/windows/controls.h"
