@@ -5,10 +5,10 @@
 // behave; a display (display.h) draws them.
 //
 // References name an object and are never reused: an operation on an object that is gone, or on a
-// null reference, does nothing and answers paramErr. Where memory cannot be had an operation
-// answers memFullErr, hands out null and changes nothing. Nothing here throws of its own. Lengths
-// are in bytes, texts are CoreFoundation strings, coordinates as in geometry.h. Everything runs on
-// the host's main thread.
+// null reference, does nothing and returns paramErr. If memory runs out, an operation returns
+// memFullErr, hands out null and changes nothing. Nothing here throws of its own. Lengths are in
+// bytes, texts are CoreFoundation strings, coordinates as in geometry.h. Everything runs on the
+// host's main thread.
 
 #include <cstddef>
 #include <cstdint>
@@ -39,7 +39,7 @@ enum : OSStatus {
   paramErr = -50,
   memFullErr = -108,
   eventNotHandledErr = -9874,
-  eventLoopQuitErr = -9876,  // the modal loop ended without an answer
+  eventLoopQuitErr = -9876,  // the modal loop ended without being told to
 };
 
 constexpr OSType FourCharCode(const char (&text)[5]) {
@@ -50,8 +50,7 @@ constexpr OSType FourCharCode(const char (&text)[5]) {
 
 extern "C" {
 
-// --- Windows
-// ---------------------------------------------------------------------------------------
+// --- Windows ---
 
 enum : std::uint32_t { kMovableModalWindowClass = 4 };
 enum : std::uint32_t { kWindowStandardHandlerAttribute = 0x02000000 };
@@ -84,8 +83,7 @@ OSStatus AdvanceKeyboardFocus(WindowRef window);
 
 void InitCursor();
 
-// --- Controls
-// --------------------------------------------------------------------------------------
+// --- Controls ---
 
 struct ControlID {
   OSType signature;
@@ -160,8 +158,7 @@ OSStatus EnableControl(ControlRef control);
 OSStatus DisableControl(ControlRef control);
 void HideControl(ControlRef control);
 
-// --- Menus
-// -----------------------------------------------------------------------------------------
+// --- Menus ---
 
 enum : std::uint32_t { kMenuAttrExcludesMarkColumn = 1 };
 
@@ -171,8 +168,7 @@ OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, std::uin
                                         OSType command, std::uint16_t* index);
 void ReleaseMenu(MenuRef menu);
 
-// --- Lists
-// -----------------------------------------------------------------------------------------
+// --- Lists ---
 
 enum : std::int16_t { kListDefStandardText = 0 };
 enum : std::int8_t { lOnlyOne = -128 };
@@ -189,7 +185,7 @@ void SetListSelectionFlags(ListHandle list, std::int8_t flags);
 OSStatus LSetCell(const void* data, Size size, Cell cell, ListHandle list);
 
 // Copies at most `*size` bytes of the cell, cut between characters, and sets `*size` to their
-// number; to 0 where there is no such cell.
+// number; to 0 if there is no such cell.
 void LGetCell(void* data, Size* size, Cell cell, ListHandle list);
 
 // Whether `*cell` is selected; with `next` the first selected cell at or after it is looked for and
@@ -203,12 +199,11 @@ Cell LLastClick(ListHandle list);
 CGrafPtr GetListPort(ListHandle list);
 void GetPortBounds(CGrafPtr port, Rect* bounds);
 
-// The pointer in the current port's coordinates. That port is the host's, whose left edge stands 90
-// pixels right of the screen's. While a list's command is handled: the point of that click.
+// The pointer in the current port's coordinates: while a list's command is handled, the point of
+// that click. That port is the host's, whose left edge stands 90 pixels right of the screen's.
 void GetMouse(Point* point);
 
-// --- Events
-// ----------------------------------------------------------------------------------------
+// --- Events ---
 
 struct EventTypeSpec {
   OSType event_class;
@@ -238,7 +233,7 @@ inline constexpr OSType typeWindowRef = FourCharCode("wind");  // WindowRef
 EventHandlerUPP NewEventHandlerUPP(EventHandlerProc handler);
 EventTargetRef GetWindowEventTarget(WindowRef window);
 
-// A handler goes with its window, or when it is removed.
+// A handler is gone when its window is, or when it is removed.
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, std::size_t count,
                              const EventTypeSpec* types, void* user_data,
                              EventHandlerRef* registration);
@@ -253,22 +248,21 @@ OSStatus SetEventParameter(EventRef event, OSType name, OSType type, Size size, 
 OSStatus GetEventParameter(EventRef event, OSType name, OSType type, OSType* actual_type, Size size,
                            Size* actual_size, void* data);
 
-// To the target's handlers, the latest first, until one does not answer eventNotHandledErr; then to
-// the standard handler of its window.
+// Sends the event to the target's handlers, the latest first, until one returns anything but
+// eventNotHandledErr; if none does, to the standard handler of its window. Returns what the last of
+// them returned.
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target);
 void ReleaseEvent(EventRef event);
 
-// --- Modal loop
-// ------------------------------------------------------------------------------------
+// --- Modal loop ---
 
 // Shows the window and dispatches what the user does in it until QuitAppModalLoopForWindow is
-// called for it, and answers noErr then. Answers eventLoopQuitErr where no display can show it or
-// the display has no further answer; the window is then still there.
+// called for it; returns noErr then. Returns eventLoopQuitErr if no display can show it, or if no
+// further action comes from the display; the window is then still there.
 OSStatus RunAppModalLoopForWindow(WindowRef window);
 OSStatus QuitAppModalLoopForWindow(WindowRef window);
 
-// --- Alerts
-// ----------------------------------------------------------------------------------------
+// --- Alerts ---
 
 enum : std::int16_t { kAlertStopAlert, kAlertNoteAlert, kAlertCautionAlert, kAlertPlainAlert };
 enum : std::int16_t { kAlertStdAlertOKButton = 1, kAlertStdAlertCancelButton = 2 };
@@ -295,7 +289,7 @@ OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef
                              const AlertStdCFStringAlertParamRec* parameters, DialogRef* alert);
 
 // Shows the alert and disposes of it. `*item` becomes 1 for the default button, 2 for cancel, 3 for
-// the other one, and 0, with eventLoopQuitErr, where there was no answer.
+// the other one. Returns eventLoopQuitErr, with 0 in `*item`, if it ended without a button pressed.
 OSStatus RunStandardAlert(DialogRef alert, void* event_filter, std::int16_t* item);
 
 }  // extern "C"

@@ -8,8 +8,8 @@
 
 namespace carbon {
 
-// Dialogs are shown on this display from now on; it must outlive them. Null: on the default one
-// again.
+// From now on dialogs are shown on this display, which must outlive them; on the default one again
+// if it is null.
 void SetDisplay(display::Display* display);
 
 // The display that is used unless a host chooses another. Carbon knows none: the displays define

@@ -23,7 +23,7 @@ std::optional<std::string> ButtonText(CFStringRef text) {
   return ToUtf8(ToUtf16(text));
 }
 
-// The number of the button that an action presses; 0 where it presses none.
+// The number of the button that an action presses; 0 if it presses none.
 int PressedButton(const display::Alert& alert, const display::Action& action) {
   switch (action.kind) {
     case display::Action::Kind::kPress:

@@ -69,7 +69,7 @@ OSStatus AddList(WindowRef window, const Rect& bounds, std::size_t rows,
   return memFullErr;
 }
 
-// Runs `operation` on a control, which the display hears of.
+// Runs `operation` on a control, and notes that the display is to be told.
 template <class Operation>
 OSStatus Alter(ControlRef reference, Operation operation) {
   return ApplyTo(Find(reference), [&](Control& control) {
@@ -92,7 +92,7 @@ void SetMaximum(Control& control, std::int32_t maximum) {
   SetLimits(control, std::min(control.minimum, maximum), maximum);
 }
 
-// What `data` of `size` bytes holds; none where the size is not that of a Value.
+// What `data` of `size` bytes holds; none if the size is not that of a Value.
 template <class Value>
 std::optional<Value> Read(const void* data, Size size) {
   if (size != static_cast<Size>(sizeof(Value))) return std::nullopt;
@@ -111,7 +111,7 @@ OSStatus AttachMenu(Control& control, MenuRef menu) {
   return noErr;
 }
 
-// The default mark needs no place of its own: a display marks the window's default button.
+// The default mark is accepted and not stored: a display marks the window's default button.
 OSStatus SetData(Control& control, OSType tag, Size size, const void* data) {
   if (const auto value = Read<std::uint16_t>(data, size); value && tag == kControlSizeTag) {
     control.size = *value;
@@ -135,7 +135,7 @@ OSStatus HandOut(Value value, void* data, Size* actual_size) {
   return noErr;
 }
 
-// The caller, who is to release the text, gets none where the room is not as large as a reference.
+// The caller, who is to release the text, gets none if the room is not as large as a reference.
 OSStatus GetData(const Control& control, OSType tag, Size size, void* data, Size* actual_size) {
   static_assert(sizeof(ListHandle) == sizeof(CFStringRef));
   if (size != static_cast<Size>(sizeof(CFStringRef))) return paramErr;

@@ -6,7 +6,7 @@
 
 namespace carbon {
 
-// A window and its controls as a display is told of them.
+// A window with its controls, and one control, as a display is told of them.
 display::Window Describe(Window& window);
 display::Control Describe(const Window& window, ControlRef reference, const Control& control);
 

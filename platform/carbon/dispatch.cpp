@@ -61,7 +61,7 @@ std::shared_ptr<Control> FindById(const Window& window, int id) {
   return nullptr;
 }
 
-// Field N where it is of a kind that `accepts` takes, otherwise null.
+// Field `number` if it is of a kind that `accepts` takes, otherwise null.
 std::shared_ptr<Control> FindField(const Window& window, int number, bool (*accepts)(ControlKind)) {
   auto control = FindById(window, control_id::Field(number));
   return control && accepts(control->kind) ? control : nullptr;
@@ -156,7 +156,8 @@ Refusal Press(WindowRef reference, const Window& window, const Action& action) {
   return PressButton(reference, button);
 }
 
-// Fields and the list first, then the buttons, each in order of creation; never the cancel control.
+// Moves the focus: through the fields and the list, then the buttons, each in order of creation;
+// never to the cancel control.
 Refusal Tab(Window& window) {
   std::vector<ControlRef> stops;
   for (const bool buttons : {false, true}) {

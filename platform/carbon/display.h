@@ -3,7 +3,7 @@
 // What shows a dialog and reports what the user does.
 //
 // Carbon owns every dialog: its values, its selection, which button is the default, what Escape
-// does, and when the dialog ends. A display draws what it is told and answers one question, "what
+// does, and when the dialog ends. A display draws what it is told and is asked one question, "what
 // did the user do next?". It is pulled, never pushed: the modal loop asks for one action,
 // dispatches it after NextAction has returned, tells the display what changed, and asks again. So
 // nothing of a display is on the stack while a window is disposed of inside its own command, and no
@@ -49,8 +49,8 @@ struct Control {
   std::optional<int> size;  // 0 normal, 1 small
   std::optional<int> font;  // theme font; 1 is the small system font
 
-  // State of a list that is no part of its description: more than one row may be selected, and the
-  // rows (from 1) that are.
+  // Of a list: whether more than one row may be selected, and the rows (from 1) that are. In JSON
+  // the two stand beside the control's description, not in it.
   bool multiple = false;
   std::vector<int> selected;
 };
@@ -106,14 +106,14 @@ class Display {
   virtual ~Display() = default;
 
   // The main screen in global coordinates; windows are centred on it. May be asked before Open,
-  // also where nothing can be shown.
+  // even if nothing can be shown.
   virtual Rect MainScreen() = 0;
 
-  // Shows a dialog. False where nothing can show it; no other call follows then.
+  // Shows a dialog. False if nothing can show it; no other call follows then.
   virtual bool Open(const Description& dialog) = 0;
 
-  // Waits for the user. Nothing when there will be no answer: the display is gone, or it has no
-  // further action. The dialog then ends without one.
+  // Waits for the user's next action. None if no further one will come, as when the display is
+  // gone; the dialog then ends without it.
   virtual std::optional<Action> NextAction() = 0;
 
   // Control `index` (in order of creation) now is as described.
@@ -125,8 +125,8 @@ class Display {
 
   virtual void Close() = 0;
 
-  // Why Open returned false or NextAction nothing the last time, as one clause for the user,
-  // without a full stop. Empty where the display has said so otherwise.
+  // Why Open returned false or NextAction none the last time, as one clause for the user, without a
+  // full stop. Empty if the display has told the user by other means.
   virtual std::string WhyLost() const { return {}; }
 };
 

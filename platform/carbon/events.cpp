@@ -20,8 +20,8 @@ bool Handles(const Handler& handler, const Event& event) {
   });
 }
 
-// A handler may remove itself or its window: both are held, and looked up again, from call to call.
-// No memory is needed, so that a window can be closed where there is none.
+// A handler may remove itself or its window. Both are held while it runs, and the next handler is
+// looked up only then. No memory is needed, so that a window can be closed when there is none.
 OSStatus SendToHandlers(const Window& window, const Event& event, EventRef reference) {
   for (std::size_t i = window.handlers.size(); i-- > 0;) {
     const auto held = AllObjects().handlers.Find(window.handlers[i]);

@@ -81,8 +81,8 @@ struct Event {
   std::vector<Parameter> parameters;
 };
 
-// The objects of one kind. A reference is a number that is used once, so one that has gone stale
-// finds nothing. Who works on an object holds it: it may be removed meanwhile.
+// The objects of one kind. A reference is a number that is used once, so one whose object is gone
+// finds nothing. Whoever works on an object holds it: it may be removed meanwhile.
 template <class Reference, class Object>
 class Table {
  public:

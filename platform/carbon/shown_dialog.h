@@ -4,7 +4,7 @@
 
 namespace carbon {
 
-// Ends the display's dialog however the loop is left.
+// A dialog on a display. It is closed however the loop that shows it is left.
 class ShownDialog {
  public:
   ShownDialog(display::Display& display, const display::Description& dialog)

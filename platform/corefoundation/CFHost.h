@@ -8,11 +8,11 @@
 
 #pragma GCC visibility push(default)
 
-// The bundle in the folder `path`. Null where there is no such folder; release with CFRelease.
+// The bundle in the folder `path`. Null if there is no such folder; release with CFRelease.
 CFBundleRef CFBundleCreateWithPath(const std::string& path);
 
-// Where the bundle's module stands: Contents/Linux/ and the executable's name of its Info.plist, or
-// the bundle's own name without extension where that says nothing.
+// The path of the bundle's module: Contents/Linux/ and the executable's name that its Info.plist
+// gives, or the bundle's own name without extension if that gives none.
 std::string CFBundleGetExecutablePath(CFBundleRef bundle);
 
 // Objects that have not been released, literals not counted. Leak tests compare it.

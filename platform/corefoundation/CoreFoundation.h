@@ -5,7 +5,7 @@
 //
 // Ownership: an operation with Create or Copy in its name hands out a reference that the caller
 // gives back with CFRelease; one with Get lends a reference that lives as long as what it was got
-// from. Memory: an operation that cannot have memory returns null and changes nothing. Nothing here
+// from. Memory: if memory runs out, an operation returns null and changes nothing. Nothing here
 // throws. Lengths and positions are counted in UTF-16 code units. Everything runs on the host's
 // main thread.
 
@@ -31,7 +31,7 @@ struct CFRange {
   CFIndex length;
 };
 
-// The first member of every object. Laid open, like CFString below, for CFSTR alone.
+// The first member of every object. It and CFString below are public only because CFSTR needs them.
 struct CFObject {
   enum class Kind : std::uint32_t { kLiteral, kString, kPart, kArray, kBundle };
 
@@ -78,7 +78,7 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar
 CFStringRef CFStringCreateWithFormat(CFAllocatorRef allocator, const void* options,
                                      CFStringRef format, ...);
 
-// A string equal to `string` that holds nothing else in memory: a part made by splitting is copied
+// A string equal to `string` that keeps nothing else in memory: a part made by splitting is copied
 // unless it is the whole of what was split; any other string is retained.
 CFStringRef CFStringCreateCopy(CFAllocatorRef allocator, CFStringRef string);
 
@@ -94,23 +94,23 @@ void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer);
 // Code unit by code unit; `options` is 0.
 CFComparisonResult CFStringCompare(CFStringRef first, CFStringRef second, CFOptionFlags options);
 
-// The encoding of byte strings: the code set of the user's locale, UTF-8 where that is C, POSIX or
+// The encoding of byte strings: the code set of the user's locale, or UTF-8 if that is C, POSIX or
 // not set.
 CFStringEncoding CFStringGetSystemEncoding();
 
 // The largest number of bytes, without a terminator, that `length` code units can need.
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 
-// Writes the string as bytes with a terminating zero. What the encoding lacks becomes '?', a lone
-// surrogate U+FFFD. False, with an empty byte string in the buffer, where `size` bytes do not hold
-// it.
+// Writes the string as bytes with a terminating zero. A character that the encoding lacks becomes
+// '?', a lone surrogate U+FFFD. False, with an empty byte string in the buffer, if `size` bytes do
+// not hold it.
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
                            CFStringEncoding encoding);
 
 CFIndex CFArrayGetCount(CFArrayRef array);
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 
-// The text of `key` in the bundle's table `table`, in the user's language. Where there is none,
+// The text of `key` in the bundle's table `table`, in the user's language. If there is none,
 // `value` itself, retained.
 CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFStringRef value,
                                         CFStringRef table);

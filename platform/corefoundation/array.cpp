@@ -15,7 +15,7 @@ namespace {
 using corefoundation::View;
 
 // Calls `found` with the position of every occurrence of `separator`, from left to right, until it
-// answers false.
+// returns false.
 template <class Found>
 void ForEachOccurrence(std::u16string_view text, std::u16string_view separator, Found found) {
   for (std::size_t at = text.find(separator); at != std::u16string_view::npos && found(at);
@@ -23,8 +23,9 @@ void ForEachOccurrence(std::u16string_view text, std::u16string_view separator, 
   }
 }
 
-// The separators in use are one unit long, and a text is looked through in steps of several units.
-// Matches answers one bit for each unit of a step that is `wanted`, kBits apart, the first lowest.
+// For a separator of one unit, such as the plug-in uses, a text is searched in steps of kStep
+// units. Matches returns one bit for each unit of a step that is `wanted`; the bits of neighbouring
+// units are kBits apart, that of the first unit is the lowest.
 #ifdef __SSE2__
 constexpr std::size_t kStep = 8;
 constexpr unsigned kBits = 2;
@@ -65,7 +66,8 @@ std::size_t CountParts(std::u16string_view text, std::u16string_view separator) 
   return parts;
 }
 
-// Parts are numbered so that each finds its array. Nothing is looked for behind the last separator.
+// Writes the parts, of which there are `count`. Each gets its number, by which it finds its array.
+// The search ends at the last separator, without a look at the text behind it.
 void FillParts(std::u16string_view text, std::u16string_view separator, CFString* parts,
                std::size_t count) {
   std::uint32_t part = 0;

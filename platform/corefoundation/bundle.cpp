@@ -30,7 +30,7 @@ struct CFBundle {
   fs::path folder;
   std::string executable;
   std::string development_region;
-  std::map<std::u16string, StringsTable, std::less<>> tables;  // those that were asked for
+  std::map<std::u16string, StringsTable, std::less<>> tables;  // those that have been read, by name
 };
 
 namespace {
@@ -56,7 +56,7 @@ std::string Variable(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-// The language that the user's locale names; LC_ALL overrides LC_MESSAGES overrides LANG.
+// The language that the user's locale names. LC_ALL goes before LC_MESSAGES, and that before LANG.
 std::string LocaleLanguage() {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     if (std::string value = Variable(name); !value.empty()) return value;
@@ -64,7 +64,8 @@ std::string LocaleLanguage() {
   return "";
 }
 
-// Of "de_AT.UTF-8@euro" first "de_AT", then "de"; nothing that leaves the bundle's folder.
+// Adds, for "de_AT.UTF-8@euro", first "de_AT", then "de". A name with a slash is left out: it could
+// lead out of the bundle's folder.
 void AddLanguage(std::vector<std::string>& languages, std::string name) {
   name.erase(std::min(name.find_first_of(".@"), name.size()));
   if (name.empty() || name.find('/') != std::string::npos) return;
@@ -88,7 +89,7 @@ std::vector<std::string> Languages(const CFBundle& bundle) {
   return languages;
 }
 
-// From the first of the user's languages that the bundle has the table in.
+// The table in the first of the user's languages in which the bundle has it; empty if in none.
 StringsTable ReadTable(const CFBundle& bundle, std::u16string_view name) {
   for (const std::string& language : Languages(bundle)) {
     const fs::path path = bundle.folder / "Contents" / "Resources" / (language + ".lproj") /
@@ -140,7 +141,7 @@ CFBundleRef CFBundleCreateWithPath(const std::string& path) {
   const fs::path name = folder.has_filename() ? folder : folder.parent_path();
   std::string executable = PropertyListString(info, "CFBundleExecutable", name.stem().string());
   std::string region = PropertyListString(info, "CFBundleDevelopmentRegion", "en");
-  // Nothing throws from here on, so the object is not lost.
+  // Nothing throws from here on, so the memory cannot leak.
   void* memory = corefoundation::NewObject(CFObject::Kind::kBundle, sizeof(CFBundle));
   if (memory == nullptr) return nullptr;
   return new (memory) CFBundle{{CFObject::Kind::kBundle, 1},

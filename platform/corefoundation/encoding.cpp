@@ -26,7 +26,7 @@ char32_t NextCharacter(std::u16string_view text, std::size_t& position) {
   return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? char32_t{kReplacement} : unit;
 }
 
-// Of a character that is not ASCII.
+// Writes a character that is not ASCII, and returns the end of what it wrote.
 char* PutUtf8(char32_t character, char* out) {
   const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
   if (character < 0x800) {
@@ -82,21 +82,23 @@ std::size_t EncodeUtf8(std::u16string_view text, char* bytes) {
   return static_cast<std::size_t>(out - bytes);
 }
 
-// How many bytes the character beyond ASCII that starts with `first` takes; 0 where none does.
+// How many bytes a character takes whose first byte is `first`, which is not ASCII; 0 if no
+// character starts so. 0xC0 and 0xC1 could only start an overlong sequence.
 std::size_t Utf8Length(unsigned char first) {
   if (first < 0xC2 || first > 0xF4) return 0;
   return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
-// Whether a character of `length` bytes is one that UTF-8 writes with so many.
+// Whether UTF-8 has a character in a sequence of `length` bytes: not if the sequence is overlong
+// (fewer bytes would do), stands for a surrogate, or lies beyond Unicode.
 bool IsWellFormed(char32_t character, std::size_t length) {
   constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
   return character >= kLeast[length] && character <= 0x10FFFF && !IsHighSurrogate(character) &&
          !IsLowSurrogate(character);
 }
 
-// The character at `in`, which is not ASCII and moves past it; past one byte alone where the bytes
-// are not UTF-8.
+// The character at `in`, which is not ASCII; `in` moves past it. If the bytes are not UTF-8, it
+// moves past one of them and the replacement is returned.
 char32_t NextUtf8(const unsigned char*& in, const unsigned char* end) {
   const unsigned char first = *in++;
   const std::size_t length = Utf8Length(first);
@@ -121,8 +123,8 @@ char16_t* PutUtf16(char32_t character, char16_t* out) {
   return out;
 }
 
-// The characters of two and of three bytes, which most scripts are written in; 0 where there is
-// none at `bytes`.
+// The character of two bytes at `bytes`, and below the one of three; 0 if there is none. Most
+// scripts are written in these, so they have a way that is faster than NextUtf8.
 char16_t CharacterOfTwo(const unsigned char* bytes) {
   const unsigned both = bytes[0] | static_cast<unsigned>(bytes[1]) << 8;
   if ((both & 0xC0E0) != 0x80C0 || (both & 0x1E) == 0) return 0;
@@ -137,8 +139,8 @@ char16_t CharacterOfThree(const unsigned char* bytes) {
   return IsWellFormed(character, 3) ? static_cast<char16_t>(character) : u'\0';
 }
 
-// A text keeps to one kind of character for a while, so each is read until it ends. A unit of ASCII
-// is often alone, the space between words, which is no reason to look for a block of them.
+// Characters of one length mostly follow each other, so each length is read until another comes. A
+// single unit of ASCII, such as the space between words, is no reason to look for a block of them.
 std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
   const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
   const auto* const end = in + bytes.size();
@@ -158,7 +160,7 @@ std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
   return static_cast<std::size_t>(out - units);
 }
 
-// The user's code set and the converters from and to it; none where it is UTF-8.
+// The converters to and from the user's code set; none if it is UTF-8.
 struct CodeSet {
   iconv_t encoder = kNoConverter;
   iconv_t decoder = kNoConverter;
@@ -170,8 +172,8 @@ bool IsAsciiName(const char* name) {
   return std::strcmp(name, "ANSI_X3.4-1968") == 0 || std::strcmp(name, "UTF-8") == 0;
 }
 
-// The locale is asked for by the user's variables, in an object of its own: the host's stays as it
-// is.
+// The locale that the user's variables name is read in an object of its own: the host's locale
+// stays as it is.
 CodeSet ReadCodeSet() {
   CodeSet set;
   const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
@@ -192,7 +194,7 @@ const CodeSet& UserCodeSet() {
 
 void Restart(iconv_t converter) { iconv(converter, nullptr, nullptr, nullptr, nullptr); }
 
-// Character by character, so that one that the code set lacks costs that one alone.
+// Character by character: if the code set lacks one, that one alone is replaced.
 std::size_t EncodeUserCodeSet(std::u16string_view text, char* bytes) {
   const iconv_t converter = UserCodeSet().encoder;
   Restart(converter);

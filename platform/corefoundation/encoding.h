@@ -14,12 +14,13 @@ enum : std::uint32_t {
   kUserCodeSet = 2,  // any other code set of the user's locale, by iconv
 };
 
-// What UTF-8 or an unknown character becomes.
+// What bytes that are not a character of the encoding are decoded to, and a lone surrogate encoded
+// as.
 inline constexpr char16_t kReplacement = 0xFFFD;
 
 #pragma GCC visibility push(default)
 
-// One of the two above; read from the environment once and kept.
+// The encoding of the user's locale, one of the two above; read from the environment once and kept.
 std::uint32_t SystemEncoding();
 
 // The largest number of bytes that one code unit can need.
@@ -30,12 +31,12 @@ std::size_t BytesPerUnit(std::uint32_t encoding);
 std::size_t Encode(std::u16string_view text, std::uint32_t encoding, char* bytes);
 std::size_t Decode(std::string_view bytes, std::uint32_t encoding, char16_t* units);
 
-// The same for those who hold strings; these throw std::bad_alloc.
+// The same, from and to standard strings; these throw std::bad_alloc.
 std::string ToUtf8(std::u16string_view text);
 std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding = kUtf8);
 
-// The length of the longest start of `bytes` that is at most `size` long and ends between
-// characters.
+// The length of the longest beginning of `bytes` that is at most `size` bytes long and ends between
+// two characters.
 std::size_t CutBetweenCharacters(std::string_view bytes, std::size_t size, std::uint32_t encoding);
 
 #pragma GCC visibility pop

@@ -16,7 +16,7 @@ namespace fmx::host {
 struct Value {
   std::int32_t type = kFMX_TextType;
   std::u16string text;
-  int locale = 0;  // which locale the text is in; handed through, never looked at
+  int locale = 0;  // stands for the text's locale; handed through, never looked at
 
   bool operator==(const Value&) const = default;
 };

@@ -45,7 +45,7 @@ using ExternalFunction = errcode (*)(std::int16_t function_id, const ExprEnv& en
 // The data types of a result.
 enum : std::int32_t { kFMX_TextType = 1, kFMX_NumberType = 2 };
 
-// The answer of FM_Text_Find where there is nothing to be found.
+// What FM_Text_Find returns if there is nothing to be found.
 inline constexpr std::uint32_t kFMX_NotFound = 0xFFFFFFFF;
 
 // FileMaker's messages to FMExternCallProc.
@@ -62,7 +62,7 @@ struct FMX_ExternCallBlock {
   std::uint32_t language;  // of the string asked for
   std::int32_t size;       // of the string buffer, in UTF-16 code units
   Address bundle;          // the plug-in's own bundle reference
-  Address result;          // the answer to a message, or the address of the string buffer
+  Address result;          // what the message returns, or the address of the string buffer
 };
 
 // The published layout is that of a 32-bit host.
@@ -107,8 +107,7 @@ std::uint32_t FM_Text_Find(const fmx::Text& text, const fmx::Text& what, std::ui
 void FM_Text_DeleteText(fmx::Text& text, std::uint32_t position, std::uint32_t count,
                         fmx::Error& error);
 
-// A value of the vector, as it is and as text whatever its type. Fails where there is no such
-// value.
+// A value of the vector: as it is, and as text whatever its type. Fails if there is no such value.
 const fmx::Data* FM_DataVect_At(const fmx::DataVect& parameters, std::uint32_t index,
                                 fmx::Error& error);
 const fmx::Text* FM_DataVect_AtAsText(const fmx::DataVect& parameters, std::uint32_t index,
@@ -129,8 +128,8 @@ void FM_FixPt_Delete(fmx::FixPt* number, fmx::Error& error);
 fmx::QuadChar* FM_QuadChar_Constructor2(char c1, char c2, char c3, char c4, fmx::Error& error);
 void FM_QuadChar_Delete(fmx::QuadChar* characters, fmx::Error& error);
 
-// Registers a function under the plug-in's ID; name and prototype are copied. An error code other
-// than 0 where the ID is taken, and when there is no function to remove.
+// Register a function under the plug-in's ID, and remove it; name and prototype are copied. Return
+// an error code other than 0 if the function's ID is taken, or if there is no function to remove.
 fmx::errcode FM_ExprEnv_RegisterExternalFunction(
     const fmx::QuadChar& plugin_id, std::int16_t function_id, const fmx::Text& name,
     const fmx::Text& prototype, std::int16_t minimum_arguments, std::int16_t maximum_arguments,
@@ -143,7 +142,7 @@ fmx::errcode FM_ExprEnv_UnRegisterExternalFunction(const fmx::QuadChar& plugin_i
 namespace fmx {
 
 // Calls an operation with a fresh error object and raises what it reports: std::bad_alloc for 1,
-// std::exception for 2; any other code is let pass.
+// std::exception for 2; any other code is ignored.
 template <auto Operation, class... Arguments>
 auto Call(Arguments&&... arguments) {
   struct Check {
@@ -157,13 +156,13 @@ auto Call(Arguments&&... arguments) {
     Operation(arguments..., check.error);
     check();
   } else {
-    auto answer = Operation(arguments..., check.error);
+    auto returned = Operation(arguments..., check.error);
     check();
-    return answer;
+    return returned;
   }
 }
 
-// Releases a value while an exception unwinds, where a further failure has nobody to tell.
+// Releases a value while an exception unwinds; a failure to do so could not be reported.
 template <auto Delete>
 struct Deleter {
   template <class Value>

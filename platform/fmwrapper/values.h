@@ -15,8 +15,8 @@
 
 namespace fmx {
 
-// A few units are held in place. More stand in a block that copies share: a text is handed from
-// value to value, and what becomes of one is written anew.
+// A few units are held in place, more in a block that the copies of a text share. No block is ever
+// changed: a text that changes gets a new one.
 class Text {
  public:
   Text() = default;
@@ -24,7 +24,7 @@ class Text {
 
   std::u16string_view Units() const { return {shared_ ? shared_.get() : in_place_.data(), size_}; }
 
-  // The text may be a part of what there is.
+  // `units` may be a part of this text.
   void Set(std::u16string_view units) {
     Set(units.size(), [units](char16_t* to) {
       std::char_traits<char16_t>::move(to, units.data(), units.size());
@@ -32,7 +32,7 @@ class Text {
     });
   }
 
-  // Up to `most` units: `write` writes them and answers how many they are.
+  // Makes room for `most` units; `write` writes them and returns how many it wrote.
   template <class Write>
   void Set(std::size_t most, Write write) {
     std::shared_ptr<char16_t[]> block;
@@ -43,7 +43,7 @@ class Text {
 
  private:
   std::array<char16_t, 8> in_place_{};
-  std::shared_ptr<char16_t[]> shared_;  // null where the units are in place
+  std::shared_ptr<char16_t[]> shared_;  // null if the units are in place
   std::size_t size_ = 0;
 };
 

@@ -12,10 +12,10 @@
 
 namespace {
 
-// Where the items stand.
+// The positions of the items in the parameter.
 enum Position : CFIndex { kKind, kMessage, kExplanation, kDefault, kCancel, kOther };
 
-// Kinds beyond the platform's four have the next code.
+// The kinds "0" to "3" are the platform's types; any other text gives the type after them.
 std::int16_t AlertType(CFStringRef kind) {
   const CFStringRef names[] = {CFSTR("0"), CFSTR("1"), CFSTR("2"), CFSTR("3")};
   std::int16_t type = kAlertStopAlert;
@@ -55,7 +55,7 @@ std::int16_t ShowAlert(CFArrayRef items) {
   return button;
 }
 
-// The field values of the last dialog stay as they are.
+// Of the recorded results only FieldLC changes.
 void RunAlert(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
   if (!items) return SetResult(result, kNoMemory);

@@ -11,8 +11,8 @@
 
 namespace {
 
-// Escape and position stay in force, and the pre-entered texts too where there was no memory for
-// the result.
+// The presets for Escape and position stay in force; the pre-entered texts only if there is no
+// memory for the result.
 void RunCustomDialog(CFStringRef parameter, fmx::Text& result) {
   if (!StoreDialogItems(parameter)) return SetResult(result, kNoMemory);
   ShowDialog(iFieldCount);

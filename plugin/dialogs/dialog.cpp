@@ -14,15 +14,15 @@ namespace {
 
 constexpr std::int32_t kPopUpMode = 5;
 
-// The password field, or every field an edit text.
+// Every field is an edit text, but for the password field.
 void SetEditStyles() {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     *iControlStyles[i] = iPasswordField == NumberOf(i) ? kPasswordText : kEditText;
   }
 }
 
-// In pop-up mode the password field's number makes one field a password field, its negative a plain
-// edit field.
+// In pop-up mode every field is a menu but for the one that the password field's number names: a
+// password field or, if the number is negative, a plain edit field.
 void SetPopUpStyles() {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     *iControlStyles[i] = iPasswordField == NumberOf(i)    ? kPasswordText
@@ -45,7 +45,7 @@ bool AreFirst(std::int32_t count) {
   return true;
 }
 
-// Menus with a gap before them show no window.
+// If there is a field without a menu before one with a menu, no window is shown.
 void ShowPopUpDialog(std::int32_t menus) {
   if (!AreFirst(menus)) return;
   SetPopUpStyles();

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Where the items stand.
+// The positions of the items in the parameter.
 enum Position : CFIndex { kKind, kMessage, kButtons, kLabels = 6, kPassword = 10 };
 
 void StoreItems(const Family<CFStringRef>& members, CFArrayRef items, CFIndex first) {

@@ -14,7 +14,7 @@
 
 namespace {
 
-// Where the items stand.
+// The positions of the items in the parameter.
 enum Position : CFIndex { kMessage, kButtons, kDoubleClick = 6, kRequired = 7, kMultiple = 9 };
 
 std::uint8_t ReadFlag(CFArrayRef items, CFIndex position) {

@@ -32,15 +32,16 @@ CFStringRef ItemAt(CFArrayRef items, CFIndex index) {
   return static_cast<CFStringRef>(CFArrayGetValueAtIndex(items, index));
 }
 
-// Digits and signs are the same in every encoding, so the number is read where it stands, in pieces
-// that hold any usual one.
+// The number is read from the code units themselves, without a conversion to bytes. They are
+// fetched in pieces, and the first one holds any usual number.
 std::int32_t ReadNumber(CFStringRef text) {
   constexpr CFIndex kPiece = 32;
   const CFIndex length = CFStringGetLength(text);
   UniChar piece[kPiece];
   CFIndex fetched = 0;
   CFIndex at = 0;
-  const auto unit = [&]() -> UniChar {  // the one at `at`, 0 behind the end
+  // The unit at `at`; 0 behind the end.
+  const auto unit = [&]() -> UniChar {
     if (at == fetched) {
       const CFIndex size = std::min(kPiece, length - at);
       if (size == 0) return 0;

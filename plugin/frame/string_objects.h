@@ -10,7 +10,7 @@
 
 #include "platform/corefoundation/CoreFoundation.h"
 
-// Owners of what a function makes for its own use.
+// The owner of an object that a function makes for its own use; it releases the object.
 template <class Object>
 using CFOwner = std::unique_ptr<std::remove_pointer_t<Object>, decltype(&CFRelease)>;
 template <class Object>
@@ -33,13 +33,13 @@ inline bool AreEqual(CFStringRef first, CFStringRef second) {
 // The bytes that `text` can need at most, with the terminating zero.
 CFIndex MaximumByteCount(CFStringRef text);
 
-// `text` as a byte string; null where memory cannot be had.
+// `text` as a byte string; null if memory runs out.
 ByteString ToByteString(CFStringRef text);
 
-// The parts of `text` between its separators; null where memory cannot be had.
+// The parts of `text` between its separators; null if memory runs out.
 CFOwner<CFArrayRef> Split(CFStringRef text, CFStringRef separator);
 
-// Part `index` (from 0), borrowed from `items`; the empty text where there are fewer.
+// Item `index` (from 0), borrowed from `items`; the empty text if there are fewer.
 CFStringRef ItemAt(CFArrayRef items, CFIndex index);
 
 // The number at the start of `text` by the rule of atoi: white space, a sign, decimal digits; 0

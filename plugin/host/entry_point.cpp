@@ -8,9 +8,9 @@
 
 namespace {
 
-// The answer fills the whole result field, sign and all.
-std::uintptr_t ResultField(std::int32_t answer) {
-  return static_cast<std::uintptr_t>(std::intptr_t{answer});
+// A return value as the call block's result: sign-extended to the whole field.
+std::uintptr_t ResultField(std::int32_t value) {
+  return static_cast<std::uintptr_t>(std::intptr_t{value});
 }
 
 }  // namespace

@@ -14,8 +14,9 @@ namespace {
 constexpr std::int32_t kReady = 51;
 constexpr std::int32_t kRefused = -1;
 constexpr std::int16_t kArguments = 1;
-constexpr std::uint32_t kFlags =
-    0xFF01;  // offered in all calculation dialogs and allowed on a server
+
+// Offered in all calculation dialogs, and allowed on a server.
+constexpr std::uint32_t kFlags = 0xFF01;
 
 // The function that each ID stands for, in the order of registration. The IDs, gaps included, are
 // what FileMaker stores in calculations.
@@ -55,7 +56,7 @@ fmx::QuadCharAutoPtr NewPluginId() {
   return fmx::QuadCharAutoPtr(fmx::Call<FM_QuadChar_Constructor2>('T', 'R', 'V', 'O'));
 }
 
-// The two texts serve every row.
+// The two texts are used again for each function.
 void RegisterFunctions(const fmx::QuadChar& plugin_id, fmx::TextAutoPtr& name,
                        fmx::TextAutoPtr& prototype) {
   for (const auto& [id, function] : kRegistrations) {

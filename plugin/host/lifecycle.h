@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-// Answers the initialisation message: registers the functions and gives the dialog state its
-// starting values. 51 when the plug-in is ready; -1 when it refuses FileMaker's interface version,
-// or cannot have memory for its results.
+// Handles the initialisation message: registers the functions and gives the dialog state its
+// starting values. Returns 51 if the plug-in is ready; -1 if it refuses FileMaker's interface
+// version, or if memory for its results runs out.
 std::int32_t Do_HostInit(std::int16_t version);
 
-// Answers the shutdown message: unregisters the functions. The dialog state stays as it is.
+// Handles the shutdown message: unregisters the functions. The dialog state stays as it is.
 void Do_HostShutdown();

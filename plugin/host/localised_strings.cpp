@@ -5,10 +5,10 @@
 
 namespace {
 
-// FileMaker asks for the options string under a number of its own.
+// FileMaker asks for the options string by the number 131.
 std::uint32_t TableNumber(std::uint32_t number) { return number == 131 ? 1 : number; }
 
-// Copies a string where it leaves room for a terminator and one unit more.
+// Copies a string if it leaves room for a terminator and one unit more.
 std::int32_t CopyIfItFits(CFStringRef text, UniChar* buffer, std::int32_t size) {
   const CFIndex length = CFStringGetLength(text);
   if (length >= size - 1) return 0;

@@ -1,16 +1,15 @@
 #pragma once
 
-// The plug-in's texts, by number, from its bundle's localised strings table. None of them is in the
-// code.
+// The texts that the plug-in gives FileMaker, by number, from its bundle's localised strings table.
 
 #include <cstdint>
 
 #include "platform/corefoundation/CoreFoundation.h"
 #include "platform/fmwrapper/FMWrapper.h"
 
-// Copies a string with a terminating zero into `buffer`, which has room for `size` code units; a
-// string is loaded only where at least one unit stays free behind its terminator. Returns its
-// length in code units; 0, with nothing touched, where it does not fit or there is none.
+// Copies a string with a terminating zero into `buffer`, which has room for `size` code units. A
+// string fits only if at least one unit stays free behind its terminator. Returns its length in
+// code units; 0, with nothing touched, if it does not fit or there is none.
 std::int32_t Sub_OSXLoadString(std::uint32_t number, UniChar* buffer, std::int32_t size);
 
 // FileMaker's request for a string: as above, but 131 asks for string 1. `language` is not used.

@@ -12,7 +12,8 @@ namespace {
 
 constexpr CFIndex kCoordinateLimit = 255;
 
-// Sets a coordinate to item `index`, if there is one. False where the item is too long to be one.
+// Sets a coordinate to item `index`, if there is one. False if the item is too long for a
+// coordinate.
 bool ReadCoordinate(CFArrayRef items, CFIndex index, std::int32_t& coordinate) {
   if (index >= CFArrayGetCount(items)) return true;
   const auto item = static_cast<CFStringRef>(CFArrayGetValueAtIndex(items, index));
@@ -21,7 +22,8 @@ bool ReadCoordinate(CFArrayRef items, CFIndex index, std::int32_t& coordinate) {
   return true;
 }
 
-// A negative coordinate is no position, but does not take back one that was set.
+// A position takes force if neither coordinate is negative. If one is in force already, it stays
+// so, with the new coordinates.
 void Position(CFStringRef parameter, fmx::Text& result) {
   const auto items = Split(parameter, CFSTR("|"));
   if (!items) return SetResult(result, kNoMemory);

@@ -12,12 +12,13 @@
 
 namespace {
 
-constexpr CFIndex kLeastMenuLength = 2;  // a shorter text is no menu of its own
+constexpr CFIndex kLeastMenuLength = 2;  // a text of one code unit is no menu
 
 bool IsMenu(CFStringRef text) { return CFStringGetLength(text) >= kLeastMenuLength; }
 
-// Empty texts before a menu count as menus, so that later menus keep their field numbers; before
-// each further menu they count again.
+// How many of the first fields have a menu. Each menu counts as one, and with it all empty texts
+// before it, so that a menu behind a gap reaches its field. A gap before several menus is thus
+// counted several times, but the sum never passes the number of texts.
 std::int32_t CountMenus(CFArrayRef texts) {
   const CFIndex most = std::min<CFIndex>(CFArrayGetCount(texts), kFamilySize);
   CFIndex tally = 0;
@@ -29,14 +30,13 @@ std::int32_t CountMenus(CFArrayRef texts) {
   return static_cast<std::int32_t>(std::min(tally, most));
 }
 
-// An array of the items of `text`, which holds nothing of the parameter; null where memory cannot
-// be had.
+// The items of `text`, which keep nothing of the parameter in memory; null if memory runs out.
 CFOwner<CFArrayRef> CreateItems(CFStringRef text) {
   const auto copy = Owned(CFStringCreateCopy(kCFAllocatorDefault, text));
   return copy ? Split(copy.get(), CFSTR("\r")) : Owned(CFArrayRef{nullptr});
 }
 
-// A field beyond the last menu has no menu, though an item, the empty text.
+// The items of field `index` (from 0). A field without a menu has one, the empty text.
 CFOwner<CFArrayRef> CreateMenu(CFArrayRef texts, CFIndex index, std::int32_t menus) {
   const CFStringRef text = ItemAt(texts, index);
   return CreateItems(index < menus && IsMenu(text) ? text : EmptyText());
@@ -60,8 +60,8 @@ void PopUps(CFStringRef parameter, fmx::Text& result) {
   SetResult(result, menus);
 }
 
-// Room for a chosen line of any length is made here, where there is a way to say that there is
-// none.
+// Makes room in Field1 for any line that the user may choose. Without memory for it the function
+// can still say so; the dialog could not.
 void FillListBox(CFStringRef parameter, fmx::Text& result) {
   const auto room = 4 * static_cast<std::size_t>(CFStringGetLength(parameter));
   auto lines = CreateItems(parameter);

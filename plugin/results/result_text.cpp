@@ -8,7 +8,7 @@
 
 namespace {
 
-// `slack` bytes leave room for the separators and the terminator.
+// Composes FieldLC and `fields`. `slack` is room for the separators and the terminator, in bytes.
 bool Compose(std::span<ByteBuffer* const> fields, std::size_t slack) {
   std::size_t length = std::strlen(TextOf(FieldLC));
   for (const ByteBuffer* field : fields) length += std::strlen(TextOf(*field));

@@ -1,7 +1,7 @@
 #pragma once
 
-// Composing a dialog's result text in myreturntext. Both answer false where there is no memory for
-// it; myreturntext is empty then.
+// Composing a dialog's result text in myreturntext. Both return false if memory for it runs out;
+// myreturntext is empty then.
 
 // FieldLC and the values of the four fields, each after a "|"; FieldLC alone after Escape.
 bool ComposeDialogResult();

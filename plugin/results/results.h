@@ -1,7 +1,7 @@
 #pragma once
 
-// What the last dialog left, any number of times until the next dialog replaces it. None of these
-// reads its parameter; it serves the result's locale alone.
+// The functions that return the results of the last dialog, any number of times until the next one
+// replaces them. None of these reads its parameter, which only gives the result its locale.
 
 #include "plugin/frame/external_function.h"
 
@@ -14,5 +14,5 @@ TarvoFunction Do_TarvoV2;
 TarvoFunction Do_TarvoV3;
 TarvoFunction Do_TarvoV4;
 
-// How the dialog ended.
+// How the dialog ended: the button's code, or "E" after Escape.
 TarvoFunction Do_TarvoLC;

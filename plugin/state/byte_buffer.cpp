@@ -4,7 +4,7 @@
 
 namespace {
 
-// The old block stays where no new one can be had.
+// If memory runs out, the old block stays.
 bool Resize(ByteBuffer& buffer, std::size_t size) {
   auto* bytes = static_cast<char*>(std::realloc(buffer.bytes, size));
   if (bytes == nullptr) return false;

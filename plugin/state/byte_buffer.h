@@ -9,17 +9,17 @@ struct ByteBuffer {
   std::size_t capacity;
 };
 
-// The text of a buffer; the empty text where it has no block yet.
+// The text of a buffer; the empty text if it has no block yet.
 inline const char* TextOf(const ByteBuffer& buffer) {
   return buffer.bytes == nullptr ? "" : buffer.bytes;
 }
 
-// Makes the capacity `size` bytes (at least 1) and the text empty. Where memory cannot be had:
-// false, the text is empty and the block as large as it was.
+// Makes the capacity `size` bytes (at least 1) and the text empty. If memory runs out: false, the
+// text is empty and the block as large as it was.
 bool ResizeEmptied(ByteBuffer& buffer, std::size_t size);
 
-// Makes the capacity at least `size` bytes and keeps the text. Where memory cannot be had: false,
-// and nothing changes.
+// Makes the capacity at least `size` bytes and keeps the text. If memory runs out: false, and
+// nothing changes.
 bool Grow(ByteBuffer& buffer, std::size_t size);
 
 void Empty(ByteBuffer& buffer);

@@ -49,7 +49,7 @@ EventHandlerRef gButtonHandlerRef;
 
 namespace {
 
-// Field results, button and composed text, in the order in which they are resized.
+// The result buffers, in the order in which they are resized.
 constexpr ByteBuffer* kResults[] = {&Field1, &Field2, &Field3, &Field4, &FieldLC, &myreturntext};
 
 void ResetTexts() {
@@ -64,7 +64,7 @@ bool EmptyResults() {
       kResults, [](ByteBuffer* result) { return ResizeEmptied(*result, kResultSize); });
 }
 
-// Menus and lines that were set in an earlier life are gone too, and no choice is left over.
+// Menus and lines that were set before an earlier shutdown go too, and so do the choices in them.
 void ResetLists() {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     ReleaseMenu(std::exchange(*popupmenus[i], nullptr));

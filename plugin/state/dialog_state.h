@@ -15,6 +15,10 @@
 //
 // A numbered family of four has its four members and one array of their addresses, by which it is
 // walked: element 0 stands for field (or button) 1.
+//
+// Prefixes of the names: g for a global of any kind, i for a number, k for a control of the running
+// dialog (kCanEscape, a flag, is the exception), my for what the plug-in has put together; the
+// other members have none.
 
 #include <array>
 #include <cstddef>
@@ -34,16 +38,22 @@ constexpr std::int32_t NumberOf(std::size_t element) {
   return static_cast<std::int32_t>(element) + 1;
 }
 
-// --- Texts of the next dialog
-// ----------------------------------------------------------------------
+// --- Texts of the next dialog ---
 
-extern CFStringRef gWindowTitle;  // caption; persisting, of every dialog window
-extern CFStringRef gdialogtext;   // message; set by each dialog call
-extern CFStringRef gbutton1text, gbutton2text, gbutton3text, gbutton4text;  // by each dialog call
-extern CFStringRef gcontrol1text, gcontrol2text, gcontrol3text, gcontrol4text;  // labels, likewise
-extern CFStringRef gpasswordfield;  // number of the password field, as given; by each dialog call
-extern CFStringRef gPreEnter1, gPreEnter2, gPreEnter3,
-    gPreEnter4;  // pre-entered contents; one-shot
+// Caption of every dialog window; persisting.
+extern CFStringRef gWindowTitle;
+
+// Message, titles of the buttons and labels of the fields; set by each call of the standard or the
+// custom dialog.
+extern CFStringRef gdialogtext;
+extern CFStringRef gbutton1text, gbutton2text, gbutton3text, gbutton4text;
+extern CFStringRef gcontrol1text, gcontrol2text, gcontrol3text, gcontrol4text;
+
+// Always the empty text: the number of the password field is read at once, into iPasswordField.
+extern CFStringRef gpasswordfield;
+
+// What the fields start with; one-shot.
+extern CFStringRef gPreEnter1, gPreEnter2, gPreEnter3, gPreEnter4;
 
 inline constexpr Family<CFStringRef> gbuttontexts{&gbutton1text, &gbutton2text, &gbutton3text,
                                                   &gbutton4text};
@@ -51,8 +61,7 @@ inline constexpr Family<CFStringRef> gcontroltexts{&gcontrol1text, &gcontrol2tex
                                                    &gcontrol4text};
 inline constexpr Family<CFStringRef> gPreEnters{&gPreEnter1, &gPreEnter2, &gPreEnter3, &gPreEnter4};
 
-// --- Fields and their controls
-// ---------------------------------------------------------------------
+// --- Fields and their controls ---
 
 // The kind of a field's control; any other value shows the label alone.
 enum ControlStyle : std::int32_t {
@@ -63,31 +72,38 @@ enum ControlStyle : std::int32_t {
   kRadioButton = 4,
 };
 
-extern std::int32_t iFieldCount;  // fields of the dialog being shown; 0 after each dialog
-extern std::int32_t
-    iPasswordField;  // number of the password field, 0 for none; by each dialog call
-extern std::int32_t iControlStyle1, iControlStyle2, iControlStyle3,
-    iControlStyle4;               // persisting,
-                                  // but the standard dialog sets all four
-extern std::int32_t iFocusField;  // field that has the focus when the next dialog opens; one-shot
+// Number of fields of the running dialog; 0 after each dialog.
+extern std::int32_t iFieldCount;
+
+// Number of the password field, 0 for none; set by each call of the standard or the custom dialog.
+extern std::int32_t iPasswordField;
+
+// Kinds of the fields; persisting, but the standard dialog sets all four.
+extern std::int32_t iControlStyle1, iControlStyle2, iControlStyle3, iControlStyle4;
+
+// Number of the field that has the focus when the next dialog opens; one-shot.
+extern std::int32_t iFocusField;
 
 inline constexpr Family<std::int32_t> iControlStyles{&iControlStyle1, &iControlStyle2,
                                                      &iControlStyle3, &iControlStyle4};
 
-// --- Pop-up menus
-// ----------------------------------------------------------------------------------
+// --- Pop-up menus ---
 
-extern CFArrayRef mypopupArray1, mypopupArray2, mypopupArray3, mypopupArray4;  // items; persisting
-extern std::int32_t popupctr1, popupctr2, popupctr3, popupctr4;  // numbers of items, 0 for no menu
-extern MenuRef popupmenu1, popupmenu2, popupmenu3, popupmenu4;   // built for the last dialog
+// Items of the four menus; persisting.
+extern CFArrayRef mypopupArray1, mypopupArray2, mypopupArray3, mypopupArray4;
+
+// Numbers of their items, 0 for no menu; persisting.
+extern std::int32_t popupctr1, popupctr2, popupctr3, popupctr4;
+
+// The menus as built for the last dialog that showed them.
+extern MenuRef popupmenu1, popupmenu2, popupmenu3, popupmenu4;
 
 inline constexpr Family<CFArrayRef> mypopupArrays{&mypopupArray1, &mypopupArray2, &mypopupArray3,
                                                   &mypopupArray4};
 inline constexpr Family<std::int32_t> popupctrs{&popupctr1, &popupctr2, &popupctr3, &popupctr4};
 inline constexpr Family<MenuRef> popupmenus{&popupmenu1, &popupmenu2, &popupmenu3, &popupmenu4};
 
-// --- The list-box dialog
-// ---------------------------------------------------------------------------
+// --- The list-box dialog ---
 
 extern CFArrayRef myListArray;    // lines of the list; persisting
 extern std::int32_t glistlength;  // number of lines
@@ -98,15 +114,13 @@ extern std::uint8_t DoListBox;    // the dialog being shown is the list-box dial
 extern Cell lastCell;             // previous click in the list; running
 extern Cell selectedCell;         // latest click in the list; running
 
-// --- Position and Escape
-// ---------------------------------------------------------------------------
+// --- Position and Escape ---
 
 extern std::int32_t gXpos, gYpos;  // content's corner on the screen, -1 for unset; one-shot
 extern std::uint8_t gUsePosition;  // place the next dialog there instead of centring it; one-shot
 extern std::uint8_t kCanEscape;    // Escape cancels; cleared after each standard dialog
 
-// --- Results of the last dialog
-// --------------------------------------------------------------------
+// --- Results of the last dialog ---
 
 extern ByteBuffer FieldLC;                         // "1" to "4" for the button, "E" for Escape
 extern ByteBuffer Field1, Field2, Field3, Field4;  // values of the fields
@@ -119,8 +133,7 @@ inline constexpr Family<std::int32_t> theVals{&theVal1, &theVal2, &theVal3, &the
 // A result buffer has this many bytes unless a longer text is recorded in it.
 inline constexpr std::size_t kResultSize = 1024;
 
-// --- The running dialog
-// ----------------------------------------------------------------------------
+// --- The running dialog ---
 
 extern WindowRef gWindowRef;  // null when no dialog is open
 extern ControlRef kDialogMainCaption;
@@ -137,15 +150,13 @@ inline constexpr Family<ControlRef> kDialogControls{&kDialogControl1, &kDialogCo
 inline constexpr Family<ControlRef> kDialogPopups{&kDialogPopup1, &kDialogPopup2, &kDialogPopup3,
                                                   &kDialogPopup4};
 
-// --- Operations
-// ------------------------------------------------------------------------------------
+// --- Operations ---
 
-// Gives every member its starting value. False where a result buffer cannot be resized: the members
-// after it keep their values.
+// Gives every member its starting value. False if memory for a result buffer runs out; menus, list,
+// list-box flags, position and focus then keep their values.
 bool ResetDialogState();
 
-// Stores a copy of `text` that holds nothing else in memory, or the empty text where memory cannot
-// be had.
+// Stores a copy of `text` that keeps nothing else in memory, or the empty text if memory runs out.
 void StoreText(CFStringRef& member, CFStringRef text);
 void StoreEmptyTexts(const Family<CFStringRef>& members);
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-// A chosen item is remembered and the pop-up pinned on it.
+// Remembers the chosen item, and makes it the only value that the pop-up can have.
 void KeepPopUpChoice(const HICommand& command) {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     if (*popupmenus[i] == nullptr || command.menu != *popupmenus[i]) continue;
@@ -25,7 +25,7 @@ bool IsRadioButton(std::size_t field) {
   return static_cast<std::int32_t>(field) < iFieldCount && *iControlStyles[field] == kRadioButton;
 }
 
-// All radio buttons of a dialog are one group: one that goes on puts the others off.
+// All radio buttons of a dialog are one group: if one goes on, the others go off.
 void KeepRadioGroup(std::size_t used) {
   if (*iControlStyles[used] != kRadioButton || GetControlValue(*kDialogControls[used]) != 1) return;
   for (std::size_t i = 0; i < kFamilySize; ++i) {

@@ -5,8 +5,8 @@
 
 namespace {
 
-// The window's standard handler disposes of it, and with it of the handler that is running. Where
-// there is no memory for an event the window goes all the same.
+// The window's standard handler disposes of it, and with it of the command handler, which may be
+// running. If there is no memory for an event, the window is disposed of all the same.
 void CloseWindow(WindowRef window) {
   EventRef event = nullptr;
   CreateEvent(kCFAllocatorDefault, kEventClassWindow, kEventWindowClose, GetCurrentEventTime(),

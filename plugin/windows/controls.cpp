@@ -8,7 +8,7 @@ namespace {
 
 constexpr OSType kSignature = FourCharCode("TRVO");
 
-// Outside every dialog window, so never to be seen.
+// Outside the content of every dialog window, so it is never seen.
 constexpr Rect kCancelBounds{500, 500, 510, 510};
 
 void MakeDefault(WindowRef window, ControlRef button) {

@@ -8,14 +8,14 @@
 #include "platform/carbon/Carbon.h"
 #include "platform/corefoundation/CoreFoundation.h"
 
-// By these codes the command handler knows what the user used. The list box shares the code of the
-// standard dialog's message, which as a static text never issues a command.
+// By these codes the command handler knows which control the user used. The list has the same code
+// as the standard dialog's message, which is a static text and never issues a command.
 inline constexpr OSType kMessageCommand = FourCharCode("ABCC");
 inline constexpr OSType kListMessageCommand = FourCharCode("ABCB");
 inline constexpr OSType kListCommand = FourCharCode("ABCC");
 inline constexpr OSType kCancelCommand = FourCharCode("ACAN");
 
-// Of button 1 to 4, and of the label and the input of field 1 to 4; `index` counts from 0.
+// The codes of the buttons, and of the labels and inputs of the fields; `index` counts from 0.
 constexpr OSType ButtonCommand(std::size_t index) {
   return FourCharCode("ABCD") + static_cast<OSType>(index);
 }
@@ -32,11 +32,12 @@ void Identify(ControlRef control, OSType command, std::int32_t id);
 // Gives a control its size (kControlSizeNormal, kControlSizeSmall) and the small system font.
 void SetAppearance(ControlRef control, std::uint16_t size);
 
-// What both dialog windows have alike. The push buttons are created in `window` and identified:
-// button `index` (from 0) titled `title`, or "OK" where button 1 has no title, stored in its holder
-// and, as button 1, made the default button; the cancel control, outside the window and hidden
-// unless Escape may cancel.
+// Creates button `index` (from 0), identifies it and stores it in kDialogButtons. Button 1 is the
+// default button, and its title is "OK" if `title` is empty.
 void CreateButton(WindowRef window, std::size_t index, const Rect& bounds, CFStringRef title);
+
+// Creates the control that stands for Escape: outside the window's content, and hidden unless
+// Escape may cancel.
 void CreateCancelControl(WindowRef window);
 
 // The list of the running list-box dialog.

@@ -12,17 +12,26 @@ namespace {
 
 constexpr std::int16_t kNoRow = -1;
 
-// Whether the click was on the cells: not on the scroll bar at their right. The pointer comes in
-// the coordinates of the host's port, hence the offsets.
-bool IsInBand(ListHandle list) {
+// The pointer is told in the coordinates of the host's port, whose left edge stands this many
+// pixels right of the screen's.
+constexpr int kHostPortLeft = 90;
+
+// The list lies 5 pixels from the left and the right edge of the window's content. The scroll bar
+// at its right end takes x 403 to 419, the cells x 5 to 402.
+constexpr int kMargin = 5;
+constexpr int kScrollBarWidth = 17;
+
+// Whether the click was on the cells, not on the scroll bar.
+bool IsOnCells(ListHandle list) {
   Point pointer;
   GetMouse(&pointer);
   Rect port;
   GetPortBounds(GetListPort(list), &port);
   Rect content;
   GetWindowBounds(gWindowRef, kWindowContentRgn, &content);
-  const auto first = static_cast<std::int16_t>(content.left + port.left - 85);
-  const auto last = static_cast<std::int16_t>(content.left + port.right - 113);
+  const auto first = static_cast<std::int16_t>(content.left + port.left + kMargin - kHostPortLeft);
+  const int cells_right = port.right - kMargin - kScrollBarWidth;
+  const auto last = static_cast<std::int16_t>(content.left + cells_right - 1 - kHostPortLeft);
   return first <= pointer.h && pointer.h <= last;
 }
 
@@ -32,7 +41,7 @@ void EnableWaitingButton() {
   gdisabling = 0;
 }
 
-// However long after the first: the second click on a row in succession chooses it.
+// The second click in succession on a row chooses it, however much later it comes.
 void WatchForDoubleClick(ListHandle list) {
   selectedCell = LLastClick(list);
   if (lastCell.v != selectedCell.v) {
@@ -49,7 +58,7 @@ void WatchForDoubleClick(ListHandle list) {
 
 void ClickList() {
   const ListHandle list = RunningList();
-  if (!IsInBand(list)) return;
+  if (!IsOnCells(list)) return;
   EnableWaitingButton();
   if (dblclick) WatchForDoubleClick(list);
 }

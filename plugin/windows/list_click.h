@@ -1,6 +1,6 @@
 #pragma once
 
-// A click in the list of the list-box dialog. The first one in the band of its cells enables a
-// button 1 that waits for it; a second one in succession on the same row chooses that row, where
-// double clicks do.
+// Handles a click in the list of the list-box dialog. The first one on its cells enables button 1,
+// if that waits for it. If double clicks choose, a second click in succession on the same row
+// records that row and ends the dialog.
 void ClickList();

@@ -34,7 +34,8 @@ void CreateMessage(WindowRef window, CFStringRef text) {
   SetAppearance(message, kControlSizeSmall);
 }
 
-// As many lines as there are rows. A line for which there is no memory stays empty.
+// Lines beyond the last row are not shown. The row of a line for which there is no memory stays
+// empty.
 void FillRows(ListHandle list) {
   const auto rows = static_cast<std::int16_t>(std::min<std::int32_t>(glistlength, kRows));
   for (std::int16_t row = 0; row < rows; ++row) {
@@ -51,7 +52,7 @@ void CreateList(WindowRef window) {
   SetAppearance(kDialogList, kControlSizeSmall);
 }
 
-// Button 1 always exists, the others where they have a text.
+// Button 1 always exists, each other one if it has a text.
 void CreateButtons(WindowRef window, const std::array<CFStringRef, kFamilySize>& texts) {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     if (i == 0 || !IsEmpty(texts[i])) CreateButton(window, i, kButtonBounds[i], texts[i]);

@@ -11,7 +11,7 @@
 
 // Shows the lines of the dialog state under `message`, with button 1 and each other button that has
 // a text, and returns when the dialog has closed, with the modal loop's status. FieldLC and Field1
-// then hold the answer; if no display could show the dialog, or no answer came, they are as they
-// were.
+// then hold what the user did; they are as they were if no display could show the dialog, or the
+// user's actions did not end it.
 OSStatus RunListWindow(CFStringRef message,
                        const std::array<CFStringRef, kFamilySize>& button_texts);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr Size kCellSize = 2048;
 
-// One cell's text, terminated even where it fills the whole area.
+// One cell's text, terminated even if it fills the whole area.
 struct CellText {
   char bytes[kCellSize + 1];
 };
@@ -80,8 +80,8 @@ void RecordField(std::size_t i) {
   }
 }
 
-// Appends a row's text to the chosen lines, behind a separator where there is text already. A line
-// for which there is no memory is left out.
+// Appends a row's text to the chosen lines in Field1, behind a separator if there is text already.
+// A line for which there is no memory is left out.
 void AppendRow(const char* text) {
   const std::size_t length = std::strlen(Field1.bytes);
   const char* separator = length == 0 ? "" : "|";

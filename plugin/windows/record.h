@@ -12,5 +12,6 @@ void RecordButton(std::size_t index);
 // Escape: records "E" and empty fields.
 void RecordCancel();
 
-// A double click on `row` of the list: recorded as button 1, with that row as the only choice.
+// A double click on `row` of the list: records the code of button 1, and that row as the only
+// choice.
 void RecordRow(ListHandle list, Cell row);

@@ -31,7 +31,7 @@ constexpr std::int16_t kButtonHeight = 32;
 constexpr std::int16_t kButtonWidth = 90;
 constexpr std::int16_t kButtonLefts[] = {323, 218, 113, 8};
 
-// Field 1; every further field lies a step lower.
+// The bounds in field 1; each further field lies a step lower.
 constexpr std::int16_t kFieldStep = 30;
 constexpr Rect kLabelBounds{60, 5, 75, 140};
 constexpr Rect kEditBounds{60, 150, 75, 410};
@@ -47,7 +47,7 @@ Rect OfField(Rect bounds, std::size_t field) {
   return bounds;
 }
 
-// A requested position serves one window. Only the low 16 bits of the coordinates count.
+// A preset position serves one window. Only the low 16 bits of the coordinates count.
 void ApplyPosition(WindowRef window) {
   if (!gUsePosition) return;
   MoveWindow(window, static_cast<std::int16_t>(gXpos), static_cast<std::int16_t>(gYpos), 1);
@@ -61,7 +61,7 @@ void CreateMessage(WindowRef window, const Geometry& geometry) {
   SetAppearance(kDialogMainCaption, kControlSizeSmall);
 }
 
-// Button 1 always exists, the others where they have a text. All keep their places.
+// Button 1 always exists, each other one if it has a text. All keep their places.
 void CreateButtons(WindowRef window, const Geometry& geometry) {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     if (i > 0 && IsEmpty(*gbuttontexts[i])) continue;
@@ -131,7 +131,7 @@ ControlRef CreateInput(WindowRef window, std::size_t field) {
   return input;
 }
 
-// Of equal items the last is chosen. The raised minimum makes the pop-up show it.
+// If several items equal the text, the last is chosen. The raised minimum makes the pop-up show it.
 void ChooseItem(ControlRef popup, std::size_t field, CFStringRef text) {
   for (std::int32_t i = 1; i <= *popupctrs[field]; ++i) {
     const void* item = CFArrayGetValueAtIndex(*mypopupArrays[field], i - 1);
@@ -171,8 +171,8 @@ void CreateField(WindowRef window, std::size_t field) {
   PreEnter(input, field);
 }
 
-// A single field always has the focus; of several the one that iFocusField numbers, if there is
-// one.
+// A single field always has the focus; among several it is the one that iFocusField numbers, if
+// there is such a field.
 void SetFocus(WindowRef window, std::int32_t fields, std::int32_t next_focus) {
   if (fields == 0) return;
   const bool in_range = iFocusField >= 1 && iFocusField <= fields;
