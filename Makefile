@@ -24,6 +24,7 @@ install: release
 package: release
 	@cd build/release && cpack
 
+# The rules for sources, of every one.
 lint:
 	@scripts/set-up.sh test
 	@scripts/build.sh release

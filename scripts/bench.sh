@@ -5,7 +5,6 @@ cd "$(dirname "$0")/.."
 build=build/release
 
 cmake --preset release -DQUENLIX_BENCH=ON >/dev/null
-cmake --preset release -DQUENLIX_BENCH=ON >/dev/null
 scripts/build.sh release bench tarvo tarvo-desktop Quenlix bundle_resources
 bench=$build/bench
 rows=$(mktemp)

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kInstalled = "../lib/tarvo";
+constexpr const char* kInstalled = TARVO_COMPANIONS;
 
 std::string ReadAll(int fd, const std::string& path) {
   std::string content;

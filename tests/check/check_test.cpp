@@ -40,7 +40,7 @@ std::string OutputOf(const CheckOptions& options, Status expected) {
 
 display::Json Results(const std::string& bundle, Status expected) {
   return display::Json::parse(OutputOf(
-      {.bundle = bundle, .pattern = "", .json = true, .time_limit = std::chrono::seconds(2)},
+      {.bundle = bundle, .pattern = "", .json = true, .time_limit = std::chrono::minutes(1)},
       expected));
 }
 
@@ -142,7 +142,6 @@ const std::vector<Fault>& Faults() {
       {"mishandles-parameters",
        {{"Plain/1025-units", "crashed"},
         {"Plain/100000-units", "crashed"},
-        {"Plain/returns", "timed out"},
         {"Plain/items", "crashed"},
         {"Plain/*", "failed"}}},
       {"ignores-button-1", {{"List/*", "failed"}}},
@@ -167,17 +166,16 @@ INSTANTIATE_TEST_SUITE_P(, BrokenPlugin, testing::ValuesIn(Faults()), [](const a
   return name;
 });
 
-TEST(Check, PassesASoundPlugin) {
-  for (const std::string& bundle : {std::string(PLUGIN_BUNDLE), MakeBundle("sound")}) {
-    for (const auto& entry : Results(bundle, Status::kDone)) {
-      EXPECT_EQ(entry.at("result"), "passed") << entry;
-    }
+TEST(Check, PassesQuenlix) {
+  for (const auto& entry : Results(PLUGIN_BUNDLE, Status::kDone)) {
+    EXPECT_EQ(entry.at("result"), "passed") << entry;
   }
 }
 
 // A check that cannot fail is none. Loading fails together with all that comes later.
-TEST(Check, EveryCheckIsSeenToFail) {
+TEST(Check, PassesASoundPluginAndEveryCheckIsSeenToFail) {
   for (const auto& entry : Results(MakeBundle("sound"), Status::kDone)) {
+    EXPECT_EQ(entry.at("result"), "passed") << entry;
     const std::string check = entry.at("check");
     if (check == "load") continue;
     EXPECT_TRUE(std::any_of(Faults().begin(), Faults().end(), [&](const Fault& fault) {
@@ -194,12 +192,11 @@ TEST(Check, PrintsALineForEachCheckThatMatches) {
   EXPECT_EQ(OutputOf({.bundle = bundle, .pattern = "P*/1?2*"}, Status::kWrong),
             "failed     Plain/1024-units: expected no exception, got one that says: too long\n"
             "crashed    Plain/1025-units: SIGSEGV\n0 passed, 2 failed\n");
-  EXPECT_EQ(
-      OutputOf(
-          {.bundle = bundle, .pattern = "returns", .time_limit = std::chrono::milliseconds(1500)},
-          Status::kWrong),
-      "timed out  Plain/returns: expected an end within 1.5 s\n" + passed +
-          "List/returns\n1 passed, 1 failed\n");
+  EXPECT_EQ(OutputOf({.bundle = MakeBundle("never-returns"),
+                      .pattern = "Plain/returns",
+                      .time_limit = std::chrono::milliseconds(3500)},
+                     Status::kWrong),
+            "timed out  Plain/returns: expected an end within 3.5 s\n0 passed, 1 failed\n");
   EXPECT_EQ(OutputOf({.bundle = MakeBundle("no-arguments"), .pattern = "Plain/e"}, Status::kDone),
             "skipped    Plain/empty: the function takes no parameter\n"
             "0 passed, 0 failed\n");

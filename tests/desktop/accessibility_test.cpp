@@ -1,8 +1,8 @@
 // What a screen reader is told, and what it does for its user.
 
-#include "tests/desktop/changed_variable.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/user_test.h"
+#include "tests/support/changed_variable.h"
 
 namespace desktop_test {
 namespace {
@@ -114,7 +114,7 @@ TEST_F(Accessibility, WindowThatIsUsedAgainIsToldAnew) {
 }
 
 TEST_F(Accessibility, BusOfTheUsersRuntimeFolderServes) {
-  const ChangedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  const testing_tools::ChangedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
   Open(display::Alert{1, "Here", "", "OK", {}, {}});
   EXPECT_TRUE(reader_.WaitForLine("alert message: Here active modal"));
 }

@@ -7,6 +7,11 @@ namespace {
 
 using Controls = UserTest;
 
+// Grows with the number of the display's windows.
+std::size_t VisibleWindows() {
+  return OutputOf("xdotool search --onlyvisible --class tarvo-desktop 2> /dev/null").size();
+}
+
 TEST_F(Controls, EditedFieldsAreReportedOnceBeforeTheNextAction) {
   Open(Dialog({Field(1, ControlKind::kEdit, "Ann"), Field(2, ControlKind::kPassword),
                Field(3, ControlKind::kEdit, "as it was")},
@@ -74,14 +79,11 @@ TEST_F(Controls, FocusIsSeenOnEveryKind) {
 TEST_F(Controls, TextThatIsCutIsShownWholeOnHover) {
   display::Window dialog = Dialog({Field(1, ControlKind::kEdit)}, 1);
   Open(dialog);
-  const auto windows = [&] {
-    return OutputOf("xdotool search --onlyvisible --class tarvo-desktop 2> /dev/null").size();
-  };
-  const auto alone = windows();
+  const auto alone = VisibleWindows();
   dialog.controls[FieldIndex(1) - 1].text = "A label that is too long for its place";
   display_.Change(FieldIndex(1) - 1, dialog.controls[FieldIndex(1) - 1]);
   OutputOf("xdotool mousemove " + std::to_string(kLeft + 60) + " " + std::to_string(kTop + 66));
-  EXPECT_TRUE(WaitFor([&] { return windows() > alone; }));
+  EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; }));
 }
 
 TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
@@ -93,8 +95,15 @@ TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
   EXPECT_EQ(AfterKey("Return"), "return");
   EXPECT_EQ(AfterKey("space Down Return"), "choose 1 3");
   EXPECT_EQ(AfterKey("space Return"), "choose 1 3");  // the same again is a choice, too
-  EXPECT_EQ(AfterKey("space Escape Escape"), "escape");
-  EXPECT_EQ(AfterKey("Return"), "return");                 // the menu's Escape was not reported
+  // The menu's Escape is not reported. A server that is busy gives two presses in a row one time,
+  // and then the second repeats the first, so that comes when the menu has gone.
+  const auto alone = VisibleWindows();
+  user_.Key("space");
+  EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; }));
+  user_.Key("Escape");
+  EXPECT_TRUE(WaitFor([&] { return VisibleWindows() == alone; }));
+  EXPECT_EQ(AfterKey("Escape"), "escape");
+  EXPECT_EQ(AfterKey("Return"), "return");
   EXPECT_EQ(AfterKey("Tab Down space Return"), "return");  // an empty menu
 }
 

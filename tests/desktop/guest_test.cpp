@@ -2,9 +2,9 @@
 
 #include <sys/wait.h>
 
-#include "tests/desktop/changed_variable.h"
 #include "tests/desktop/processes.h"
 #include "tests/desktop/user_test.h"
+#include "tests/support/changed_variable.h"
 #include "tests/support/temporary_folder.h"
 
 namespace desktop_test {
@@ -55,9 +55,9 @@ TEST_F(Guest, StartsNoSessionBus) {
   folder.Write("bus", "no socket");
   const std::string log = folder / "started";
   fs::permissions(folder.Write("dbus-launch", "#!/bin/sh\ntouch " + log), fs::perms::owner_all);
-  const ChangedVariable path("PATH", ((folder / "") + ":" + getenv("PATH")).c_str());
-  const ChangedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
-  const ChangedVariable runtime("XDG_RUNTIME_DIR", (folder / "").c_str());
+  const testing_tools::ChangedVariable path("PATH", ((folder / "") + ":" + getenv("PATH")).c_str());
+  const testing_tools::ChangedVariable address("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  const testing_tools::ChangedVariable runtime("XDG_RUNTIME_DIR", (folder / "").c_str());
   Open(Dialog({}, 0));
   EXPECT_EQ(AfterKey("Return"), "return");
   EXPECT_FALSE(fs::exists(log));
@@ -69,8 +69,9 @@ TEST_F(Guest, HeldKeyAnswersOnceAndNoLaterDialog) {
   OutputOf("xdotool keyup Return keydown Return");
   EXPECT_EQ(Next(), "return");
   display_.Close();
-  Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "Next"));
-  OutputOf("sleep 0.2; xdotool keyup Return");  // for the key to be repeated meanwhile
+  const xcb_window_t next = Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "Next"));
+  EXPECT_TRUE(user_.WaitForKeys(next, 5)) << "the key is repeated meanwhile";
+  OutputOf("xdotool keyup Return");
   EXPECT_EQ(AfterKey("Escape"), "escape");
 }
 
@@ -182,7 +183,7 @@ TEST(Screen, WithoutOneNothingOpens) {
        {Case{"", "", "neither DISPLAY nor WAYLAND_DISPLAY is set"},
         Case{"", ":4711", "no answer from the screen :4711"}, Case{"xcb", "", "DISPLAY is not set"},
         Case{"wayland", ":4711", "WAYLAND_DISPLAY is not set"}}) {
-    const ChangedVariable chosen("QT_QPA_PLATFORM", platform);
+    const testing_tools::ChangedVariable chosen("QT_QPA_PLATFORM", platform);
     setenv("DISPLAY", nowhere, 1);
     display::DisplayProcess display("tarvo-desktop");
     EXPECT_FALSE(display.Open(Dialog({}, 0)));

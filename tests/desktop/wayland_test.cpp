@@ -1,9 +1,9 @@
 // The same windows on Wayland: a compositor that is itself a window on the tests' X server, so that
 // its keys are real ones.
 
-#include "tests/desktop/changed_variable.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/user_test.h"
+#include "tests/support/changed_variable.h"
 
 namespace desktop_test {
 namespace {
@@ -25,7 +25,7 @@ class Wayland : public UserTest {
 
   // Starts a display that sees no X server.
   bool OpenOnWayland(const display::Description& dialog) {
-    const ChangedVariable x_server("DISPLAY", nullptr);
+    const testing_tools::ChangedVariable x_server("DISPLAY", nullptr);
     return display_.Open(dialog);
   }
 

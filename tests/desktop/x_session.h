@@ -152,6 +152,20 @@ class XSession {
     return WaitFor([&] { return PixelAt(x, y) != from; });
   }
 
+  // Waits until `count` more key presses have come to the window; a held key is repeated.
+  bool WaitForKeys(xcb_window_t window, int count) const {
+    const uint32_t mask = XCB_EVENT_MASK_KEY_PRESS;
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &mask);
+    xcb_flush(connection_);
+    return WaitFor([&] {
+      while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
+        if ((event->response_type & 0x7f) == XCB_KEY_PRESS) --count;
+        free(event);
+      }
+      return count <= 0;
+    });
+  }
+
   // Another program's window, a black one.
   xcb_window_t MakeWindow() const {
     const xcb_window_t window = xcb_generate_id(connection_);

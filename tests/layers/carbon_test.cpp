@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/carbon/CarbonHost.h"
+#include "tests/support/changed_variable.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace {
@@ -176,8 +177,8 @@ TEST_F(Carbon, ADialogThatCannotBeShownHasNoAnswer) {
     using ScriptedDisplay::ScriptedDisplay;
     bool Open(const display::Description&) override { return false; }
   } none(std::vector<display::Answer>{});
-  setenv("DISPLAY", "", 1);
-  setenv("WAYLAND_DISPLAY", "none", 1);
+  const testing_tools::ChangedVariable display("DISPLAY", "");
+  const testing_tools::ChangedVariable compositor("WAYLAND_DISPLAY", "none");
   for (display::Display* shown :
        {static_cast<display::Display*>(&none), &carbon::DefaultDisplay()}) {
     carbon::SetDisplay(shown == &none ? shown : nullptr);

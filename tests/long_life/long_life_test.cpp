@@ -91,7 +91,7 @@ std::string Child() {
   return child;
 }
 
-TEST_F(LongLife, TwoThousandDesktopDialogsLeaveTheDisplayAsItWas) {
+TEST_F(LongLife, AThousandDesktopDialogsLeaveTheDisplayAsItWas) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   Call("TarvoFillListBox", "one\rtwo\rthree");
   std::vector<display::Description> dialogs{display::Alert{2, "m", "e", "Yes", "No", {}}};
@@ -111,11 +111,18 @@ TEST_F(LongLife, TwoThousandDesktopDialogsLeaveTheDisplayAsItWas) {
   };
   show(300);
   const std::string display = Child();
-  const long kilobytes = ResidentKilobytes(display);
-  EXPECT_GT(kilobytes, 0);
-  show(2000);
+  // A heap settles sooner or later; what is left behind grows with every dialog.
+  constexpr int kMostRounds = 5;
+  long growth = 0;
+  for (int round = 0; round < kMostRounds; ++round) {
+    const long kilobytes = ResidentKilobytes(display);
+    ASSERT_GT(kilobytes, 0);
+    show(1000);
+    growth = ResidentKilobytes(display) - kilobytes;
+    if (growth < 256) break;
+  }
+  EXPECT_LT(growth, 256) << "a quarter of a kilobyte for each dialog";
   EXPECT_EQ(Child(), display) << "it is still the same process";
-  EXPECT_LE(ResidentKilobytes(display), kilobytes + 2048);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Changes the plug-in's sources in one place at a time and lists the changes that no quick test notices.
+"""Changes the sources of the plug-in and its layers in one place at a time and lists the changes that no quick test notices.
 
     tests/mutation/mutate.py [--count N] [--seed S] [--only TEXT] [--list]
 
@@ -18,10 +18,10 @@ import subprocess
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ["plugin"]
+FOLDERS = (ROOT / "scripts/covered-folders").read_text().split()
 # The first finds most, so the others are linked only where it finds nothing.
-TESTS = ["plugin_test", "plugin_corpus_test", "failing_host_test", "code_set_test",
-         "exhausted_memory_test"]
+TESTS = ["plugin_test", "layers_test", "plugin_corpus_test", "strings_table_corpus_test",
+         "answers_corpus_test", "failing_host_test", "code_set_test", "exhausted_memory_test"]
 SECONDS = 20
 # Fresh memory is not zero by chance.
 ENVIRONMENT = os.environ | {"MALLOC_PERTURB_": "165"}
@@ -106,7 +106,7 @@ def try_out(change, build):
 
 
 def chosen_changes(root, options):
-    files = [file for folder in FOLDERS for file in sorted((root / folder).glob("*.cpp"))]
+    files = [file for folder in FOLDERS for file in sorted((root / folder).rglob("*.cpp"))]
     changes = [change for file in files for change in changes_of(file)]
     changes = [change for change in changes if options.only in describe(change, root)]
     if options.count is not None and options.count < len(changes):

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <string_view>
 #include <typeinfo>
 
 #include "tests/support/plugin_host.h"
@@ -14,6 +15,7 @@ struct Failure {
   int at = 0;
   int code = 0;
   bool for_good = false;
+  std::string_view operation = {};  // calls of this one alone are counted and fail; empty: of all
 };
 
 Failure failure;
@@ -21,7 +23,8 @@ int calls = 0;
 
 constexpr int kUnknownCode = 99;
 
-bool FailsNow() {
+bool FailsNow(std::string_view operation) {
+  if (!failure.operation.empty() && operation != failure.operation) return false;
   ++calls;
   return failure.at != 0 && (failure.for_good ? calls >= failure.at : calls == failure.at);
 }
@@ -29,8 +32,8 @@ bool FailsNow() {
 // The real operation, or its failure. What a plug-in gives back is gone even where that is reported
 // as a failure, and a code that nobody knows reports nothing.
 template <class Real>
-auto Through(fmx::Error& error, bool releases, Real real) {
-  const bool fails = FailsNow();
+auto Through(std::string_view operation, fmx::Error& error, bool releases, Real real) {
+  const bool fails = FailsNow(operation);
   if (fails) error.code = failure.code;
   using Result = decltype(real());
   if (fails && !releases && failure.code != kUnknownCode) return Result();
@@ -42,7 +45,7 @@ auto Through(fmx::Error& error, bool releases, Real real) {
 #define INTERPOSE_AS(Releases, Result, Name, Parameters, Arguments)                      \
   Result Name Parameters {                                                               \
     static const auto real = reinterpret_cast<decltype(&Name)>(dlsym(RTLD_NEXT, #Name)); \
-    return Through(error, Releases, [&] { return real Arguments; });                     \
+    return Through(#Name, error, Releases, [&] { return real Arguments; });              \
   }
 #define INTERPOSE(...) INTERPOSE_AS(false, __VA_ARGS__)
 #define INTERPOSE_RELEASE(...) INTERPOSE_AS(true, __VA_ARGS__)
@@ -117,7 +120,7 @@ TEST(UninitialisedPlugin, AnswersEveryFunctionThatIsRegistered) {
   block.version = 200;
   const CFBundleRef bundle = CFBundleCreateWithPath(PLUGIN_BUNDLE);
   block.bundle = reinterpret_cast<std::uintptr_t>(bundle);
-  failure = {3 + 19 * 9, 2, false};
+  failure = {19, 2, false, "FM_ExprEnv_RegisterExternalFunction"};
   calls = 0;
   EXPECT_EQ(Try([&] { FMExternCallProc(&block); }), Left::kException);
   failure = {};
@@ -175,28 +178,27 @@ struct Case {
   const char* parameter;
   const char* answers;
   const char* result;
-  int points;  // calls into the interface
 };
 
 TEST_F(FailingHost, EveryFunctionRaisesReleasesAndGoesOn) {
   const Case cases[] = {
-      {"TarvoDialogVersion", "x", "", "220", 4},
-      {"TarvoSetCaption", "caption", "", "caption", 12},
-      {"TarvoPreEnterText", "a|b", "", "a|b", 12},
-      {"TarvoPosition", "1|2", "", "0", 12},
-      {"TarvoSetFocus", "1", "", "1", 12},
-      {"TarvoAllowEscape", "1", "", "1", 12},
-      {"TarvoSetCustomControls", "2|4", "", "2|4", 12},
-      {"TarvoPopUps", "aa\rbb|cc", "", "2", 12},
-      {"TarvoFillListBox", "a\rb", "", "2", 12},
-      {"TarvoDialog", "2|m|A|B", "enter 1 x; press 2", "2|x|||", 12},
-      {"TarvoCustomDialog", "0|m", "press 1", "1||||", 12},
-      {"TarvoDoListBox", "m", "row 2; press 1", "1|b", 12},
-      {"TarvoAlert", "1|m", "press 1", "1", 12},
-      {"TarvoAlert", "", "", "$$002$$", 10},
-      {"TarvoLastValue", "", "", "1|b|||", 6},
-      {"TarvoV1", "", "", "b", 6},
-      {"TarvoLC", "", "", "1", 6},
+      {"TarvoDialogVersion", "x", "", "220"},
+      {"TarvoSetCaption", "caption", "", "caption"},
+      {"TarvoPreEnterText", "a|b", "", "a|b"},
+      {"TarvoPosition", "1|2", "", "0"},
+      {"TarvoSetFocus", "1", "", "1"},
+      {"TarvoAllowEscape", "1", "", "1"},
+      {"TarvoSetCustomControls", "2|4", "", "2|4"},
+      {"TarvoPopUps", "aa\rbb|cc", "", "2"},
+      {"TarvoFillListBox", "a\rb", "", "2"},
+      {"TarvoDialog", "2|m|A|B", "enter 1 x; press 2", "2|x|||"},
+      {"TarvoCustomDialog", "0|m", "press 1", "1||||"},
+      {"TarvoDoListBox", "m", "row 2; press 1", "1|b"},
+      {"TarvoAlert", "1|m", "press 1", "1"},
+      {"TarvoAlert", "", "", "$$002$$"},
+      {"TarvoLastValue", "", "", "1|b|||"},
+      {"TarvoV1", "", "", "b"},
+      {"TarvoLC", "", "", "1"},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.function);
@@ -212,13 +214,13 @@ TEST_F(FailingHost, EveryFunctionRaisesReleasesAndGoesOn) {
       EXPECT_EQ(CFGetLiveObjectCount(), strings);
       EXPECT_EQ(dialogs_->closed, static_cast<int>(dialogs_->opened.size()));
     };
-    EXPECT_EQ(FailEachCall(run, after), row.points);
+    EXPECT_GT(FailEachCall(run, after), 1) << "the parameter is read and a result given";
     EXPECT_EQ(Call(row.function, row.parameter, row.answers), row.result);
   }
 }
 
 TEST_F(FailingHost, WhatWasWrittenBeforeTheFailureStays) {
-  failure = {9, 1, false};
+  failure = {1, 1, false, "FM_Data_SetAsText"};
   calls = 0;
   Answer("enter 1 typed; press 1");
   EXPECT_EQ(Try([] { Call("TarvoDialog", "1|m"); }), Left::kBadAlloc);
@@ -229,13 +231,12 @@ TEST_F(FailingHost, WhatWasWrittenBeforeTheFailureStays) {
 TEST_F(FailingHost, TheLifecycleStopsWhereItFails) {
   const auto initialise = [this] { Send(kFMXT_Init); };
   const auto shut_down = [this] { Send(kFMXT_Shutdown); };
-  // ID and two texts; for each function two strings, the cut and the registration; three releases.
-  EXPECT_EQ(FailEachCall(initialise, shut_down), 3 + 19 * 9 + 3);
+  EXPECT_GT(FailEachCall(initialise, shut_down), 19) << "each function is registered";
   initialise();
-  EXPECT_EQ(FailEachCall(shut_down, initialise), 1 + 19 + 1);
+  EXPECT_GT(FailEachCall(shut_down, initialise), 19) << "and taken back";
   // Rows registered before the failure stay.
   shut_down();
-  failure = {3 + 9 + 1, 2, false};
+  failure = {2, 2, false, "FM_ExprEnv_RegisterExternalFunction"};
   calls = 0;
   EXPECT_EQ(Try(initialise), Left::kException);
   failure = {};

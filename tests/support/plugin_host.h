@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "platform/carbon/CarbonHost.h"
 #include "platform/corefoundation/CFHost.h"
@@ -42,11 +43,11 @@ class PluginHost : public testing::Test {
     FMExternCallProc(&block_);
   }
 
-  static const fmx::host::Function& Function(const std::string& name) {
+  static const fmx::host::Function& Function(std::string_view name) {
     for (const auto& function : fmx::host::Functions()) {
       if (encoding::ToUtf8(function.name) == name) return function;
     }
-    throw std::invalid_argument("no function " + name);
+    throw std::invalid_argument("no function " + std::string(name));
   }
 
   static fmx::host::Outcome Evaluate(const std::string& name, std::u16string parameter) {

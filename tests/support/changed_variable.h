@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace desktop_test {
+namespace testing_tools {
 
 // An environment variable that is another one, or with null none, until the object goes.
 class ChangedVariable {
@@ -30,4 +30,4 @@ class ChangedVariable {
   std::optional<std::string> before_;
 };
 
-}  // namespace desktop_test
+}  // namespace testing_tools
