@@ -1,5 +1,6 @@
 #!/bin/sh
-# Installs what building, running and testing need on Debian 12; does nothing where all is there.
+# Installs what building, running and testing need on Debian 12 and 13; does nothing where all is there,
+# and says what is missing where it cannot install.
 #
 #   scripts/set-up.sh [run|test|fuzz|bench]
 #
@@ -17,17 +18,31 @@ packages="
 
 case $purpose in
   test) packages="$packages
-    libgtest-dev clang-format clang-tidy
+    libgtest-dev clang-format clang-tidy gcovr
     xvfb xdotool openbox x11-utils x11-xserver-utils xauth xclip
     at-spi2-core dbus-daemon weston
     locales" ;;
-  fuzz) packages="$packages clang libclang-rt-14-dev" ;;
+  fuzz) packages="$packages clang libclang-rt-dev" ;;
   bench) packages="$packages libbenchmark-dev libicu-dev libxcb-damage0-dev xvfb zenity yad kdialog" ;;
 esac
+
+# Says what to do by hand, where this script cannot.
+give_up() {
+  echo "$1" >&2
+  echo "What is needed goes by these names on Debian:" >&2
+  printf '%s\n' "$2" | fmt >&2
+  echo "When it is there: cmake -B build && cmake --build build && ctest --test-dir build" >&2
+  exit 1
+}
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
+
+if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+  # shellcheck disable=SC2086 # a list of words
+  give_up "This system has no apt-get, so nothing can be installed from here." "$(echo $packages)"
+fi
 
 is_installed() {
   dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
@@ -38,6 +53,9 @@ for package in $packages; do
   is_installed "$package" || missing="$missing $package"
 done
 if [ -n "$missing" ]; then
+  if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+    give_up "Packages are missing, and only root installs them: apt-get install$missing" "$missing"
+  fi
   echo "Installing:$missing" >&2
   as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2
   # shellcheck disable=SC2086 # a list of words
@@ -52,6 +70,9 @@ if [ "$purpose" = test ]; then
     known=$(locale -a | tr -d - | tr '[:upper:]' '[:lower:]')
     wanted=$(printf %s "$name" | tr -d - | tr '[:upper:]' '[:lower:]')
     if ! printf '%s\n' "$known" | grep -qx "$wanted"; then
+      if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        give_up "The locale $name is missing, and only root makes it." locales
+      fi
       as_root localedef -i "${locale%/*}" -f "${locale#*/}" "$name"
     fi
   done

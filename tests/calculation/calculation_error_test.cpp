@@ -27,7 +27,7 @@ std::string Explanation(std::string_view text) {
   return Explanation(text, functions);
 }
 
-struct Case {
+struct Mistake {
   const char* calculation;
   int line;
   int column;
@@ -35,7 +35,7 @@ struct Case {
 };
 
 TEST(CalculationErrorTest, NamesThePlaceAndWhatWasExpected) {
-  const Case cases[] = {
+  const Mistake cases[] = {
       {"", 1, 1, "expected a value"},
       {"// nothing", 1, 1, "expected a value"},
       {"1 +", 1, 4, "unexpected end; expected a value"},
