@@ -13,7 +13,11 @@ for test in $tests; do
   $build/"$test" --gtest_brief=1 >&2
 done
 
-# shellcheck disable=SC2046 # a list of words
-gcovr --root . --object-directory $build $(sed 's|.*|--filter &/|' scripts/covered-folders) \
-  --exclude-throw-branches --exclude-unreachable-branches --exclude-noncode-lines \
-  --txt-metric line --txt - "$build"
+report() {
+  # shellcheck disable=SC2046 # a list of words
+  gcovr --root . $(sed 's|.*|--filter &/|' scripts/covered-folders) \
+    --exclude-throw-branches --exclude-unreachable-branches "$@"
+}
+report --json $build/coverage.json $build
+report --add-tracefile $build/coverage.json --txt
+report --add-tracefile $build/coverage.json --txt --branches

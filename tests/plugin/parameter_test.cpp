@@ -50,50 +50,6 @@ TEST_F(Parameter, ResultsHaveTheLocaleOfTheParameter) {
   }
 }
 
-TEST_F(Parameter, TheInterfaceReportsWhatIsNotThere) {
-  fmx::Error error{};
-  fmx::Text* text = FM_Text_Constructor1(error);
-  FM_Text_SetText(*text, *text, 1, 1, error);
-  EXPECT_EQ(error.code, 2);
-  FM_Text_Delete(text, error);
-  FM_Text_Delete(nullptr, error);
-  fmx::QuadChar* other = FM_QuadChar_Constructor2('O', 'T', 'H', 'R', error);
-  EXPECT_NE(FM_ExprEnv_UnRegisterExternalFunction(*other, 0, error), 0) << "another's number 0";
-  FM_QuadChar_Delete(other, error);
-}
-
-std::u16string UnitsOf(const fmx::Text& text) {
-  fmx::Error error{};
-  std::u16string units(FM_Text_GetSize(text, error), u'\0');
-  FM_Text_GetUnicode(text, units.data(), 0, static_cast<std::uint32_t>(units.size()), error);
-  EXPECT_EQ(error.code, 0);
-  return units;
-}
-
-// However long it is, and whatever it was copied from or from which part of itself.
-TEST_F(Parameter, ATextOfTheInterfaceChangesAlone) {
-  for (const std::u16string_view units :
-       {u"few", u"eight of", u"a text of more than a few units"}) {
-    fmx::Error error{};
-    const fmx::TextAutoPtr first(FM_Text_Constructor1(error));
-    const fmx::TextAutoPtr second(FM_Text_Constructor1(error));
-    FM_Text_AssignUnicode(*first, units.data(), error);
-    FM_Text_SetText(*second, *first, 0, UINT32_MAX, error);
-    EXPECT_EQ(UnitsOf(*second), units);
-    FM_Text_DeleteText(*second, 1, UINT32_MAX, error);
-    EXPECT_EQ(UnitsOf(*second), units.substr(0, 1));
-    FM_Text_SetText(*second, *first, 0, UINT32_MAX, error);
-    FM_Text_SetText(*second, *second, 1, UINT32_MAX, error);
-    EXPECT_EQ(UnitsOf(*second), units.substr(1));
-    FM_Text_SetText(*second, *second, 0, UINT32_MAX, error);
-    EXPECT_EQ(UnitsOf(*second), units.substr(1));
-    FM_Text_Assign(*second, "", 0, error);
-    EXPECT_EQ(UnitsOf(*second), u"");
-    EXPECT_EQ(UnitsOf(*first), units);
-    EXPECT_EQ(error.code, 0);
-  }
-}
-
 TEST_F(Parameter, NumbersAreTakenAsTheirDecimalText) {
   const fmx::host::Value number{kFMX_NumberType, u"2", kLocale};
   EXPECT_EQ(fmx::host::Evaluate(Function("TarvoSetFocus"), {number}).result.text, u"2");
