@@ -12,7 +12,11 @@ build=$1
 stamps=$build/lint
 mkdir -p "$stamps"
 
-git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
+# One version decides, Debian 12's: others lay out details differently.
+case $(clang-format --version) in
+  *" 14."*) git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror ;;
+  *) echo "Formatting is not checked: it goes by clang-format 14." >&2 ;;
+esac
 
 # Each source with the project's headers that it includes, a line each, as its compilation found them.
 dependencies() {
