@@ -57,9 +57,8 @@ Control ChangedControl(const Json& message) {
 }  // namespace
 
 std::string OpenLine(int dialog, const Description& description) {
-  return Line({{kOpen, ToJson(description)},
-               {kDialog, dialog},
-               {kSelection, SelectionsOf(description)}});
+  return Line(
+      {{kOpen, ToJson(description)}, {kDialog, dialog}, {kSelection, SelectionsOf(description)}});
 }
 
 std::string ChangeLine(int dialog, std::size_t index, const Control& control) {
@@ -86,9 +85,7 @@ std::string ReadyLine(const Rect& main_screen) {
   return Line({{kReady, true}, {kScreen, RectToJson(main_screen)}});
 }
 
-std::string NotReadyLine(const std::string& why) {
-  return Line({{kReady, false}, {kError, why}});
-}
+std::string NotReadyLine(const std::string& why) { return Line({{kReady, false}, {kError, why}}); }
 
 std::string ActionLine(int dialog, const Action& action) {
   Json message = ToJson(action);
