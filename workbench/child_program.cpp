@@ -38,7 +38,7 @@ std::optional<pid_t> Spawn(const std::vector<std::string>& command, int input_fd
   return process;
 }
 
-// A child that does not read to the end says by its status whether that was wrong.
+// If the child does not read all of it, its exit status says whether that was an error.
 void WriteAll(int fd, std::string_view text) {
   while (!text.empty()) {
     const ssize_t count = write(fd, text.data(), text.size());

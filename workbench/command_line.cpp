@@ -89,7 +89,7 @@ constexpr const char* kExamples =
     "  tarvo run form.tarvo --answers form.answers --screenshot pictures\n"
     "  tarvo functions\n";
 
-// What CLI11 fills beside Options.
+// What CLI11 fills in besides Options.
 struct Words {
   std::string display = "auto";
   bool version = false;
@@ -125,8 +125,8 @@ void AddOptions(CLI::App& app, Options& options, Words& words) {
       ->type_name("PATTERN");
 }
 
-// A calculation may begin with a minus sign too, but with none that a letter and nothing but a name
-// follows.
+// Whether the word is -LETTER or --NAME, alone or before a "=". Any other word that begins with a
+// minus sign is a calculation, such as -1 or -$x.
 bool LooksLikeOption(const std::string& word) {
   const std::string name = word.substr(0, word.find('='));
   const auto is_letter = [](char sign) {
@@ -164,8 +164,8 @@ const Command& FindCommand(const std::string& name) {
   RefuseUsage("unknown command " + name + calculation::Suggestion(name, names));
 }
 
-// Moves the option at `words[i]`, and its argument where it takes one, to `option_words`; `i` then
-// is at the last word taken.
+// Appends the option at `words[i]`, and its argument if it takes one, to `option_words`; `i` is
+// then that of the last word taken.
 void TakeOption(const std::vector<std::string>& words, std::size_t& i, const CLI::App& app,
                 std::vector<std::string>& option_words) {
   const std::string& word = words[i];
@@ -187,8 +187,8 @@ void TakeOption(const std::vector<std::string>& words, std::size_t& i, const CLI
 }
 
 // Takes the command and its operands into `options`, and returns the options among the words, each
-// followed by its argument, whatever that begins with. CLI11 is not shown the operands: it would
-// take those that begin with a minus sign or a bracket apart.
+// followed by its argument, whatever that begins with. CLI11 does not see the operands, since it
+// would split those that begin with a minus sign or a bracket.
 std::vector<std::string> TakeOperands(const std::vector<std::string>& words, const CLI::App& app,
                                       Options& options) {
   std::vector<std::string> option_words;

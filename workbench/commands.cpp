@@ -25,7 +25,7 @@ std::string FunctionsAsJson(const std::vector<fmx::host::Function>& functions) {
   return array + "]\n";
 }
 
-// Columns are aligned by code units, which names of functions are made of one by one.
+// Columns are aligned by code units: one is one column in the names of functions.
 std::string FunctionsAsTable(const std::vector<fmx::host::Function>& functions) {
   std::size_t name_width = 0;
   for (const auto& function : functions) name_width = std::max(name_width, function.name.size());
@@ -72,12 +72,12 @@ void ShowInfo(const Options& options) {
   const std::string name = plugin.String(Plugin::kName);
   const std::string description = plugin.String(Plugin::kDescription);
   const std::string flags = plugin.String(Plugin::kOptions);
-  const std::string answer = std::to_string(plugin.answer());
+  const std::string init_result = std::to_string(plugin.init_result());
   Print(options.json
             ? "{\"name\": " + JsonText(name) + ", \"description\": " + JsonText(description) +
-                  ", \"options\": " + JsonText(flags) + ", \"answer\": " + answer + "}\n"
+                  ", \"options\": " + JsonText(flags) + ", \"answer\": " + init_result + "}\n"
             : "Name         " + name + "\nDescription  " + description + "\nOptions      " + flags +
-                  "\nAnswer       " + answer + "\n");
+                  "\nAnswer       " + init_result + "\n");
   session.End();
 }
 

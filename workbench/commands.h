@@ -6,7 +6,7 @@
 namespace workbench {
 
 // Each loads the bundle, does its work and shuts the plug-in down. They print results on standard
-// output and throw Failure where something is wrong.
+// output and throw Failure if something is wrong.
 void EvaluateCalculations(const Options& options);
 void RunScript(const Options& options);
 void ListFunctions(const Options& options);

@@ -31,7 +31,7 @@ std::string ReadAll(int fd, const std::string& path) {
   }
 }
 
-// As it was started, where /proc is not mounted.
+// If /proc is not mounted, the path that the program was started with.
 fs::path ProgramPath() {
   std::error_code error;
   fs::path self = fs::read_symlink("/proc/self/exe", error);

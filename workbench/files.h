@@ -7,21 +7,21 @@
 
 namespace workbench {
 
-// The whole of the file `path`; of standard input where `path` is "-". Throws Failure (usage) where
-// it cannot be read.
+// The whole of the file `path`; of standard input if `path` is "-". Throws Failure (usage) if it
+// cannot be read.
 std::string ReadFile(const std::string& path);
 
-// The path of a file or folder that comes with this program: beside it, where it was built, or else
-// in the folder where it was installed.
+// The path of a file or folder that comes with this program: beside it, as in the build folder, or
+// else in the folder for such files of an installation.
 std::string FindCompanion(const std::string& name);
 
-// A file that is written line by line, each of which is there for others at once.
+// A file that is written line by line. Other programs can read each line at once.
 class LineFile {
  public:
-  // Truncates the file. Throws Failure (usage) where it cannot be written.
+  // Truncates the file. Throws Failure (usage) if it cannot be written.
   explicit LineFile(const std::string& path);
 
-  // Throws Failure where the line cannot be written.
+  // Throws Failure if the line cannot be written.
   void Write(std::string_view line);
 
  private:

@@ -15,18 +15,18 @@ using calculation::ToUtf8;
 constexpr BuiltInHelp kBuiltIns[] = {
     {"Abs", "number", "the number without its sign"},
     {"Case", "test1 ; result1 ; test2 ; result2 ; ... ; default",
-     "the result of the first test that holds; a last result alone is for where none does"},
+     "the result of the first test that holds; a last result alone is for when none does"},
     {"Char", "code", "the character of a Unicode code point"},
     {"Choose", "number ; result0 ; result1 ; ...", "the result with this number, counted from 0"},
     {"Code", "text", "the Unicode code point of the text's first character"},
-    {"Exact", "text1 ; text2", "1 where both texts are the same, upper and lower case too"},
+    {"Exact", "text1 ; text2", "1 if both texts are the same, upper and lower case too"},
     {"False", "", "0"},
     {"GetAsNumber", "text", "the number that the text's digits make"},
     {"GetAsText", "number", "the number as text"},
     {"GetValue", "list ; number", "one value of a list whose values are separated by ¶"},
-    {"If", "test ; result1 ; result2", "result1 where the test holds, else result2"},
-    {"Int", "number", "the number without what is behind its point"},
-    {"IsEmpty", "value", "1 where the value is an empty text"},
+    {"If", "test ; result1 ; result2", "result1 if the test holds, else result2"},
+    {"Int", "number", "the number without what follows its point"},
+    {"IsEmpty", "value", "1 if the value is an empty text"},
     {"Left", "text ; count", "the first characters of a text"},
     {"LeftValues", "list ; count", "the first values of a list, each ended by ¶"},
     {"Length", "text", "how many characters a text has"},
@@ -41,13 +41,13 @@ constexpr BuiltInHelp kBuiltIns[] = {
     {"Mod", "number ; divisor", "what remains of a division, with the divisor's sign"},
     {"PatternCount", "text ; search", "how often a text holds another, in any case"},
     {"Position", "text ; search ; start ; occurrence",
-     "where a text holds another, counted from 1, in any case; 0 where it does not"},
+     "where a text holds another, counted from 1, in any case; 0 if it does not"},
     {"Quote", "text", "the text as a literal of a calculation"},
     {"Replace", "text ; start ; count ; replacement",
      "the text with other characters in place of some"},
     {"Right", "text ; count", "the last characters of a text"},
     {"RightValues", "list ; count", "the last values of a list, each ended by ¶"},
-    {"Round", "number ; places", "the number rounded to so many places behind its point"},
+    {"Round", "number ; places", "the number rounded to so many places after its point"},
     {"Substitute", "text ; search ; replacement",
      "the text with every occurrence replaced; [ search ; replacement ] pairs do several"},
     {"Trim", "text", "the text without blanks at its ends"},
@@ -56,7 +56,7 @@ constexpr BuiltInHelp kBuiltIns[] = {
     {"ValueCount", "list", "how many values a list has"},
 };
 
-// A plug-in registers names and prototypes alone; these are the words for what ours do.
+// What the project's own functions do: a plug-in registers names and prototypes alone.
 struct Description {
   std::u16string_view name;
   std::string_view text;

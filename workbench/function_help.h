@@ -20,7 +20,7 @@ struct BuiltInHelp {
 std::span<const BuiltInHelp> BuiltInFunctions();
 
 // What there is to know of a function, registered or built in: its prototype and what it does. The
-// name is looked up without regard to case; where there is none, the text says so and proposes the
+// name is looked up without regard to case; if there is none, the text says so and proposes the
 // nearest.
 std::string HelpOnFunction(std::string_view name,
                            const std::vector<fmx::host::Function>& registered);

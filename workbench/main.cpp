@@ -59,7 +59,7 @@ int Report(Status status, const char* message) {
 
 int main(int argc, char** argv) {
   KeepStandardStreams();
-  signal(SIGPIPE, SIG_IGN);  // a reader that has gone is found out by writing
+  signal(SIGPIPE, SIG_IGN);  // Print notices a reader that has gone
   try {
     return static_cast<int>(Do(workbench::ParseCommandLine({argv + 1, argv + argc})));
   } catch (const Failure& failure) {

@@ -12,6 +12,8 @@ namespace workbench {
 namespace {
 
 constexpr const char* kPasswordPlaceholder = "<password>";
+
+// The project's display draws dialogs too. Carbon starts it by itself, so it has no name to share.
 constexpr const char* kPainter = "tarvo-desktop";
 
 std::string ToLine(const display::Description& dialog) {
@@ -27,7 +29,7 @@ void Recording::Opened(const display::Description& dialog) {
   file_.Write("# dialog " + std::to_string(++count_) + (name.empty() ? "" : ": " + name));
 }
 
-void Recording::Answered(const display::Action& action, bool secret) {
+void Recording::Acted(const display::Action& action, bool secret) {
   display::Action written = action;
   if (secret && !with_passwords_) written.text = kPasswordPlaceholder;
   file_.Write(display::FormatAnswer(written));

@@ -13,13 +13,13 @@ class DescriptionLog : public Observer {
   explicit DescriptionLog(const std::string& path) : file_(path) {}
 
   void Opened(const display::Description& dialog) override;
-  void Answered(const display::Action&, bool) override {}
+  void Acted(const display::Action&, bool) override {}
 
  private:
   LineFile file_;
 };
 
-// Writes what the user does as answers, which give the same results again.
+// Writes the user's actions as a script of answers, which gives the same results again.
 class Recording : public Observer {
  public:
   // Without `with_passwords` a placeholder stands for what was entered into a password field.
@@ -27,7 +27,7 @@ class Recording : public Observer {
       : file_(path), with_passwords_(with_passwords) {}
 
   void Opened(const display::Description& dialog) override;
-  void Answered(const display::Action& action, bool secret) override;
+  void Acted(const display::Action& action, bool secret) override;
 
  private:
   LineFile file_;
@@ -38,11 +38,11 @@ class Recording : public Observer {
 // Draws every dialog as it opened into a folder, as 1.png, 2.png and so on.
 class Screenshots : public Observer {
  public:
-  // Makes the folder. Throws Failure (usage) where that cannot be done.
+  // Makes the folder. Throws Failure (usage) if that cannot be done.
   explicit Screenshots(const std::string& folder);
 
   void Opened(const display::Description& dialog) override;
-  void Answered(const display::Action&, bool) override {}
+  void Acted(const display::Action&, bool) override {}
 
  private:
   std::string folder_;

@@ -48,7 +48,7 @@ std::optional<Action> ObservingDisplay::NextAction() {
   }
   BreakLines(action->text);
   const bool secret = IsSecret(*action);
-  if (!Tell([&](Observer& observer) { observer.Answered(*action, secret); })) return std::nullopt;
+  if (!Tell([&](Observer& observer) { observer.Acted(*action, secret); })) return std::nullopt;
   return action;
 }
 
@@ -61,8 +61,8 @@ void ObservingDisplay::Reject(const std::string& reason) { shown_on_.Reject(reas
 
 void ObservingDisplay::Close() { shown_on_.Close(); }
 
-// False where an observer failed. No exception of theirs passes through the modal loop, so that the
-// plug-in ends its dialog as it does where a display is gone.
+// False if an observer failed. Its exception does not pass through the modal loop, so that the
+// plug-in ends its dialog as it does when a display is gone.
 template <class Report>
 bool ObservingDisplay::Tell(Report report) {
   try {

@@ -12,7 +12,7 @@
 namespace workbench {
 
 // Is told of every dialog that opens and of everything that its user does. What it throws ends the
-// dialog, without an answer, and the program.
+// dialog, as if its display were gone, and the program.
 class Observer {
  public:
   virtual ~Observer() = default;
@@ -20,10 +20,11 @@ class Observer {
   virtual void Opened(const display::Description& dialog) = 0;
 
   // `secret`: the action holds what was entered into a password field.
-  virtual void Answered(const display::Action& action, bool secret) = 0;
+  virtual void Acted(const display::Action& action, bool secret) = 0;
 };
 
-// Shows dialogs on another display, tells observers of them, and notices where one got no answer.
+// Shows dialogs on another display, tells observers of them, and notes one that its user did not
+// end.
 class ObservingDisplay : public display::Display {
  public:
   // `shown_on` must outlive this display.
@@ -35,8 +36,8 @@ class ObservingDisplay : public display::Display {
     std::string reason;
   };
 
-  // Each tells of what happened since it was last asked: the dialog that was lost, and what an
-  // observer threw.
+  // Each returns what happened since its last call: the dialog that was lost, and what an observer
+  // threw.
   std::optional<Lost> TakeLost() { return std::exchange(lost_, std::nullopt); }
   std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
 

@@ -17,7 +17,7 @@ struct Options {
   std::int16_t interface_version = 200;
   bool json = false;
   std::optional<std::string> answers_file;
-  std::vector<std::string> answers;  // behind those of the file
+  std::vector<std::string> answers;  // after those of the file
   std::optional<std::string> describe;
   std::optional<std::string> screenshot;
   std::optional<std::string> record;

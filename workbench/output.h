@@ -7,7 +7,7 @@
 
 namespace workbench {
 
-// Writes to standard output, at once. Throws Failure where it is closed or full.
+// Writes to standard output, at once. Throws Failure if it is closed or full.
 void Print(std::string_view text);
 
 // A result as one line, its carriage returns as line feeds.

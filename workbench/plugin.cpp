@@ -31,7 +31,7 @@ Plugin::Plugin(const std::string& path, std::int16_t interface_version) {
 Plugin::~Plugin() {
   try {
     ShutDown();
-  } catch (...) {  // the program ends with what was wrong before
+  } catch (...) {  // the program ends with an earlier error
   }
 }
 
@@ -73,10 +73,10 @@ void Plugin::Initialise(const std::string& path, std::int16_t interface_version)
   } catch (const std::exception& error) {
     Refuse(path, std::string("the plug-in threw while it was initialised: ") + error.what());
   }
-  answer_ = static_cast<std::int32_t>(call_.result);
-  if (answer_ <= 0) {
+  init_result_ = static_cast<std::int32_t>(call_.result);
+  if (init_result_ <= 0) {
     Refuse(path, "the plug-in refuses interface version " + std::to_string(interface_version) +
-                     ", with the answer " + std::to_string(answer_));
+                     ", with the answer " + std::to_string(init_result_));
   }
   running_ = true;
 }

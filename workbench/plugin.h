@@ -24,13 +24,13 @@ class Plugin {
   Plugin(const Plugin&) = delete;
   Plugin& operator=(const Plugin&) = delete;
 
-  // Shuts the plug-in down if that was not done; what it throws is let go.
+  // Shuts the plug-in down if that was not done; what it throws is ignored.
   ~Plugin();
 
-  // The answer to the initialisation message.
-  std::int32_t answer() const { return answer_; }
+  // What the plug-in returned for the initialisation message.
+  std::int32_t init_result() const { return init_result_; }
 
-  // One of the plug-in's strings, UTF-8; empty where it has none.
+  // One of the plug-in's strings, UTF-8; empty if it has none.
   std::string String(StringNumber number);
 
   // What the plug-in throws passes through.
@@ -49,8 +49,8 @@ class Plugin {
 
   std::unique_ptr<CFBundle, Release> bundle_;
   EntryPoint entry_point_ = nullptr;
-  FMX_ExternCallBlock<std::uintptr_t> call_{};  // the plug-in may look at the latest at any time
-  std::int32_t answer_ = 0;
+  FMX_ExternCallBlock<std::uintptr_t> call_{};  // a member, as the plug-in may keep its address
+  std::int32_t init_result_ = 0;
   bool running_ = false;
 };
 

@@ -46,7 +46,7 @@ Value PluginFunctions::Call(std::size_t index, const std::vector<Value>& argumen
   for (const Value& argument : arguments) parameters.push_back(ToHost(argument));
   const std::string& name = signatures_[index].name;
   const fmx::host::Outcome outcome = Evaluate(functions_[index], name, parameters);
-  user_.CheckAnswered();
+  user_.CheckDialogs();
   if (outcome.error != 0) {
     throw Failure(Status::kWrong,
                   name + ": the plug-in answered error code " + std::to_string(outcome.error));

@@ -8,7 +8,7 @@
 
 namespace workbench {
 
-// What the plug-in has registered, as calculations call it.
+// The functions that the plug-in has registered, for calculations to call.
 class PluginFunctions : public calculation::ExternalFunctions {
  public:
   // Takes note of what is registered now. `user` must outlive this.
@@ -19,8 +19,8 @@ class PluginFunctions : public calculation::ExternalFunctions {
 
   const std::vector<Signature>& signatures() const override { return signatures_; }
 
-  // Throws Failure where the plug-in throws, answers an error, or shows a dialog that gets no
-  // answer.
+  // Throws Failure if the plug-in throws, returns an error, or shows a dialog that its user does
+  // not end.
   calculation::Value Call(std::size_t index,
                           const std::vector<calculation::Value>& arguments) override;
 

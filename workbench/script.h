@@ -21,7 +21,7 @@ struct Step {
     kExitLoopIf,
   };
 
-  // The steps that an If runs where its test holds; those behind Else have none.
+  // The steps that an If runs if the test holds; those of Else have no test.
   struct Branch {
     calculation::NodePtr test;
     std::vector<Step> steps;
@@ -79,7 +79,7 @@ class ScriptRunner {
  public:
   using Printer = std::function<void(const calculation::Value& result)>;
 
-  // A script whose loops have gone round this often in all is taken to be one that never ends.
+  // When a script's loops have gone round this often in all, it is taken for one that never ends.
   static constexpr long kMostRounds = 1'000'000;
 
   // All three must outlive the runner.
@@ -91,7 +91,7 @@ class ScriptRunner {
   void Run(const Step& step) { RunStep(step); }
 
  private:
-  // False where the innermost loop is to be left.
+  // False if the innermost loop is to be left.
   bool RunStep(const Step& step);
   bool RunSteps(const std::vector<Step>& steps);
   bool RunIf(const Step& step);

@@ -25,7 +25,7 @@ Span PlaceOf(const std::vector<Token>& tokens) {
   return {tokens.front().place.begin, tokens.back().place.end};
 }
 
-// Names and then a bracket: a step that there is not.
+// Names and then a bracket, but no step that is known.
 void RefuseUnknownStep(const Parser& parser) {
   std::size_t words = 0;
   while (parser.Peek(words).kind == Token::Kind::kName) ++words;
@@ -39,7 +39,7 @@ void RefuseUnknownStep(const Parser& parser) {
 struct ScriptReader::Line {
   Span place;
   Parser parser;
-  Word word = Word::kNone;  // where the line belongs to an open block; behind it the parser stands
+  Word word = Word::kNone;  // how it continues or ends a block; the parser is past these words
 };
 
 std::optional<Step> ScriptReader::Next() {
@@ -99,7 +99,7 @@ Step ScriptReader::ReadSetVariable(Line& line) {
   parser.Expect(u"[", "\"[\"");
   step.variable = parser.TakeVariable();
   parser.Expect(u";", "\";\" and the value");
-  // As scripts are printed: Set Variable [ $x ; Value: 1 ].
+  // FileMaker prints a script's steps like this: Set Variable [ $x ; Value: 1 ].
   if (parser.AtSymbol(u":", 1) && parser.AcceptWords({u"value"})) parser.AcceptSymbol(u":");
   step.calculation = parser.ParseExpression();
   parser.Expect(u"]", "an operator or \"]\"");

@@ -54,7 +54,7 @@ bool Session::IsWhole(const calculation::Source& script) const {
     }
   } catch (const calculation::Unfinished&) {
     return false;
-  } catch (const calculation::Error&) {  // whatever may follow
+  } catch (const calculation::Error&) {  // an error that nothing more can mend
   }
   return true;
 }

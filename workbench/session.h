@@ -27,14 +27,14 @@ class Session {
   // The same for each calculation of a script.
   void Run(const calculation::Source& script);
 
-  // False where something in a script is still open at its end, so that more of it may follow.
+  // False if something in a script is still open at its end, so that more of it may follow.
   // Nothing is run.
   bool IsWhole(const calculation::Source& script) const;
 
   // What calculations can name now: functions, the language's own too, and variables.
   std::vector<std::string> Names() const;
 
-  // Ends the plug-in's life. Throws Failure where the plug-in throws.
+  // Ends the plug-in's life. Throws Failure if the plug-in throws.
   void End();
 
  private:

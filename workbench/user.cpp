@@ -63,7 +63,7 @@ User::User(const Options& options) {
 
 User::~User() { carbon::SetDisplay(nullptr); }
 
-void User::CheckAnswered() {
+void User::CheckDialogs() {
   const auto scripted = scripted_ ? scripted_->TakeFailure() : std::nullopt;
   const auto failure = display_->TakeFailure();
   const auto lost = display_->TakeLost();

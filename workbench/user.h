@@ -19,8 +19,8 @@ class User {
   User& operator=(const User&) = delete;
   ~User();
 
-  // Throws Failure where a dialog did not get its answer since this was last asked, and says why.
-  void CheckAnswered();
+  // Throws Failure, which says why, if a dialog since the last call was not ended by its user.
+  void CheckDialogs();
 
  private:
   std::optional<display::ScriptedDisplay> scripted_;

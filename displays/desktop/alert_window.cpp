@@ -121,7 +121,7 @@ void AlertWindow::LayOut(const display::Alert& alert) {
               screen.top() + (screen.height() - height) / 3, width, height);
 }
 
-// The texts at that width, before the buttons for a screen reader. Where they are higher than
+// The texts at that width, before the buttons for a screen reader. If they are higher than
 // `most` they scroll, by keys as well.
 QWidget* AlertWindow::AddTexts(const display::Alert& alert, int width, int most) {
   QWidget* texts = MakeTexts(alert, width);

@@ -5,7 +5,7 @@
 namespace desktop {
 
 // The platform's alert: an icon, a message in bold over its explanation, and one to three buttons.
-// It grows with its texts and scrolls them only where they are taller than the screen.
+// It grows with its texts and scrolls them only if they are taller than the screen.
 class AlertWindow : public ModalWindow {
  public:
   // Fills the empty window.

@@ -29,7 +29,7 @@ bool GtkSettingsSayDark() {
          NamesDarkTheme(settings.value(QStringLiteral("Settings/gtk-theme-name")).toString());
 }
 
-// The desktops' common settings service, asked only where it already runs.
+// Asks the settings service that desktops have in common, but only if it runs already.
 bool PortalSaysDark() {
   if (!HasSessionBus()) return false;
   const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
@@ -39,9 +39,9 @@ bool PortalSaysDark() {
       service, QStringLiteral("/org/freedesktop/portal/desktop"),
       QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
   question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
-  QVariant answer = bus.call(question, QDBus::Block, kPortalPatience).arguments().value(0);
-  while (answer.canConvert<QDBusVariant>()) answer = answer.value<QDBusVariant>().variant();
-  return answer.toUInt() == kPrefersDark;
+  QVariant reply = bus.call(question, QDBus::Block, kPortalPatience).arguments().value(0);
+  while (reply.canConvert<QDBusVariant>()) reply = reply.value<QDBusVariant>().variant();
+  return reply.toUInt() == kPrefersDark;
 }
 
 }  // namespace

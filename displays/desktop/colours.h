@@ -4,7 +4,7 @@
 
 namespace desktop {
 
-// Whether the desktop asks for dark windows where Qt, which knows only some desktops, has not
+// Whether the desktop asks for dark windows and Qt, which knows only some desktops, has not
 // noticed. Call after the application is made.
 bool DesktopPrefersDark();
 

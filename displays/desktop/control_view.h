@@ -27,7 +27,7 @@ class ControlView {
   // The user's edit since the last call, once.
   virtual std::optional<display::Action> TakeEdit() { return std::nullopt; }
 
-  // The whole text that is shown where it does not fit; otherwise empty.
+  // The whole of a text that is shown cut short; empty if all of it fits.
   virtual QString CutText() const { return {}; }
 };
 

@@ -56,7 +56,7 @@ void DialogWindow::Dismiss() {
   placed_ = false;
 }
 
-// The place is that of the content, wherever the frame is.
+// The place is that of the content, not of the window manager's frame.
 void DialogWindow::Place() {
   setGeometry({{description_.content.left, description_.content.top}, size()});
 }
@@ -72,7 +72,7 @@ bool DialogWindow::event(QEvent* event) {
   return ModalWindow::event(event);
 }
 
-// What nobody has seen yet has no widget, which a screen reader would find.
+// A control that has never been visible has no widget: a screen reader would find it.
 void DialogWindow::Show(std::size_t index) {
   const Control& control = description_.controls.at(index);
   ControlView*& view = views_.at(index);

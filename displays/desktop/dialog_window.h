@@ -12,7 +12,7 @@ class DialogWindow : public ModalWindow {
 
   void Dismiss() override;
 
-  // Control `index` now is as described. The focus moves only where the host has moved it.
+  // Control `index` now is as described. The focus moves only if the host has moved it.
   void Change(std::size_t index, const display::Control& control);
 
   QAccessible::Role AccessibleRole() const override { return QAccessible::Dialog; }
@@ -27,7 +27,7 @@ class DialogWindow : public ModalWindow {
   void NameInputs();
 
   display::Window description_;
-  std::vector<ControlView*> views_;  // of each control; null where it has never been visible
+  std::vector<ControlView*> views_;  // of each control; null if it has never been visible
   bool placed_ = false;
 };
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <variant>
 
-extern "C" {  // glibc 2.36 forgets to say so
+extern "C" {  // missing in the header of glibc 2.36
 #include <sys/pidfd.h>
 }
 
@@ -80,8 +80,7 @@ void HostSession::WatchScreen() {
                    });
 }
 
-// Where a child of the host holds the other end of the socket, too, the socket does not tell that
-// the host has ended.
+// The socket does not close with the host if a child of the host has inherited its other end.
 void HostSession::WatchHost() {
   const int host = pidfd_open(getppid(), 0);
   if (host < 0) return;

@@ -28,7 +28,7 @@ void DrawCheckBox(QPainter& painter, const QAbstractButton& box);
 void DrawRadioButton(QPainter& painter, const QAbstractButton& button);
 QColor ButtonTextColor(const QWidget& button, bool is_default);
 
-// One line, elided at the end, starting at the side where its script starts.
+// One line, elided at the end, starting at the side at which its script starts.
 void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text);
 
 // The rows of a list and the items of a menu: one elided line each, of one height. The

@@ -31,16 +31,16 @@ int ServeHost(int argc, char** argv, int fd) {
     desktop::ReportNoScreen(fd, probe->WhyNone());
     return 1;
   }
-  desktop::StartNoSessionBus();
-  // Which fonts there are is read while Qt connects to the screen. Nothing may change the
-  // environment meanwhile: Qt would take this out, which is the host's own.
+  desktop::KeepQtFromStartingSessionBus();
+  // The fonts are looked up while Qt connects to the screen, and nothing may change the environment
+  // meanwhile. Qt would remove this variable, so it is removed before.
   unsetenv("DESKTOP_STARTUP_ID");
   std::jthread fonts([] { FcInit(); });
   QApplication application(argc, argv);
   probe.reset();
   desktop::SetUpLook();
   desktop::HostSession session(fd);
-  fonts.join();  // the first dialog needs them, and would begin to read them anew
+  fonts.join();  // or the first dialog, which needs them, would look them up once more
   return QApplication::exec();
 }
 
@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
   if (argc != 3) return Usage();
   const std::string option = argv[1];
   const std::string argument = argv[2];
-  int own_arguments = 1;  // Qt is to read none of them
+  int own_arguments = 1;  // Qt sees the program's name alone
   qInstallMessageHandler(PrintErrorsOnly);
   QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
   QApplication::setQuitOnLastWindowClosed(false);

@@ -42,7 +42,7 @@ ModalWindow::ModalWindow()
   static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
   static_cast<void>(accessible);
   setWindowModality(Qt::ApplicationModal);
-  setFocusPolicy(Qt::StrongFocus);  // holds the focus where no control has it
+  setFocusPolicy(Qt::StrongFocus);  // holds the focus if no control has it
 }
 
 void ModalWindow::Present(Report report) {
@@ -53,13 +53,13 @@ void ModalWindow::Present(Report report) {
   if (!focusWidget()) setFocus();
   raise();  // an X server keeps a window at the height at which it was hidden
   show();
-  // What showing has put off becomes part of the first drawing, not a second one.
+  // Updates that were put off while showing become part of the first drawing, not a second one.
   QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
   activateWindow();
 }
 
 void ModalWindow::Dismiss() {
-  qApp->removeEventFilter(this);  // what still comes is not for the next dialog
+  qApp->removeEventFilter(this);  // late keys are not for the next dialog
   hide();
   for (auto* widget : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) widget->deleteLater();
   content_ = {};
@@ -69,7 +69,7 @@ void ModalWindow::Dismiss() {
 }
 
 void ModalWindow::Send(const Action& action) {
-  if (!content_.report) return;  // dismissed meanwhile
+  if (!content_.report) return;  // the dialog has been dismissed
   QGuiApplication::inputMethod()->commit();
   for (ControlView* view : content_.views) {
     if (const auto edit = view->TakeEdit()) content_.report(*edit);
@@ -91,16 +91,16 @@ bool ModalWindow::focusNextPrevChild(bool next) {
   return true;
 }
 
-// Keys are taken before the widget that has the focus sees them; an open menu keeps its own. Qt
-// announces a key to a window before it sends it: the menu may close on the announcement, and
-// Wayland sends the key to the window behind it then.
+// Keys are taken before the widget that has the focus sees them, but for those of an open menu. Who
+// gets a key is noted when Qt announces it, by ShortcutOverride, since the menu may close on that;
+// Wayland then sends the key itself to this window.
 bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride && object->isWindowType()) {
-    content_.key_is_menus = QApplication::activePopupWidget() != nullptr;
+    content_.menu_takes_key = QApplication::activePopupWidget() != nullptr;
   }
   auto* widget = qobject_cast<QWidget*>(object);
   if (!widget || widget->window() != this) return false;
-  if (event->type() == QEvent::KeyPress && !content_.key_is_menus) {
+  if (event->type() == QEvent::KeyPress && !content_.menu_takes_key) {
     return HandleKey(*static_cast<QKeyEvent*>(event));
   }
   if (event->type() == QEvent::KeyRelease) {
@@ -114,7 +114,8 @@ bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
   return false;
 }
 
-// A key that is held down answers once, and nothing where it is held since the dialog before.
+// A key that is held down acts once, and not at all if it has been held since the dialog before.
+// Only in an edit text a held space bar goes on typing.
 bool ModalWindow::HandleKey(const QKeyEvent& key) {
   const bool repeats = Repeats(key);
   switch (key.key()) {
@@ -132,8 +133,8 @@ bool ModalWindow::HandleKey(const QKeyEvent& key) {
   }
 }
 
-// An X server repeats a key as its release and its press at one moment. Qt does not notice where
-// the two arrive apart.
+// An X server reports a held key as pairs of release and press, each with one timestamp. Qt takes a
+// pair for a repetition only if both have arrived when it looks.
 bool ModalWindow::Repeats(const QKeyEvent& key) const {
   return key.isAutoRepeat() ||
          (key.key() == content_.released_key && key.timestamp() == content_.released_at);
@@ -153,8 +154,8 @@ void ModalWindow::closeEvent(QCloseEvent* event) {
   Send({.kind = Action::Kind::kClose, .text = {}});
 }
 
-// Where the user has minimised the window the last time, Qt cannot take it out of that without
-// showing it, so the next dialog gets a new one.
+// If the user minimised the window during its last dialog, Qt cannot restore it without showing it,
+// so the next dialog gets a new one on the screen.
 void ModalWindow::DropNativeWindow() {
   destroy();
   setWindowState(Qt::WindowNoState);

@@ -14,10 +14,11 @@ namespace desktop {
 
 // What dialogs and alerts share as windows: they stand above all others and stay until the host
 // closes them, Tab walks through their controls in our order, and Return, Escape and the window
-// manager's close request are reported wherever the focus is. Nothing is decided here.
+// manager's close request are reported whatever has the focus. What they do is the host's to
+// decide.
 //
-// A window is filled for one dialog after another, since making it on the screen takes longer than
-// filling it.
+// A window is filled for one dialog after another, since filling it is faster than making a new one
+// on the screen.
 class ModalWindow : public QWidget {
  public:
   using Report = std::function<void(const display::Action&)>;
@@ -60,9 +61,9 @@ class ModalWindow : public QWidget {
     Report report;
     std::vector<ControlView*> views;  // in order of creation; Qt owns the widgets
     std::vector<QWidget*> tab_order;
-    bool key_is_menus = false;
-    int released_key = 0;     // the last one
-    quint64 released_at = 0;  // by the screen's clock
+    bool menu_takes_key = false;  // the key that Qt has announced is for an open menu
+    int released_key = 0;         // the last key that was released
+    quint64 released_at = 0;      // by the screen's clock
   };
 
   Content content_;

@@ -8,13 +8,13 @@
 namespace desktop {
 
 // Finds out whether there is a screen before Qt is started, which would abort without one, and
-// settles QT_QPA_PLATFORM where only one of X11 and Wayland answers. Keep it until Qt is connected:
-// an X server starts anew when its last client goes, and takes no other one meanwhile.
+// sets QT_QPA_PLATFORM if only one of X11 and Wayland answers. Keep it until Qt is connected:
+// an X server resets itself when its last client goes, and accepts no other meanwhile.
 class ScreenProbe {
  public:
   ScreenProbe();
 
-  // Why there is no screen, as one line for the user; empty where there is one.
+  // Why there is no screen, as one line for the user; empty if there is one.
   const std::string& WhyNone() const { return why_none_; }
 
  private:

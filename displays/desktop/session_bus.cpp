@@ -25,7 +25,7 @@ bool HasSessionBus() {
          bus.st_uid == geteuid();  // another user's is no use
 }
 
-void StartNoSessionBus() {
+void KeepQtFromStartingSessionBus() {
   if (!HasSessionBus()) setenv(kAddress, kNone, 1);
 }
 

@@ -2,11 +2,11 @@
 
 namespace desktop {
 
-// Whether the desktop has a session bus, where its settings and its screen readers are.
+// Whether the desktop has a session bus, on which its settings and screen readers are found.
 bool HasSessionBus();
 
-// Where there is none Qt would have one started, which nobody listens to. This keeps it from that.
-// Changes the environment: call it while there is one thread and before Qt is started.
-void StartNoSessionBus();
+// Without a session bus, Qt would start one of its own, on which nobody listens. This keeps Qt from
+// it by a change of the environment: call it before Qt is started, while there is only one thread.
+void KeepQtFromStartingSessionBus();
 
 }  // namespace desktop

@@ -23,7 +23,7 @@ Qt::LayoutDirection DirectionOf(const QString& text) {
   return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
-// The places where the paragraph is wrapped: the start of each of its lines.
+// The position in the paragraph at which each of its lines starts when it is wrapped.
 std::vector<int> LineStarts(const QString& paragraph, const QFont& font, int width) {
   QTextLayout layout(paragraph, font);
   QTextOption option;
@@ -99,7 +99,7 @@ bool IsCut(const QString& text, const QFont& font, int width) {
   return QFontMetrics(font).horizontalAdvance(OneLine(text)) > width;
 }
 
-// A tool tip reads markup, and wraps only what is markup: so the text is made into some.
+// A tool tip wraps only markup, so the text is made into markup.
 void ShowToolTip(const QString& text, const QPoint& position, QWidget* widget) {
   const QString whole = Paragraphs(text).join('\n').toHtmlEscaped();
   const QString markup = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>");

@@ -30,20 +30,20 @@ struct TextBlock {
 };
 
 // Breaks text at CR, LF and CR LF and wraps it to the width; lines that would stand below the
-// height are left out, but never the first. The last line is elided where text is left out.
+// height are left out, but never the first. The last line is elided if text is left out.
 TextBlock FitText(const QString& text, const QFont& font, const QSize& size);
 
 // The height that the text needs at that width to be shown whole.
 int TextHeight(const QString& text, const QFont& font, int width);
 
 // Draws the lines from the top of the rectangle in the painter's font and pen. Text starts at the
-// side where its script starts, or ends at the right where `at_right` is set.
+// side at which its script starts, or ends at the right if `at_right` is set.
 void DrawBlock(QPainter& painter, const QRect& rect, const TextBlock& block, bool at_right = false);
 
 // Whether the text on one line is wider than that.
 bool IsCut(const QString& text, const QFont& font, int width);
 
-// Shows the whole text at a place of the screen, wrapped; nothing where it is empty.
+// Shows the whole text at a place of the screen, wrapped; nothing if it is empty.
 void ShowToolTip(const QString& text, const QPoint& position, QWidget* widget);
 
 }  // namespace desktop

@@ -10,8 +10,8 @@ namespace {
 
 using display::Action;
 
-// A toggle for a screen reader. Qt's own toggles without a click, so that the host does not hear of
-// it, and takes a radio button that forms no group here for a check box.
+// A toggle for a screen reader. Qt's own toggles without a click, which the host would not notice,
+// and takes a radio button for a check box, since it belongs to no group here.
 class AccessibleToggle : public QAccessibleWidget {
  public:
   AccessibleToggle(QAbstractButton* button, QAccessible::Role role)

@@ -9,8 +9,8 @@
 namespace desktop {
 
 // The program's windows: two for dialogs and two for alerts. Those of a kind take turns, so that a
-// key that was on its way to one dialog cannot answer the next, and a window manager is done with
-// hiding a window before it is placed anew.
+// key that was on its way to one dialog does nothing in the next, and a window manager has finished
+// hiding a window before it is placed again.
 class WindowPool {
  public:
   // A window filled with the dialog, to present and to dismiss. The pool keeps it.

@@ -1,7 +1,8 @@
 #include "displays/protocol/display_process.h"
 #include "platform/carbon/CarbonHost.h"
 
-// Never destroyed: the display process ends when the host does, however it ends.
+// The project's display, which is installed beside this library. Never destroyed: the display
+// process ends when the host does, however it ends.
 display::Display& carbon::DefaultDisplay() {
   static auto& display = *new display::DisplayProcess("tarvo-desktop");
   return display;

@@ -23,14 +23,14 @@ Json RectToJson(const Rect& rect);
 Json SelectionToJson(const Control& list);
 void SelectionFromJson(const Json& selection, Control& list);
 
-// Throw nlohmann::json::exception if a key is missing or of another kind, std::invalid_argument if
-// a value is none that is known.
+// Throw nlohmann::json::exception if a key is missing or its value is of another type,
+// std::invalid_argument if the value is not a known one.
 Control ControlFromJson(const Json& json);
 Description DescriptionFromJson(const Json& json);
 Action ActionFromJson(const Json& json);
 Rect RectFromJson(const Json& json);
 
-// One line without its end, UTF-8: bytes that are none become U+FFFD.
+// One line without its end. Bytes that are not UTF-8 become U+FFFD.
 std::string ToText(const Json& json);
 
 // The dialog that a line describes. Throws as DescriptionFromJson does.

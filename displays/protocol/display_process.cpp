@@ -35,7 +35,7 @@ void DisplayProcess::Change(std::size_t index, const Control& control) {
   Send(protocol::ChangeLine(dialog_, index, control));
 }
 
-// The window offers nothing that the dialog does not have, so there is nobody to tell.
+// A window reports only actions that its dialog allows, so there is no mistake to report back.
 void DisplayProcess::Reject(const std::string&) {}
 
 void DisplayProcess::Close() { Send(protocol::CloseLine(dialog_)); }
@@ -75,8 +75,7 @@ void DisplayProcess::TakeNews() {
   }
 }
 
-// The next message. Nothing if the program is gone; one that says what makes no sense is made to
-// go.
+// The next message. Nothing if the program is gone, or is stopped because its line is no message.
 std::optional<protocol::DisplayMessage> DisplayProcess::Receive() {
   const std::optional<std::string> line = program_.ReadLine();
   if (!line) return std::nullopt;

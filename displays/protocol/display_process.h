@@ -13,8 +13,8 @@
 namespace display {
 
 // Starts the program when it is first needed and keeps it for the next dialog. If the program is
-// gone, says what makes no sense, or does not get ready in time, it is ended and reaped, the open
-// dialog gets no further answer, and the next Open starts a new one.
+// gone, sends a line that is no message, or does not get ready in time, it is ended and reaped, the
+// open dialog gets no further action, and the next Open starts a new one.
 class DisplayProcess : public Display {
  public:
   // Starts nothing yet. `patience` is how long the program may take to say that it is ready.

@@ -14,7 +14,7 @@
 
 #include "displays/protocol/messages.h"
 
-extern "C" {  // glibc 2.36 forgets to say so
+extern "C" {  // missing in the header of glibc 2.36
 #include <sys/pidfd.h>
 }
 
@@ -22,9 +22,10 @@ namespace display {
 namespace {
 
 constexpr int kSocketInChild = 3;
-constexpr int kPatience = 1000;  // milliseconds for the program to end by itself
+constexpr int kTimeToEnd = 1000;  // milliseconds in which the program may end by itself
 
-// Where this code was loaded from says where the program is, whatever the current folder and PATH.
+// The program's path, found from that of the library that holds this code: the current folder and
+// PATH do not matter. Empty if there is no such program.
 std::string FindProgram(const std::string& name) {
   namespace fs = std::filesystem;
   Dl_info self{};
@@ -72,14 +73,14 @@ class SpawnPlan {
   posix_spawnattr_t attributes_;
 };
 
-// Waits until the process has ended, but not for long.
+// Waits a limited time for the process to end. Returns whether it did.
 bool EndsSoon(pid_t process) {
   const int process_fd = pidfd_open(process, 0);
   if (process_fd < 0) return false;
   pollfd waiting{process_fd, POLLIN, 0};
   int ended;
   do {
-    ended = poll(&waiting, 1, kPatience);
+    ended = poll(&waiting, 1, kTimeToEnd);
   } while (ended < 0 && errno == EINTR);
   close(process_fd);
   return ended > 0;

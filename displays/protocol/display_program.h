@@ -27,7 +27,8 @@ class DisplayProgram {
   // as one clause for the user.
   std::string Start();
 
-  // Ends the program: it goes by itself when its socket closes, and is killed if it does not soon.
+  // Ends the program: it ends by itself when its socket closes, and is killed if it does not within
+  // a second.
   void Stop();
 
   // Whether there is something to read, or the end of it, within that time.

@@ -10,8 +10,8 @@
 // the user does is an action, under the dialog's number, so that one which comes late is not taken
 // for the next dialog's. The display ends when the socket is closed or its host has ended.
 //
-// A message that is read throws std::exception if it is no JSON, lacks a key, or says what nobody
-// says.
+// The functions that read a line throw std::exception if it is no JSON, lacks a key, or holds an
+// unknown value.
 
 #include <cstddef>
 #include <string>

@@ -12,7 +12,7 @@ namespace {
 
 using Kind = Action::Kind;
 
-// What stands behind an action's word.
+// What follows an action's word.
 enum class Shape { kNothing, kText, kNumber, kNumberAndText, kNumberAndItem, kNumberAndX };
 
 bool HasNumber(Shape shape) { return shape != Shape::kNothing && shape != Shape::kText; }
@@ -52,7 +52,7 @@ std::string_view TakeWord(std::string_view& rest) {
   return word;
 }
 
-// A whole number; beyond 32 bits clamped.
+// A whole number, clamped to 32 bits; nothing if the next word is none.
 std::optional<int> TakeNumber(std::string_view& rest) {
   std::string_view word = TakeWord(rest);
   if (word.starts_with('+')) word.remove_prefix(1);
@@ -66,7 +66,7 @@ std::optional<int> TakeNumber(std::string_view& rest) {
   return number;
 }
 
-// The text behind one blank, to the end of the line.
+// The text after one blank, to the end of the line.
 std::string TakeText(std::string_view& rest) {
   if (!rest.empty()) rest.remove_prefix(1);
   return std::string(std::exchange(rest, {}));
@@ -166,7 +166,7 @@ std::string FormatAnswer(const Action& action) {
   if (HasText(form->shape)) {
     line += " " + action.text;
     std::replace(line.begin(), line.end(), '\n', '\r');
-    if (line.ends_with('\r')) line += '\r';  // one goes with the line's end
+    if (line.ends_with('\r')) line += '\r';  // a reader takes one for a part of the line's end
   }
   return line;
 }

@@ -6,7 +6,8 @@
 //   press K    return    escape    tab    close
 //
 // Empty lines and lines that start with # are skipped. TEXT starts after one blank and runs to the
-// end of the line; a line break in it is a CR, and where it ends with one the line ends with CR LF.
+// end of the line. A line break in it is a CR; if TEXT ends with a CR, the line ends with CR LF,
+// since one CR before the LF is part of the line's end.
 
 #include <stdexcept>
 #include <string>
@@ -20,7 +21,7 @@ namespace display {
 struct Answer {
   Action action;
   std::string source;  // what messages call its file or text
-  int line = 0;        // in its file, from 1; or its place in a text
+  int line = 0;        // its number in the file, or among the answers of a text, from 1
   std::string text;    // as it was written
 };
 
@@ -35,13 +36,13 @@ class AnswerError : public std::runtime_error {
   int line_;
 };
 
-// What stands in an answers file: UTF-8, lines ended by LF or CR LF. Throws AnswerError.
+// The answers in the content of a file: UTF-8, lines ended by LF or CR LF. Throws AnswerError.
 std::vector<Answer> ParseAnswers(std::string_view file, const std::string& source = "");
 
 // The same from one text whose answers are separated by ";".
 std::vector<Answer> ParseAnswerText(std::string_view text, const std::string& source = "");
 
-// The line that gives `action` again.
+// The line, without its end, that reads as `action`.
 std::string FormatAnswer(const Action& action);
 
 }  // namespace display

@@ -11,21 +11,21 @@
 
 namespace display {
 
-// Answers dialogs from a list of answers, one list for all dialogs, on a screen of 1920 by 1080
+// Answers dialogs from a script, one list of answers for all dialogs, on a screen of 1920 by 1080
 // pixels that nobody sees. Answers that are left over are no error.
 class ScriptedDisplay : public Display {
  public:
   // An answer that was missing, or that named what its dialog does not have.
   struct Failure {
-    std::string caption;  // of the dialog, or what else it is called by
-    std::string source;   // of the answer; where one is missing, of the last, if there was any
+    std::string caption;  // of the dialog, or its message if it has none
+    std::string source;   // of the answer; if one is missing, of the last one, if there was any
     int line = 0;
     std::string reason;  // one clause
   };
 
   explicit ScriptedDisplay(std::vector<Answer> answers);
 
-  // The first failure, if there was one. Every dialog ends without an answer until it is taken.
+  // The first failure, if there was one. Until it is taken, no dialog gets an action.
   const std::optional<Failure>& failure() const { return failure_; }
   std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
 

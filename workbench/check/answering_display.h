@@ -8,7 +8,7 @@ namespace workbench::check {
 // alert has.
 class AnsweringDisplay : public display::Display {
  public:
-  // Dialogs that were shown, and those among them that the answer did not end.
+  // How many dialogs were shown, and how many of these the actions did not end.
   int opened() const { return opened_; }
   int unanswered() const { return unanswered_; }
 
@@ -20,7 +20,7 @@ class AnsweringDisplay : public display::Display {
   void Close() override;
 
  private:
-  std::vector<display::Action> answers_;  // of the dialog that is open, the last first
+  std::vector<display::Action> actions_;  // of the dialog that is open, the last first
   int opened_ = 0;
   int unanswered_ = 0;
 };

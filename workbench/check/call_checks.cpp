@@ -12,7 +12,7 @@ using fmx::host::Function;
 using fmx::host::Outcome;
 using fmx::host::Value;
 
-// Any but the one that a result has before it is written.
+// Any locale but the one that a result has before it is written.
 constexpr int kLocale = 7;
 
 struct Parameter {
@@ -20,7 +20,7 @@ struct Parameter {
   Value value;
 };
 
-// A field count or a number where a function reads one, then one long text.
+// For a function that reads a field count or a number, that first, and then one long text.
 std::u16string Units(std::size_t count) {
   std::u16string text = u"1|" + std::u16string(count, u'x');
   text.resize(count);

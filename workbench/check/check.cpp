@@ -48,9 +48,9 @@ bool Matches(const std::string& name, const std::string& pattern) {
   return fnmatch(pattern.c_str(), name.c_str(), 0) == 0;
 }
 
-// What the functions are called in their order; none where the bundle cannot say.
+// What the functions are called in their order; none if the bundle cannot say.
 std::vector<std::string> AskForNames(const Bundle& bundle, std::chrono::milliseconds time_limit) {
-  const Result answer = check::RunIsolated(
+  const Result result = check::RunIsolated(
       [&] {
         std::string names;
         for (const std::string& name : check::RegisteredNames(bundle)) names += name + '\0';
@@ -58,10 +58,10 @@ std::vector<std::string> AskForNames(const Bundle& bundle, std::chrono::millisec
       },
       time_limit);
   std::vector<std::string> names;
-  if (answer.verdict != Verdict::kPassed) return names;
-  for (std::size_t start = 0; start < answer.message.size();) {
-    const std::size_t end = answer.message.find('\0', start);
-    names.push_back(answer.message.substr(start, end - start));
+  if (result.verdict != Verdict::kPassed) return names;
+  for (std::size_t start = 0; start < result.message.size();) {
+    const std::size_t end = result.message.find('\0', start);
+    names.push_back(result.message.substr(start, end - start));
     start = end + 1;
   }
   return names;

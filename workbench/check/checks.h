@@ -1,6 +1,6 @@
 #pragma once
 
-// The checks. Each is a function of a few lines that throws ContractBroken where the plug-in breaks
+// The checks. Each is a function of a few lines that throws ContractBroken if the plug-in breaks
 // the host's contract.
 
 #include <functional>
@@ -22,7 +22,7 @@ std::vector<Check> StringChecks();        // the plug-in's strings
 std::vector<Check> RegistrationChecks();  // what is registered, and when
 std::vector<Check> HostChecks();          // what the plug-in leaves of its host
 
-// What a bundle registers: its functions' names in their order. Throws ContractBroken where it
+// What a bundle registers: its functions' names in their order. Throws ContractBroken if it
 // registers none.
 std::vector<std::string> RegisteredNames(const Bundle& bundle);
 

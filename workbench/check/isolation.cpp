@@ -50,7 +50,7 @@ class Descriptor {
 
 // --- In the child
 
-// Runs the body and puts what came of it into words: a letter and the message.
+// Runs the body and returns its outcome as text: a letter and the message.
 std::string RunBody(const std::function<std::string()>& body) {
   using namespace std::string_literals;
   try {
@@ -78,7 +78,8 @@ void Silence() {
   for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(null, fd);
 }
 
-// Whatever the plug-in starts goes with its group, and the group's leader with this program.
+// What the plug-in starts is killed with its process group, and the group's leader ends with this
+// program.
 void StandAlone(pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) _exit(0);
@@ -109,7 +110,7 @@ int Remaining(Clock::time_point deadline) {
   return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
 }
 
-// Takes what is there. False at the end, and where there is nothing now.
+// Takes what is there. False at the end, and if there is nothing now.
 bool ReadSome(int fd, std::string& text) {
   std::array<char, 4096> buffer;
   const ssize_t count = read(fd, buffer.data(), buffer.size());
@@ -117,8 +118,8 @@ bool ReadSome(int fd, std::string& text) {
   return count > 0;
 }
 
-// Reads until the child has ended; false where the time limit comes first. Descriptors that the
-// child closed or handed on say nothing of its end, so that is waited for itself.
+// Reads until the child has ended; false if the time limit comes first. The child may close
+// its descriptors or hand them on, so they do not show its end: that is waited for by itself.
 bool ReadUntilEnd(pid_t child, int in, Clock::time_point deadline, std::string& text) {
   const Descriptor end(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
   if (end.get() < 0) Throw("cannot wait for a check");

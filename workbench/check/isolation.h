@@ -1,6 +1,6 @@
 #pragma once
 
-// Runs a check where it can do no harm: what happens to its process is its result.
+// Runs a check in a process of its own, in which it can do no harm: how that ends is its result.
 
 #include <chrono>
 #include <functional>
@@ -16,14 +16,14 @@ struct Result {
   std::string message;  // of a check that passed: what it found out
 };
 
-// What a check throws where the plug-in breaks the contract; what() says what was expected and what
+// What a check throws if the plug-in breaks the contract; what() says what was expected and what
 // came.
 class ContractBroken : public std::runtime_error {
  public:
   using runtime_error::runtime_error;
 };
 
-// What a check throws where it cannot be made; what() says why.
+// What a check throws if it does not apply; what() says why.
 class NotApplicable : public std::runtime_error {
  public:
   using runtime_error::runtime_error;

@@ -60,7 +60,8 @@ void CheckUnknownMessages(const Bundle& bundle) {
   SendUnknownMessages(plugin);
 }
 
-// An initialisation writes its answer alone, a request for a string and a shutdown write nothing.
+// An initialisation writes the result field alone; a request for a string and a shutdown write
+// nothing into the call block.
 void CheckKnownMessages(const Bundle& bundle) {
   Plugin plugin(bundle);
   Block& block = plugin.block();

@@ -16,7 +16,7 @@ namespace {
 
 constexpr unsigned char kNativeClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
 
-// A file whose records are read where they stand, never beyond its end.
+// A file whose records are read by their positions, never beyond its end.
 class ModuleFile {
  public:
   explicit ModuleFile(const std::filesystem::path& path) {

@@ -41,9 +41,9 @@ std::intptr_t Plugin::Initialise(std::int16_t version) {
 }
 
 void Plugin::Start() {
-  const std::intptr_t answer = Initialise(kUsualVersion);
-  if (answer == kReady) return;
-  throw NotApplicable("the plug-in answers its initialisation with " + std::to_string(answer));
+  const std::intptr_t result = Initialise(kUsualVersion);
+  if (result == kReady) return;
+  throw NotApplicable("the plug-in answers its initialisation with " + std::to_string(result));
 }
 
 FMX_ExternCallPtr Plugin::LatestCall() const {

@@ -15,11 +15,11 @@ namespace workbench::check {
 
 using Block = FMX_ExternCallBlock<std::uintptr_t>;
 
-// The answers to the initialisation message.
+// What a plug-in returns for the initialisation message.
 inline constexpr std::intptr_t kReady = 51;
 inline constexpr std::intptr_t kRefused = -1;
 
-// The interface version that a plug-in is offered where the version is not what is checked.
+// The interface version that a plug-in is offered when the version is not what is checked.
 inline constexpr std::int16_t kUsualVersion = 200;
 
 struct Bundle {
@@ -42,14 +42,14 @@ class Plugin {
  public:
   explicit Plugin(const Bundle& bundle);
 
-  // Sends a message with `block` as it is; the plug-in's own block where none is given.
+  // Sends a message with `block` as it is; with the plug-in's own block if none is given.
   void Send(std::uint8_t message, Block& block);
   void Send(std::uint8_t message) { Send(message, block_); }
 
-  // The answer to the initialisation message, the whole result field.
+  // Sends the initialisation message and returns the whole result field.
   std::intptr_t Initialise(std::int16_t version);
 
-  // Initialises with the usual version; throws NotApplicable where the plug-in is not ready then.
+  // Initialises with the usual version; throws NotApplicable if the plug-in is not ready then.
   void Start();
 
   // The call block that the plug-in says it was called with last.

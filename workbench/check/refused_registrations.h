@@ -5,8 +5,8 @@
 
 namespace workbench::check {
 
-// The IDs of functions whose registration FileMaker refused. A plug-in does not look at that
-// answer, and the function is then missing where its ID was taken before.
+// The IDs of functions whose registration FileMaker refused. A plug-in does not look at the
+// returned code, so a function whose ID was taken already is silently missing.
 std::vector<std::int16_t>& RefusedRegistrations();
 
 }  // namespace workbench::check

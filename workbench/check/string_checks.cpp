@@ -14,26 +14,26 @@ enum StringNumber : std::uint8_t { kAbsent = 0, kName = 128, kConfiguration = 12
 constexpr std::size_t kRoom = 65536;
 constexpr char16_t kBlank = 0x5A5A;
 
-// A string that was asked for: what the plug-in wrote into the buffer and behind it.
-struct Answer {
+// What the plug-in wrote into the buffer for a string that it was asked for, and after the buffer.
+struct Written {
   std::u16string units;
   std::size_t size;
 
   bool IsUntouched() const { return units.find_first_not_of(kBlank) == std::u16string::npos; }
-  bool HasWrittenPast() const {
+  bool IsPastItsEnd() const {
     return units.find_first_not_of(kBlank, size) != std::u16string::npos;
   }
   std::u16string Text() const { return units.substr(0, units.find(u'\0')); }
 };
 
 // Asks for a string with a buffer that is said to be of `size` units and has room for more.
-Answer Ask(Plugin& plugin, std::uint8_t number, std::int32_t size) {
-  Answer answer{std::u16string(kRoom + 1, kBlank), static_cast<std::size_t>(std::max(size, 0))};
+Written Ask(Plugin& plugin, std::uint8_t number, std::int32_t size) {
+  Written written{std::u16string(kRoom + 1, kBlank), static_cast<std::size_t>(std::max(size, 0))};
   plugin.block().string = number;
   plugin.block().size = size;
-  plugin.block().result = reinterpret_cast<std::uintptr_t>(answer.units.data());
+  plugin.block().result = reinterpret_cast<std::uintptr_t>(written.units.data());
   plugin.Send(kFMXT_GetString);
-  return answer;
+  return written;
 }
 
 std::string Case(std::uint8_t number, std::int32_t size) {
@@ -42,11 +42,11 @@ std::string Case(std::uint8_t number, std::int32_t size) {
 }
 
 std::u16string AskWhole(Plugin& plugin, std::uint8_t number) {
-  const Answer answer = Ask(plugin, number, kRoom);
-  Expect(!answer.IsUntouched(), "expected a string " + std::to_string(number) + ", got none");
-  Expect(answer.Text().size() < kRoom,
+  const Written written = Ask(plugin, number, kRoom);
+  Expect(!written.IsUntouched(), "expected a string " + std::to_string(number) + ", got none");
+  Expect(written.Text().size() < kRoom,
          "expected string " + std::to_string(number) + " to end with a zero unit, got none");
-  return answer.Text();
+  return written.Text();
 }
 
 void ExpectNothing(Plugin& plugin, std::uint8_t number, std::int32_t size) {
@@ -58,19 +58,19 @@ void ExpectNothingWithoutRoom(Plugin& plugin, std::uint8_t number) {
   for (const std::int32_t size : {1, 0, -1, INT32_MIN}) ExpectNothing(plugin, number, size);
   plugin.block().string = number;
   plugin.block().size = 1024;
-  plugin.block().result = 0;  // an answer that is written all the same ends the process
+  plugin.block().result = 0;  // writing to it all the same ends the process
   plugin.Send(kFMXT_GetString);
 }
 
 void ExpectWhole(Plugin& plugin, std::uint8_t number, std::int32_t size, std::u16string_view text) {
-  const Answer answer = Ask(plugin, number, size);
-  Expect(!answer.HasWrittenPast(), "expected nothing written behind the buffer for " +
-                                       Case(number, size) + ", got something");
-  Expect(answer.Text() == text, "expected the whole " + Case(number, size) + ", got " +
-                                    Quoted(answer.IsUntouched() ? u"" : answer.Text()));
+  const Written written = Ask(plugin, number, size);
+  Expect(!written.IsPastItsEnd(), "expected nothing written behind the buffer for " +
+                                      Case(number, size) + ", got something");
+  Expect(written.Text() == text, "expected the whole " + Case(number, size) + ", got " +
+                                     Quoted(written.IsUntouched() ? u"" : written.Text()));
 }
 
-// A string is loaded where at least one unit stays free behind its terminator.
+// A string is loaded only if at least one unit stays free after its terminator.
 void CheckString(const Bundle& bundle, std::uint8_t number) {
   Plugin plugin(bundle);
   plugin.Start();

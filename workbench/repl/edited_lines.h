@@ -12,7 +12,7 @@ namespace workbench {
 // completion.
 class EditedLines : public Lines {
  public:
-  // Throws Failure where the line editor cannot be loaded.
+  // Throws Failure if the line editor cannot be loaded.
   explicit EditedLines(const Candidates& candidates);
 
   Line Next(bool continues) override;

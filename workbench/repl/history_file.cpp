@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Empty where the user has none.
+// Empty if the user has none.
 fs::path StateFolder() {
   const char* const state = std::getenv("XDG_STATE_HOME");
   if (state && *state == '/') return state;
@@ -44,7 +44,7 @@ std::string FromLine(const std::string& line) {
   return entry;
 }
 
-// For its owner's eyes alone. What cannot be written is let go.
+// Only its owner may read it. Errors are ignored.
 void Write(const std::string& path, int how, const std::string& text) {
   const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | how, S_IRUSR | S_IWUSR);
   if (fd < 0) return;

@@ -6,13 +6,13 @@
 namespace workbench {
 
 // What was entered, kept in a file between sessions: an entry a line, in which \n stands for a line
-// break and \\ for a backslash. Where the file cannot be read or written, nothing is kept.
+// break and \\ for a backslash. If the file cannot be read or written, nothing is kept.
 class HistoryFile {
  public:
   // More entries than this are not kept for long.
   static constexpr std::size_t kLongest = 1000;
 
-  // In the folder that the user keeps such files in.
+  // The file is in the user's folder for such files, XDG_STATE_HOME.
   HistoryFile();
 
   // The latest entries, the oldest first. The others leave the file.

@@ -42,14 +42,14 @@ char Lowered(char sign) {
   return sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign - 'A' + 'a') : sign;
 }
 
-// Of a function's or a variable's name; all of UTF-8 beyond ASCII counts.
+// Whether a function's or a variable's name may contain it, as every byte beyond ASCII.
 bool IsNameSign(char sign) {
   const char small = Lowered(sign);
   return (small >= 'a' && small <= 'z') || (sign >= '0' && sign <= '9') || sign == '_' ||
          sign == '.' || sign == '$' || static_cast<unsigned char>(sign) >= 0x80;
 }
 
-// How far the two are the same, without regard to case.
+// How many bytes the two begin with in common, without regard to case.
 std::size_t CommonLength(std::string_view first, std::string_view second) {
   const auto differ = std::mismatch(first.begin(), first.end(), second.begin(), second.end(),
                                     [](char a, char b) { return Lowered(a) == Lowered(b); });
@@ -63,7 +63,7 @@ Names Matches(std::string_view word, Names names) {
   return names;
 }
 
-// The name's start that all the names have.
+// The beginning that all the names have in common.
 std::string CommonStart(const Names& names) {
   std::size_t length = names.front().size();
   for (const std::string& name : names) length = std::min(length, CommonLength(names[0], name));
@@ -101,8 +101,8 @@ void ShowBelow(const Names& names) {
   std::fputs("\n", stderr);
 }
 
-// The Tab key: completes the word as far as its candidates agree, then shows them. Where no word
-// has begun it indents.
+// The Tab key: completes the word as far as its candidates agree, then shows them. If no word
+// has begun, it indents.
 unsigned char Complete(EditLine* edit, int /*key*/) {
   const std::string word(WordBefore(*el_line(edit)));
   if (word.empty()) return el_insertstr(edit, "  ") == 0 ? CC_REFRESH : CC_ERROR;
@@ -144,7 +144,7 @@ bool Remember(LineEditor& editor, const std::string& entry) {
 }
 
 LineEditor* Start(const Names& entered, std::size_t longest_history, const Candidates& candidates) {
-  std::setlocale(LC_CTYPE, "C.UTF-8");  // as all that the program reads and prints
+  std::setlocale(LC_CTYPE, "C.UTF-8");  // the program reads and prints nothing else
   auto editor = std::make_unique<LineEditor>();
   editor->candidates = candidates;
   editor->history = history_init();
@@ -158,7 +158,7 @@ LineEditor* Start(const Names& entered, std::size_t longest_history, const Candi
   el_set(edit, EL_EDITOR, "emacs");
   el_set(edit, EL_SIGNAL, 1);
   el_set(edit, EL_HIST, history, editor->history);
-  // As wide texts, which it keeps as they are; of others it would keep copies for good.
+  // As wide texts, which libedit keeps as they are: of others it makes copies that it never frees.
   el_wset(edit, EL_ADDFN, L"tarvo-complete", L"Complete the name before the cursor", Complete);
   el_wset(edit, EL_ADDFN, L"tarvo-give-up", L"Give up what was entered so far", GiveUp);
   el_set(edit, EL_BIND, "^C", "tarvo-give-up", nullptr);

@@ -26,7 +26,7 @@ struct LineEditorModule {
   LineEditor* (*start)(const std::vector<std::string>& history, std::size_t longest_history,
                        const Candidates& candidates);
   Lines::Line (*next)(LineEditor& editor, const std::string& prompt);
-  // False where the entry is what was entered last.
+  // False if the entry is the same as the last one, and so is not kept again.
   bool (*remember)(LineEditor& editor, const std::string& entry);
   void (*stop)(LineEditor* editor);
 };

@@ -4,13 +4,13 @@
 
 namespace workbench {
 
-// Where an interactive session takes its lines from.
+// The source of an interactive session's lines.
 class Lines {
  public:
   struct Line {
     enum class Kind {
       kText,     // a line, without its end
-      kGivenUp,  // the user wants nothing more of what was entered so far
+      kGivenUp,  // the user has given up what was entered so far
       kEnd,      // there is no more
     };
 

@@ -8,7 +8,7 @@
 
 namespace workbench {
 
-// CR, LF and CR LF end lines, and nobody waits for what may follow a CR.
+// CR, LF and CR LF end lines. A CR ends one at once, without waiting for the LF that may follow.
 Lines::Line PipedLines::Next(bool /*continues*/) {
   std::string text;
   for (int sign; (sign = std::getc(stdin)) != EOF;) {

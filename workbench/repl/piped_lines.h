@@ -4,10 +4,10 @@
 
 namespace workbench {
 
-// Standard input where it is no terminal. A line is handed on as soon as its end has been read.
+// Standard input if it is no terminal. A line is handed on as soon as its end has been read.
 class PipedLines : public Lines {
  public:
-  // Throws Failure (usage) where standard input cannot be read.
+  // Throws Failure (usage) if standard input cannot be read.
   Line Next(bool continues) override;
   void Remember(const std::string&) override {}
 

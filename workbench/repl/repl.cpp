@@ -34,8 +34,8 @@ constexpr const char* kHelp =
     "  Control-D      leaves\n\n"
     "Functions:\n";
 
-// Control-C takes back what is being typed, or the dialog that waits for its user, and never ends
-// the session. The handler is there to interrupt; it has nothing to do.
+// Control-C gives up what is being typed, or the dialog that is open, but does not end the session.
+// The handler does nothing: that there is one makes the signal interrupt what waits.
 class Interruptible {
  public:
   Interruptible() {
@@ -76,7 +76,7 @@ class Repl {
  private:
   void Take(const std::string& line);
   void Reporting(const std::function<void()>& work) const;
-  void AnswerHelp(const std::string& line) const;
+  void PrintHelp(const std::string& line) const;
   calculation::Source Entry() const;
 
   bool at_terminal_;
@@ -105,7 +105,7 @@ void Repl::Run() {
       entry_.clear();
     }
   }
-  if (!at_terminal_) session_.Run(Entry());  // says what was left open
+  if (!at_terminal_) session_.Run(Entry());  // reports a block or bracket that was left open
   session_.End();
 }
 
@@ -119,10 +119,10 @@ void Repl::Take(const std::string& line) {
   entry_.pop_back();
   if (!entry_.empty()) lines_->Remember(entry_);
   entry_.clear();
-  Reporting([&] { is_help ? AnswerHelp(line) : session_.Run(entry); });
+  Reporting([&] { is_help ? PrintHelp(line) : session_.Run(entry); });
 }
 
-// Does `work`. At a terminal the session outlives what goes wrong.
+// Does `work`. At a terminal, errors are reported and the session goes on.
 void Repl::Reporting(const std::function<void()>& work) const {
   try {
     work();
@@ -133,7 +133,7 @@ void Repl::Reporting(const std::function<void()>& work) const {
 }
 
 // "help FUNCTION", or "help" alone.
-void Repl::AnswerHelp(const std::string& line) const {
+void Repl::PrintHelp(const std::string& line) const {
   std::istringstream words(line);
   std::string help, name;
   words >> help >> name;
