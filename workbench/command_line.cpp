@@ -22,72 +22,81 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {"eval", "CALCULATION...", 1, kAnyNumber, "evaluate calculations and print their results",
-     "Evaluates each calculation and prints its result, one a line. They share one life of the\n"
-     "plug-in, one list of answers and their $variables.\n\n"
-     "Examples:\n"
-     "  tarvo eval 'TarvoDialogVersion ( \"\" )'\n"
-     "  tarvo eval 'TarvoDialog ( \"0|Ready?|Yes|No\" )'\n"
-     "  tarvo eval --answer 'enter 1 Ann; press 1' 'TarvoDialog ( \"1|Your name|OK||||Name\" )'\n"
-     "  tarvo --json eval 'If ( TarvoLC ( \"\" ) = \"E\" ; \"cancelled\" ; TarvoV1 ( \"\" ) )'\n"},
+     R"(Evaluates each calculation and prints its result, one a line. They share one life of the
+plug-in, one list of answers and their $variables.
+
+Examples:
+  tarvo eval 'TarvoDialogVersion ( "" )'
+  tarvo eval 'TarvoDialog ( "0|Ready?|Yes|No" )'
+  tarvo eval --answer 'enter 1 Ann; press 1' 'TarvoDialog ( "1|Your name|OK||||Name" )'
+  tarvo --json eval 'If ( TarvoLC ( "" ) = "E" ; "cancelled" ; TarvoV1 ( "" ) )'
+)"},
     {"run", "FILE", 1, 1, "run a script of calculations; - is standard input",
-     "Runs a script, one step a line, or several lines while brackets or quotes are open:\n"
-     "  CALCULATION    its result is printed\n"
-     "  Set Variable [ $NAME ; CALCULATION ]\n"
-     "  If [ TEST ]    Else If [ TEST ]    Else    End If\n"
-     "  Loop    Exit Loop If [ TEST ]    End Loop\n"
-     "Lines that begin with # or // are comments.\n\n"
-     "Examples:\n"
-     "  tarvo run form.tarvo\n"
-     "  tarvo run form.tarvo --answers form.answers --describe dialogs.json\n"
-     "  echo 'TarvoDialog ( \"0|Hello\" )' | tarvo run -\n"},
+     R"(Runs a script, one step a line, or several lines while brackets or quotes are open:
+  CALCULATION    its result is printed
+  Set Variable [ $NAME ; CALCULATION ]
+  If [ TEST ]    Else If [ TEST ]    Else    End If
+  Loop    Exit Loop If [ TEST ]    End Loop
+Lines that begin with # or // are comments.
+
+Examples:
+  tarvo run form.tarvo
+  tarvo run form.tarvo --answers form.answers --describe dialogs.json
+  echo 'TarvoDialog ( "0|Hello" )' | tarvo run -
+)"},
     {"repl", "", 0, 0, "try calculations one by one, with history and completion",
-     "Evaluates what is entered as soon as it is whole: calculations, and the steps of scripts "
-     "(see\n"
-     "\"tarvo help run\"). All of it shares one life of the plug-in and its $variables. Tab "
-     "completes\n"
-     "names, \"help\" and \"help FUNCTION\" explain, Control-C gives up what was entered so far, "
-     "and\n"
-     "Control-D leaves. Errors do not end the session. What was entered is kept for the next one "
-     "in\n"
-     "$XDG_STATE_HOME/tarvo/history (~/.local/state/tarvo/history).\n\n"
-     "Where standard input is no terminal, results alone are printed, each as soon as its\n"
-     "calculation has been read, and the first error ends the session as it ends a script.\n\n"
-     "Examples:\n"
-     "  tarvo repl\n"
-     "  tarvo repl --answers form.answers\n"
-     "  echo 'help Substitute' | tarvo repl\n"},
+     R"(Evaluates what is entered as soon as it is whole: calculations, and the steps of scripts (see
+"tarvo help run"). All of it shares one life of the plug-in and its $variables. Tab completes
+names, "help" and "help FUNCTION" explain, Control-C gives up what was entered so far, and
+Control-D leaves. Errors do not end the session. What was entered is kept for the next one in
+$XDG_STATE_HOME/tarvo/history (~/.local/state/tarvo/history).
+
+Where standard input is no terminal, results alone are printed, each as soon as its
+calculation has been read, and the first error ends the session as it ends a script.
+
+Examples:
+  tarvo repl
+  tarvo repl --answers form.answers
+  echo 'help Substitute' | tarvo repl
+)"},
     {"functions", "", 0, 0, "list the functions that the plug-in registers",
-     "Prints the ID, the name and the prototype of every function, in order of registration.\n\n"
-     "Examples:\n"
-     "  tarvo functions\n"
-     "  tarvo --json --language de functions\n"},
+     R"(Prints the ID, the name and the prototype of every function, in order of registration.
+
+Examples:
+  tarvo functions
+  tarvo --json --language de functions
+)"},
     {"info", "", 0, 0, "show what the plug-in says of itself",
-     "Prints the plug-in's name, its description, its options and its answer to being "
-     "initialised.\n\n"
-     "Examples:\n"
-     "  tarvo info\n"
-     "  tarvo --plugin Other.fmplugin info\n"},
+     R"(Prints the plug-in's name, its description, its options and its answer to being initialised.
+
+Examples:
+  tarvo info
+  tarvo --plugin Other.fmplugin info
+)"},
     {"check", "[BUNDLE]", 0, 1, "check a bundle against FileMaker's contract with plug-ins",
-     "Loads the bundle as FileMaker does, in a process of its own for each check, and says of "
-     "each\n"
-     "whether it passed, failed, crashed, timed out or was skipped. The exit status is 1 if any\n"
-     "failed, crashed or timed out.\n\n"
-     "Examples:\n"
-     "  tarvo check\n"
-     "  tarvo check Other.fmplugin\n"
-     "  tarvo check --only 'function*' --json\n"},
+     R"(Loads the bundle as FileMaker does, in a process of its own for each check, and says of each
+whether it passed, failed, crashed, timed out or was skipped. The exit status is 1 if any
+failed, crashed or timed out.
+
+Examples:
+  tarvo check
+  tarvo check Other.fmplugin
+  tarvo check --only 'function*' --json
+)"},
     {"help", "[COMMAND]", 0, 1, "explain a command",
-     "Examples:\n"
-     "  tarvo help\n"
-     "  tarvo help eval\n"},
+     R"(Examples:
+  tarvo help
+  tarvo help eval
+)"},
 };
 
 constexpr const char* kExamples =
-    "Examples:\n"
-    "  tarvo eval 'TarvoDialog ( \"0|Hello\" )'\n"
-    "  tarvo eval --answer 'press 2' 'TarvoDialog ( \"0|Ready?|Yes|No\" )'\n"
-    "  tarvo run form.tarvo --answers form.answers --screenshot pictures\n"
-    "  tarvo functions\n";
+    R"(Examples:
+  tarvo eval 'TarvoDialog ( "0|Hello" )'
+  tarvo eval --answer 'press 2' 'TarvoDialog ( "0|Ready?|Yes|No" )'
+  tarvo run form.tarvo --answers form.answers --screenshot pictures
+  tarvo functions
+)";
 
 // What CLI11 fills in besides Options.
 struct Words {

@@ -22,17 +22,20 @@ namespace workbench {
 namespace {
 
 constexpr const char* kHelp =
-    "Enter a calculation to see its result, or a step of a script:\n"
-    "  Set Variable [ $NAME ; CALCULATION ]\n"
-    "  If [ TEST ]    Else If [ TEST ]    Else    End If\n"
-    "  Loop    Exit Loop If [ TEST ]    End Loop\n"
-    "It may take several lines while brackets, quotes or blocks are open.\n\n"
-    "  help FUNCTION  explains a function\n"
-    "  Tab            completes the name of a function or a variable\n"
-    "  Up, Control-R  go back to what was entered before\n"
-    "  Control-C      gives up what was entered so far\n"
-    "  Control-D      leaves\n\n"
-    "Functions:\n";
+    R"(Enter a calculation to see its result, or a step of a script:
+  Set Variable [ $NAME ; CALCULATION ]
+  If [ TEST ]    Else If [ TEST ]    Else    End If
+  Loop    Exit Loop If [ TEST ]    End Loop
+It may take several lines while brackets, quotes or blocks are open.
+
+  help FUNCTION  explains a function
+  Tab            completes the name of a function or a variable
+  Up, Control-R  go back to what was entered before
+  Control-C      gives up what was entered so far
+  Control-D      leaves
+
+Functions:
+)";
 
 // Control-C gives up what is being typed, or the dialog that is open, but does not end the session.
 // The handler does nothing: that there is one makes the signal interrupt what waits.
