@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "displays/desktop/alert_icon.h"
-#include "displays/desktop/look.h"
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {

@@ -6,7 +6,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "displays/desktop/look.h"
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {

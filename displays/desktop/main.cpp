@@ -10,8 +10,8 @@
 #include <string>
 #include <thread>
 
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/host_session.h"
-#include "displays/desktop/look.h"
 #include "displays/desktop/render.h"
 #include "displays/desktop/screen_probe.h"
 #include "displays/desktop/session_bus.h"
@@ -38,7 +38,7 @@ int ServeHost(int argc, char** argv, int fd) {
   std::jthread fonts([] { FcInit(); });
   QApplication application(argc, argv);
   probe.reset();
-  desktop::SetUpLook();
+  desktop::SetUpDialogStyle();
   desktop::HostSession session(fd);
   fonts.join();  // or the first dialog, which needs them, would look them up once more
   return QApplication::exec();
@@ -47,7 +47,7 @@ int ServeHost(int argc, char** argv, int fd) {
 int Render(int argc, char** argv, const std::string& file) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  desktop::SetUpLook();
+  desktop::SetUpDialogStyle();
   const std::string error = desktop::RenderDialog(file);
   if (error.empty()) return 0;
   std::fprintf(stderr, "tarvo-desktop: %s\n", error.c_str());

@@ -9,6 +9,7 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "displays/desktop/accessible_factory.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {
@@ -39,8 +40,7 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 ModalWindow::ModalWindow()
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowStaysOnTopHint) {
-  static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
-  static_cast<void>(accessible);
+  InstallAccessibleFactory<MakeAccessible>();
   setWindowModality(Qt::ApplicationModal);
   setFocusPolicy(Qt::StrongFocus);  // holds the focus if no control has it
 }

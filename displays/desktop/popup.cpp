@@ -6,7 +6,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "displays/desktop/look.h"
+#include "displays/desktop/accessible_factory.h"
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {
@@ -70,8 +71,7 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 
 Popup::Popup(const display::Control& control, QWidget* parent, const Report& report)
     : QComboBox(parent) {
-  static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
-  static_cast<void>(accessible);
+  InstallAccessibleFactory<MakeAccessible>();
   setFont(SmallFont());
   setGeometry(RectOf(control).adjusted(0, -kFieldFrame, 1, kFieldFrame));
   setItemDelegate(new LineDelegate(kItemHeight, this));

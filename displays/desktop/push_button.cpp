@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "displays/desktop/look.h"
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {

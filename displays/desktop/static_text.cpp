@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "displays/desktop/look.h"
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {

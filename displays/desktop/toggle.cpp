@@ -3,7 +3,8 @@
 #include <QAccessibleWidget>
 #include <QPainter>
 
-#include "displays/desktop/look.h"
+#include "displays/desktop/accessible_factory.h"
+#include "displays/desktop/dialog_style.h"
 
 namespace desktop {
 namespace {
@@ -44,8 +45,7 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 
 void SetUp(QAbstractButton& button, const display::Control& control,
            const ControlView::Report& report) {
-  static const bool accessible = (QAccessible::installFactory(MakeAccessible), true);
-  static_cast<void>(accessible);
+  InstallAccessibleFactory<MakeAccessible>();
   button.setGeometry(RectOf(control));
   button.setAttribute(Qt::WA_Hover);
   button.setAutoExclusive(false);

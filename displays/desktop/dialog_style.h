@@ -8,11 +8,12 @@ class QAbstractButton;
 class QPainter;
 class QWidget;
 
-// How everything looks, in the colours of the desktop's palette.
+// How all controls look, in the colours of the desktop's palette: the widget style, the fonts, and
+// what draws the controls that the style leaves to their widgets.
 namespace desktop {
 
 // Call once, right after the application is made.
-void SetUpLook();
+void SetUpDialogStyle();
 
 // The small system font, 11 pixels, that all controls have, and the bold one of an alert's message.
 QFont SmallFont();

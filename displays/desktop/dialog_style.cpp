@@ -1,4 +1,4 @@
-#include "displays/desktop/look.h"
+#include "displays/desktop/dialog_style.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -112,9 +112,9 @@ void DrawFieldFrame(QPainter& painter, const QWidget& field) {
               focused ? 2 : 1);
 }
 
-class Style : public QProxyStyle {
+class DialogStyle : public QProxyStyle {
  public:
-  Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+  DialogStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
@@ -216,9 +216,10 @@ class Style : public QProxyStyle {
 
 }  // namespace
 
-void SetUpLook() {
+void SetUpDialogStyle() {
   if (DesktopPrefersDark()) QApplication::setPalette(DarkPalette());
-  QApplication::setStyle(new Style);   // the application owns it, which the analyser does not see
+  // The application owns the style, which the analyser does not see.
+  QApplication::setStyle(new DialogStyle);
   QApplication::setFont(SmallFont());  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
 
