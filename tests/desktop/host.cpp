@@ -12,7 +12,7 @@
 #include <string>
 
 #include "platform/carbon/CarbonHost.h"
-#include "tests/desktop/dialogs.h"
+#include "tests/desktop/example_dialogs.h"
 #include "tests/desktop/processes.h"
 
 namespace {

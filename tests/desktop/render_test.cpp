@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "displays/protocol/display_json.h"
-#include "tests/desktop/dialogs.h"
+#include "tests/desktop/example_dialogs.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/x_session.h"
 #include "tests/support/temporary_folder.h"

@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "displays/protocol/display_process.h"
-#include "tests/desktop/dialogs.h"
+#include "tests/desktop/example_dialogs.h"
 #include "tests/desktop/x_session.h"
 
 namespace desktop_test {

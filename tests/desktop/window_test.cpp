@@ -26,7 +26,7 @@ class ManagedWindow : public UserTest {
          {"maximum size: 425 by 325", "_NET_WM_STATE_ABOVE", "_NET_WM_STATE_MODAL", "= \"List\""}) {
       EXPECT_NE(properties.find(part), std::string::npos) << part << " in " << properties;
     }
-    EXPECT_EQ(AfterKey("Tab Down"), "row 1 200");
+    EXPECT_EQ(AfterKey("Tab Down"), "row 1");
   }
 
   static bool IsMapped(xcb_window_t window) {

@@ -3,9 +3,11 @@
 // Dialogs to open, with the controls where the plug-in puts them.
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "displays/scripted/answers.h"
 #include "platform/carbon/display.h"
 
 namespace desktop_test {
@@ -92,37 +94,7 @@ constexpr std::size_t FieldIndex(int number) { return static_cast<std::size_t>(3
 
 // An action as it stands in a script of answers.
 inline std::string Said(const std::optional<display::Action>& action) {
-  using Kind = display::Action::Kind;
-  if (!action) return "gone";
-  const std::string number = std::to_string(action->number);
-  const std::string x = " " + std::to_string(action->x);
-  switch (action->kind) {
-    case Kind::kEnter:
-      return "enter " + number + " " + action->text;
-    case Kind::kType:
-      return "type " + action->text;
-    case Kind::kChoose:
-      return "choose " + number + " " + std::to_string(action->item);
-    case Kind::kClick:
-      return "click " + number;
-    case Kind::kRow:
-      return "row " + number + x;
-    case Kind::kRowToggle:
-      return "row+ " + number + x;
-    case Kind::kRowExtend:
-      return "row- " + number + x;
-    case Kind::kPress:
-      return "press " + number;
-    case Kind::kReturn:
-      return "return";
-    case Kind::kEscape:
-      return "escape";
-    case Kind::kTab:
-      return "tab";
-    case Kind::kClose:
-      return "close";
-  }
-  return "";
+  return action ? display::FormatAnswer(*action) : "gone";
 }
 
 }  // namespace desktop_test
