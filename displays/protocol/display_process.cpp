@@ -52,8 +52,8 @@ bool DisplayProcess::Start() {
 }
 
 bool DisplayProcess::IsReady() {
-  if (!program_.HasInput(patience_)) {
-    why_lost_ = program_.name() + " does not get ready";
+  if (!program_.HasLine(patience_)) {
+    if (program_.IsRunning()) why_lost_ = program_.name() + " does not get ready";
     return false;
   }
   const auto message = Receive();
@@ -69,7 +69,7 @@ bool DisplayProcess::NoteReady(const protocol::DisplayMessage& message) {
 // Between dialogs the program may have gone, or the screen may have changed; late actions of the
 // dialog before are dropped.
 void DisplayProcess::TakeNews() {
-  while (program_.HasInput(std::chrono::milliseconds(0))) {
+  while (program_.HasLine(std::chrono::milliseconds(0))) {
     const auto message = Receive();
     if (message) NoteReady(*message);
   }

@@ -7,8 +7,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <filesystem>
 #include <utility>
 
@@ -20,6 +22,8 @@ extern "C" {  // missing in the header of glibc 2.36
 
 namespace display {
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr int kSocketInChild = 3;
 constexpr int kTimeToEnd = 1000;  // milliseconds in which the program may end by itself
@@ -86,6 +90,11 @@ bool EndsSoon(pid_t process) {
   return ended > 0;
 }
 
+int MillisecondsUntil(Clock::time_point deadline) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+  return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
+}
+
 void Reap(pid_t process) {
   while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
   }
@@ -121,33 +130,42 @@ void DisplayProgram::Stop() {
   received_.clear();
 }
 
-bool DisplayProgram::HasInput(std::chrono::milliseconds time) const {
-  if (socket_ < 0) return false;
-  if (!received_.empty()) return true;
-  pollfd waiting{socket_, POLLIN, 0};
-  int ready;
-  do {
-    ready = poll(&waiting, 1, static_cast<int>(time.count()));
-  } while (ready < 0 && errno == EINTR);
-  return ready > 0;
+bool DisplayProgram::HasLine(std::chrono::milliseconds time) {
+  const auto deadline = Clock::now() + time;
+  while (IsRunning() && !HasWholeLine()) {
+    pollfd waiting{socket_, POLLIN, 0};
+    const int ready = poll(&waiting, 1, MillisecondsUntil(deadline));
+    if (ready < 0 && errno == EINTR) continue;
+    if (ready <= 0) return false;
+    Receive();
+  }
+  return IsRunning();
 }
 
 std::optional<std::string> DisplayProgram::ReadLine() {
-  if (socket_ < 0) return std::nullopt;
-  std::size_t end;
-  while ((end = received_.find('\n')) == std::string::npos) {
-    char buffer[4096];
-    const ssize_t count = recv(socket_, buffer, sizeof buffer, 0);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) {
-      Stop();
-      return std::nullopt;
-    }
-    received_.append(buffer, static_cast<std::size_t>(count));
+  while (!HasWholeLine()) {
+    if (!Receive()) return std::nullopt;
   }
+  const std::size_t end = received_.find('\n');
   std::string line = received_.substr(0, end);
   received_.erase(0, end + 1);
   return line;
+}
+
+// Waits for more of what the program says. False if it is gone, and is then stopped.
+bool DisplayProgram::Receive() {
+  if (!IsRunning()) return false;
+  char buffer[4096];
+  ssize_t count;
+  do {
+    count = recv(socket_, buffer, sizeof buffer, 0);
+  } while (count < 0 && errno == EINTR);
+  if (count > 0) {
+    received_.append(buffer, static_cast<std::size_t>(count));
+  } else {
+    Stop();
+  }
+  return count > 0;
 }
 
 bool DisplayProgram::Write(const std::string& line) {

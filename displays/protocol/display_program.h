@@ -14,7 +14,7 @@ namespace display {
 class DisplayProgram {
  public:
   // Starts nothing yet. The program stands beside the library that holds this code, or in ../bin
-  // from there.
+  // from there; a name that is an absolute path is that of the program.
   explicit DisplayProgram(std::string name);
   DisplayProgram(const DisplayProgram&) = delete;
   DisplayProgram& operator=(const DisplayProgram&) = delete;
@@ -31,8 +31,8 @@ class DisplayProgram {
   // a second.
   void Stop();
 
-  // Whether there is something to read, or the end of it, within that time.
-  bool HasInput(std::chrono::milliseconds time) const;
+  // Whether there is a whole line to read within that time. If the program is gone, it is stopped.
+  bool HasLine(std::chrono::milliseconds time);
 
   // The next line without its end. Nothing if the program is gone, which is then stopped.
   std::optional<std::string> ReadLine();
@@ -41,6 +41,9 @@ class DisplayProgram {
   bool Write(const std::string& line);
 
  private:
+  bool HasWholeLine() const { return received_.find('\n') != std::string::npos; }
+  bool Receive();
+
   std::string name_;
   std::string path_;    // empty: there is none
   int socket_ = -1;     // -1: the program does not run
