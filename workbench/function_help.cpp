@@ -56,13 +56,7 @@ constexpr BuiltInHelp kBuiltIns[] = {
     {"ValueCount", "list", "how many values a list has"},
 };
 
-// What the project's own functions do: a plug-in registers names and prototypes alone.
-struct Description {
-  std::u16string_view name;
-  std::string_view text;
-};
-
-constexpr Description kDescriptions[] = {
+constexpr PluginFunctionHelp kPluginFunctions[] = {
     {u"TarvoDialog", "a message with up to four buttons and four text, password or pop-up fields"},
     {u"TarvoCustomDialog", "the same, with check boxes and radio buttons as well"},
     {u"TarvoDoListBox", "a list of up to 30 lines to choose one or several from"},
@@ -86,8 +80,8 @@ constexpr Description kDescriptions[] = {
 
 std::string HelpOn(const fmx::host::Function& function) {
   std::string help = ToUtf8(function.prototype) + "\n";
-  for (const Description& description : kDescriptions) {
-    if (description.name == function.name) help += "  " + std::string(description.text) + "\n";
+  for (const auto& [name, description] : kPluginFunctions) {
+    if (name == function.name) help += "  " + std::string(description) + "\n";
   }
   return help;
 }
@@ -101,6 +95,8 @@ std::string HelpOn(const BuiltInHelp& function) {
 }  // namespace
 
 std::span<const BuiltInHelp> BuiltInFunctions() { return kBuiltIns; }
+
+std::span<const PluginFunctionHelp> DescribedPluginFunctions() { return kPluginFunctions; }
 
 std::string HelpOnFunction(std::string_view name,
                            const std::vector<fmx::host::Function>& registered) {

@@ -19,6 +19,15 @@ struct BuiltInHelp {
 // By name.
 std::span<const BuiltInHelp> BuiltInFunctions();
 
+// What a function of the project's own plug-in does: a plug-in registers names and prototypes
+// alone.
+struct PluginFunctionHelp {
+  std::u16string_view name;
+  std::string_view description;
+};
+
+std::span<const PluginFunctionHelp> DescribedPluginFunctions();
+
 // What there is to know of a function, registered or built in: its prototype and what it does. The
 // name is looked up without regard to case; if there is none, the text says so and proposes the
 // nearest.

@@ -267,12 +267,13 @@ TEST_F(ExhaustedMemory, InitialisationRefusesOrRaises) {
   EXPECT_EQ(initialise(0, false), 51);
   const int points = points_;
   EXPECT_GE(points, 100);
+  const std::size_t all = fmx::host::Functions().size();
   std::set<std::int32_t> answers;
   for (const bool for_good : {false, true}) {
     for (int at = 1; at <= points; ++at) {
       const std::int32_t answer = initialise(at, for_good);
       answers.insert(answer);
-      EXPECT_TRUE(answer != -1 || fmx::host::Functions().size() == 19) << at;
+      EXPECT_TRUE(answer != -1 || fmx::host::Functions().size() == all) << at;
       EXPECT_EQ(fmx::host::LiveValues(), 0) << at;
       ASSERT_EQ(initialise(0, false), 51) << at;
     }

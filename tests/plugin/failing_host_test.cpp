@@ -120,7 +120,7 @@ TEST(UninitialisedPlugin, AnswersEveryFunctionThatIsRegistered) {
   block.version = 200;
   const CFBundleRef bundle = CFBundleCreateWithPath(PLUGIN_BUNDLE);
   block.bundle = reinterpret_cast<std::uintptr_t>(bundle);
-  failure = {19, 2, false, "FM_ExprEnv_RegisterExternalFunction"};
+  failure = {kFunctionCount, 2, false, "FM_ExprEnv_RegisterExternalFunction"};
   calls = 0;
   EXPECT_EQ(Try([&] { FMExternCallProc(&block); }), Left::kException);
   failure = {};
@@ -231,9 +231,9 @@ TEST_F(FailingHost, WhatWasWrittenBeforeTheFailureStays) {
 TEST_F(FailingHost, TheLifecycleStopsWhereItFails) {
   const auto initialise = [this] { Send(kFMXT_Init); };
   const auto shut_down = [this] { Send(kFMXT_Shutdown); };
-  EXPECT_GT(FailEachCall(initialise, shut_down), 19) << "each function is registered";
+  EXPECT_GT(FailEachCall(initialise, shut_down), kFunctionCount) << "each function is registered";
   initialise();
-  EXPECT_GT(FailEachCall(shut_down, initialise), 19) << "and taken back";
+  EXPECT_GT(FailEachCall(shut_down, initialise), kFunctionCount) << "and taken back";
   // Rows registered before the failure stay.
   shut_down();
   failure = {2, 2, false, "FM_ExprEnv_RegisterExternalFunction"};

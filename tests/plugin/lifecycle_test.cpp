@@ -31,7 +31,7 @@ TEST_F(Lifecycle, AcceptsInterfaceVersions50To255) {
   for (const int version : {50, 51, 254, 255}) {
     Send(kFMXT_Shutdown);
     EXPECT_EQ(Initialise(PLUGIN_BUNDLE, static_cast<std::int16_t>(version)), 51) << version;
-    EXPECT_EQ(fmx::host::Functions().size(), 19U);
+    EXPECT_EQ(fmx::host::Functions().size(), std::size_t{kFunctionCount});
   }
   for (const int version : {49, 256, 0, -1, -32768, 32767}) {
     Send(kFMXT_Shutdown);
@@ -108,7 +108,7 @@ TEST_F(Lifecycle, CutsNamesAtTheFirstParenthesis) {
                  "\"Quenlix 105\" = \"L(" +
                  longest + "\"; \"Quenlix 106\" = \"L(x" + longest + "\";"));
   const auto& functions = fmx::host::Functions();
-  ASSERT_EQ(functions.size(), 19U);
+  ASSERT_EQ(functions.size(), std::size_t{kFunctionCount});
   EXPECT_EQ(functions[0].name, u"A ");
   EXPECT_EQ(functions[0].prototype, u"A (b(c))");
   EXPECT_EQ(functions[1].name, u"NoParenthesis");

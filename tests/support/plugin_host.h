@@ -16,6 +16,9 @@
 extern "C" void FMExternCallProc(FMX_ExternCallPtr call);
 extern "C" FMX_ExternCallPtr gFMX_ExternCallPtr;
 
+// How many functions the plug-in registers.
+inline constexpr int kFunctionCount = 19;
+
 // FileMaker's part: initialises the plug-in, evaluates its functions, answers its dialogs from a
 // script, shuts it down, and sees to it that nothing of a test is left.
 class PluginHost : public testing::Test {

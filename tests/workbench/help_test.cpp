@@ -1,9 +1,12 @@
-// The man page and the completion name what the help names, and nothing else.
+// The man page and the completion name what the help names, and nothing else; the help on functions
+// describes those that are registered, and nothing else.
 
 #include <regex>
 #include <set>
 
+#include "calculation/unicode.h"
 #include "tests/support/tarvo.h"
+#include "workbench/function_help.h"
 
 namespace workbench {
 namespace {
@@ -31,7 +34,19 @@ std::set<std::string> LongOptions() {
   return FindAll(help.substr(help.find("Options:")), "--([a-z-]+)");
 }
 
-// What bash offers behind these words, the last of which the cursor is at.
+TEST(HelpTest, TheFunctionsThatAreRegisteredAreThoseThatAreDescribed) {
+  std::set<std::string> registered;
+  for (const auto& function : nlohmann::json::parse(Tarvo({"--json", "functions"}).output)) {
+    registered.insert(function["name"]);
+  }
+  std::set<std::string> described;
+  for (const PluginFunctionHelp& function : DescribedPluginFunctions()) {
+    described.insert(calculation::ToUtf8(function.name));
+  }
+  EXPECT_EQ(described, registered);
+}
+
+// What bash offers after these words, the last of which the cursor is at.
 std::string Complete(const std::string& words, const std::string& folder = "/") {
   const std::string script = "cd " + folder + "; source " + kCompletion + "; COMP_WORDS=(" + words +
                              "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _tarvo; "

@@ -110,8 +110,8 @@ TEST(RunTest, DeepBlocksAreRefused) {
 
 TEST(BundleTest, FunctionsAreListedInOrderOfRegistration) {
   const Json functions = Json::parse(Tarvo({"--json", "functions"}).output);
-  ASSERT_EQ(functions.size(), 19u);
   const std::vector<int> ids{0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 15, 16, 17, 18, 19, 20, 21};
+  ASSERT_EQ(functions.size(), ids.size());
   for (std::size_t i = 0; i < ids.size(); ++i) {
     EXPECT_EQ(functions[i]["id"], ids[i]);
     EXPECT_TRUE(std::string(functions[i]["prototype"])
