@@ -51,7 +51,7 @@ names, "help" and "help FUNCTION" explain, Control-C gives up what was entered s
 Control-D leaves. Errors do not end the session. What was entered is kept for the next one in
 $XDG_STATE_HOME/tarvo/history (~/.local/state/tarvo/history).
 
-Where standard input is no terminal, results alone are printed, each as soon as its
+If standard input is no terminal, results alone are printed, each as soon as its
 calculation has been read, and the first error ends the session as it ends a script.
 
 Examples:

@@ -13,7 +13,8 @@ namespace {
 
 constexpr const char* kPasswordPlaceholder = "<password>";
 
-// The project's display draws dialogs too. Carbon starts it by itself, so it has no name to share.
+// The project's display can also draw a dialog into a file. Carbon, which starts it to show
+// dialogs, tells no host what it is called.
 constexpr const char* kPainter = "tarvo-desktop";
 
 std::string ToLine(const display::Description& dialog) {

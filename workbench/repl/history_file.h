@@ -12,7 +12,7 @@ class HistoryFile {
   // More entries than this are not kept for long.
   static constexpr std::size_t kLongest = 1000;
 
-  // The file is in the user's folder for such files, XDG_STATE_HOME.
+  // The file is $XDG_STATE_HOME/tarvo/history, by default ~/.local/state/tarvo/history.
   HistoryFile();
 
   // The latest entries, the oldest first. The others leave the file.
