@@ -56,7 +56,7 @@ class DisplayProcessTest : public testing::Test {
 };
 
 TEST_F(DisplayProcessTest, OneThatSaysNoWholeLineIsGivenUpInTime) {
-  for (const std::string words : {std::string(), Say("{\"ready\":")}) {
+  for (const std::string& words : {std::string(), Say("{\"ready\":")}) {
     const std::string program = MakeDisplay(words + "exec sleep 60\n");
     DisplayProcess display(program, milliseconds(300));
     const auto start = Clock::now();
@@ -68,10 +68,11 @@ TEST_F(DisplayProcessTest, OneThatSaysNoWholeLineIsGivenUpInTime) {
 
 TEST_F(DisplayProcessTest, OneThatCannotBeReadIsEndedAndStartedAnew) {
   const std::string mark = folder_ / "started-once";
-  for (const std::string first : {Say("nonsense\n"), Say("{}\n"), Say("{\"ready\":") + "exit\n"}) {
+  for (const std::string& first : {Say("nonsense\n"), Say("{}\n"), Say("{\"ready\":") + "exit\n"}) {
     std::filesystem::remove(mark);
-    const std::string program = MakeDisplay("if mkdir '" + mark + "'; then\n" + first + "else\n" +
-                                            Say(ReadyLine({})) + "fi\n" + Hear());
+    const std::string program =
+        MakeDisplay("if [ ! -e '" + mark + "' ]; then\n: >'" + mark + "'\n" + first + "else\n" +
+                    Say(ReadyLine({})) + "fi\n" + Hear());
     DisplayProcess display(program);
     EXPECT_EQ(WhyNotOpened(display), program + " or its screen has ended") << first;
     EXPECT_TRUE(display.Open(kDialog)) << first;
