@@ -4,7 +4,7 @@ _tarvo_commands='eval run repl functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
   --answers --answer --describe --screenshot --record --record-passwords --only'
 
-# The command among the words before the cursor; nothing where there is none yet.
+# The command among the words before the cursor; nothing if there is none yet.
 _tarvo_command() {
   local i
   for ((i = 1; i < COMP_CWORD; i++)); do
