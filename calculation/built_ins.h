@@ -18,7 +18,7 @@ struct BuiltIn {
 
 std::span<const BuiltIn> BuiltIns();
 
-// Without regard to case; null where there is none.
+// Without regard to case; null if there is none.
 const BuiltIn* FindBuiltIn(std::u16string_view name);
 
 }  // namespace calculation

@@ -20,7 +20,7 @@ class Evaluator {
   Evaluator(ExternalFunctions& externals, Variables& variables)
       : externals_(externals), variables_(variables) {}
 
-  // Throws Error where the calculation has no result, and what the external functions throw.
+  // Throws Error if the calculation has no result, and what the external functions throw.
   Value Evaluate(const Node& node);
 
  private:
@@ -52,7 +52,7 @@ class Arguments {
   std::size_t size() const { return nodes_.size(); }
   bool Has(std::size_t index) const { return index < nodes_.size(); }
 
-  // REQUIRES: Has(index). Numbers throw NumberError where the argument is none.
+  // REQUIRES: Has(index). Numbers throw NumberError if the argument is none.
   Value Get(std::size_t index) const { return evaluator_.Evaluate(*nodes_[index]); }
   std::u16string Text(std::size_t index) const { return AsText(Get(index)); }
   Decimal Number(std::size_t index) const { return AsNumber(Get(index)); }

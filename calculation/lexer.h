@@ -15,7 +15,7 @@ struct Token {
     kName,      // of a function, a Let variable, a word operator or a script step
     kVariable,  // `text` begins with $ or $$
     kSymbol,    // `text` is the operator; ≠ ≤ ≥ stand for <> <= >= too
-    kEnd,       // behind the last token; `text` is "(" where a bracket is still open
+    kEnd,       // behind the last token; `text` is "(" if a bracket is still open
   };
 
   Kind kind = Kind::kEnd;
@@ -42,7 +42,7 @@ class Lexer {
   bool AtLineEnd() const { return AtEnd() || IsLineBreak(text_[position_]); }
   bool AtSign(char16_t sign) const { return Peek() == sign; }
 
-  // The token that begins here, which is not the end. Throws Error where none does.
+  // The token that begins here, which is not the end. Throws Error if none does.
   Token TakeToken();
 
  private:

@@ -7,7 +7,7 @@
 
 namespace calculation {
 
-// The name that a slip of the pen turns into `word`, without regard to case. Nothing where more
+// The name that a slip of the pen turns into `word`, without regard to case. Nothing if more
 // than a third of the word would be slips.
 std::optional<std::string> Nearest(std::string_view word, const std::vector<std::string>& names);
 

@@ -13,7 +13,7 @@
 namespace calculation {
 
 // Reads a calculation, or the calculations of a script's step, from tokens. Every operation throws
-// Error where the tokens say something else than what it expects.
+// Error if the tokens say something else than what it expects.
 //
 // From the weakest to the strongest: or xor; and; comparison; &; + -; * /; not and signs; ^.
 class Parser {

@@ -25,8 +25,8 @@ class Error : public std::runtime_error {
   Span place_;
 };
 
-// The source ends where a text, a comment, a bracket or a block of steps is still open. What might
-// follow it may set it right.
+// The source ends while a text, a comment, a bracket or a block of steps is open. What follows it
+// may set it right.
 class Unfinished : public Error {
  public:
   using Error::Error;
@@ -38,7 +38,7 @@ class Source {
   // `utf8` may begin with a byte-order mark. `first_line` is the number of its first line.
   Source(std::string name, std::string_view utf8, std::size_t first_line = 1);
 
-  // Throws Error where the source is not UTF-8.
+  // Throws Error if the source is not UTF-8.
   void CheckEncoding() const;
 
   const std::u16string& text() const { return text_; }
