@@ -1,12 +1,13 @@
 #include "workbench/observers.h"
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
+#include <system_error>
 
 #include "displays/protocol/display_json.h"
 #include "displays/scripted/answers.h"
 #include "displays/scripted/dialog_name.h"
 #include "workbench/child_program.h"
+#include "workbench/failure.h"
 
 namespace workbench {
 namespace {
@@ -17,13 +18,11 @@ constexpr const char* kPasswordPlaceholder = "<password>";
 // dialogs, tells no host what it is called.
 constexpr const char* kPainter = "tarvo-desktop";
 
-std::string ToLine(const display::Description& dialog) {
-  return display::ToText(display::ToJson(dialog));
-}
-
 }  // namespace
 
-void DescriptionLog::Opened(const display::Description& dialog) { file_.Write(ToLine(dialog)); }
+void DescriptionLog::Opened(const display::Description& dialog) {
+  file_.Write(display::FormatDescription(dialog));
+}
 
 void Recording::Opened(const display::Description& dialog) {
   const std::string name = display::NameOf(dialog);
@@ -45,7 +44,7 @@ Screenshots::Screenshots(const std::string& folder) : folder_(folder) {
 void Screenshots::Opened(const display::Description& dialog) {
   const std::string file = folder_ + "/" + std::to_string(++count_) + ".png";
   const std::string painter = FindCompanion(kPainter);
-  if (!RunChild({painter, "--render", file}, ToLine(dialog) + "\n")) {
+  if (!RunChild({painter, "--render", file}, display::FormatDescription(dialog) + "\n")) {
     throw Failure(Status::kWrong, "cannot draw " + file + " with " + painter);
   }
 }

@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <nlohmann/json.hpp>
+#include <variant>
 
+#include "calculation/decimal.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
 #include "workbench/failure.h"
@@ -38,6 +39,6 @@ std::string FormatResultAsJson(const calculation::Value& result) {
                    : R"({"type": "text", "result": )" + JsonText(text) + "}\n";
 }
 
-std::string JsonText(std::string_view text) { return display::ToText(text); }
+std::string JsonText(std::string_view text) { return display::TextToJson(text); }
 
 }  // namespace workbench

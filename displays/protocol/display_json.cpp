@@ -1,8 +1,13 @@
 #include "displays/protocol/display_json.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
+#include <variant>
+#include <vector>
 
 namespace display {
 namespace {
@@ -192,6 +197,10 @@ Action ActionFromJson(const Json& json) {
 std::string ToText(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
+
+std::string TextToJson(std::string_view text) { return ToText(text); }
+
+std::string FormatDescription(const Description& dialog) { return ToText(ToJson(dialog)); }
 
 Description ParseDescription(const std::string& line) {
   return DescriptionFromJson(Json::parse(line));

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <string_view>
 
 #include "platform/carbon/display.h"
 
@@ -33,7 +34,12 @@ Rect RectFromJson(const Json& json);
 // One line without its end. Bytes that are not UTF-8 become U+FFFD.
 std::string ToText(const Json& json);
 
-// The dialog that a line describes. Throws as DescriptionFromJson does.
+// A text as JSON writes it, in quotes. Bytes that are not UTF-8 become U+FFFD.
+std::string TextToJson(std::string_view text);
+
+// A description as one line without its end, and the dialog that such a line describes. The latter
+// throws as DescriptionFromJson does.
+std::string FormatDescription(const Description& dialog);
 Description ParseDescription(const std::string& line);
 
 }  // namespace display

@@ -4,15 +4,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <filesystem>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <vector>
 
 #include "displays/protocol/display_json.h"
 #include "platform/corefoundation/CFHost.h"
+#include "platform/corefoundation/CoreFoundation.h"
 #include "workbench/check/checks.h"
 #include "workbench/check/isolation.h"
+#include "workbench/check/plugin_under_check.h"
 
 namespace workbench {
 namespace {
@@ -23,7 +25,7 @@ using check::Bundle;
 using check::Check;
 using check::Result;
 using check::Verdict;
-using display::Json;
+using display::TextToJson;
 
 constexpr std::array kVerdicts{"passed", "failed", "crashed", "timed out", "skipped"};
 
@@ -118,9 +120,8 @@ class Report {
 
   // One entry a line.
   std::string JsonEntry(const std::string& name, const Result& result) const {
-    const Json entry{
-        {"check", name}, {"result", Name(result.verdict)}, {"message", result.message}};
-    return (first_ ? "[" : ",") + ("\n" + display::ToText(entry));
+    return (first_ ? "[\n" : ",\n") + (R"({"check":)" + TextToJson(name)) + R"(,"result":)" +
+           TextToJson(Name(result.verdict)) + R"(,"message":)" + TextToJson(result.message) + "}";
   }
 
   bool json_;
