@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <optional>
+#include <string_view>
 
 namespace workbench {
 namespace {

@@ -2,6 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
 
 #include "calculation/nearest.h"
 #include "workbench/failure.h"

@@ -1,11 +1,18 @@
 #include "workbench/commands.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <vector>
 
+#include "calculation/source.h"
 #include "calculation/unicode.h"
+#include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/check.h"
 #include "workbench/files.h"
 #include "workbench/output.h"
+#include "workbench/plugin.h"
+#include "workbench/plugin_functions.h"
 #include "workbench/session.h"
 
 namespace workbench {

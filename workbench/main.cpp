@@ -12,6 +12,7 @@
 #include "workbench/command_line.h"
 #include "workbench/commands.h"
 #include "workbench/failure.h"
+#include "workbench/options.h"
 #include "workbench/output.h"
 #include "workbench/repl/repl.h"
 

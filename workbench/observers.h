@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/carbon/display.h"
 #include "workbench/files.h"
 #include "workbench/observing_display.h"
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <utility>
+#include <variant>
 
 #include "displays/scripted/dialog_name.h"
+#include "platform/carbon/control_ids.h"
 
 namespace workbench {
 

@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "calculation/unicode.h"
+#include "platform/corefoundation/CFHost.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/corefoundation/CFHost.h"
-#include "platform/fmwrapper/FMHost.h"
+#include "platform/corefoundation/CoreFoundation.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/options.h"
 
 namespace workbench {

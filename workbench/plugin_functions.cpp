@@ -1,8 +1,12 @@
 #include "workbench/plugin_functions.h"
 
 #include <exception>
+#include <string>
+#include <variant>
 
+#include "calculation/decimal.h"
 #include "calculation/unicode.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/failure.h"
 
 namespace workbench {

@@ -5,6 +5,7 @@
 
 #include "calculation/evaluator.h"
 #include "calculation/source.h"
+#include "calculation/value.h"
 #include "workbench/options.h"
 #include "workbench/plugin.h"
 #include "workbench/plugin_functions.h"

@@ -9,8 +9,10 @@
 #include <utility>
 
 #include "displays/desktop/alert_icon.h"
+#include "displays/desktop/control_view.h"
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
+#include "platform/carbon/control_ids.h"
 
 namespace desktop {
 namespace {

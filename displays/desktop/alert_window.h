@@ -1,6 +1,11 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "displays/desktop/modal_window.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 

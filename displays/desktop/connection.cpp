@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <exception>
+#include <utility>
 
 namespace desktop {
 namespace {

@@ -1,6 +1,7 @@
 #include "displays/desktop/control_view.h"
 
 #include <QRect>
+#include <utility>
 
 #include "displays/desktop/edit_text.h"
 #include "displays/desktop/list_box.h"

@@ -1,9 +1,11 @@
 #include "displays/desktop/dialog_window.h"
 
 #include <QEvent>
+#include <string>
 #include <utility>
 
 #include "displays/desktop/shown_text.h"
+#include "platform/carbon/control_ids.h"
 
 namespace desktop {
 namespace {

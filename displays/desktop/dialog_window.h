@@ -1,6 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <vector>
+
+#include "displays/desktop/control_view.h"
 #include "displays/desktop/modal_window.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QLineEdit>
+#include <optional>
 
 #include "displays/desktop/control_view.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 

@@ -5,9 +5,12 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <variant>
+
+#include "displays/desktop/dialog_window.h"
 
 extern "C" {  // missing in the header of glibc 2.36
 #include <sys/pidfd.h>

@@ -2,8 +2,11 @@
 
 #include <QSocketNotifier>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "displays/desktop/connection.h"
+#include "displays/desktop/modal_window.h"
 #include "displays/desktop/window_pool.h"
 #include "displays/protocol/messages.h"
 

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"

@@ -3,6 +3,7 @@
 #include <QListWidget>
 
 #include "displays/desktop/control_view.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 

@@ -5,6 +5,7 @@
 #include <QWindow>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "displays/desktop/control_view.h"

@@ -5,10 +5,12 @@
 #include <QPainter>
 #include <QWheelEvent>
 #include <algorithm>
+#include <string>
 
 #include "displays/desktop/accessible_factory.h"
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
+#include "platform/carbon/control_ids.h"
 
 namespace desktop {
 namespace {

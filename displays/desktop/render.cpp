@@ -5,9 +5,11 @@
 #include <exception>
 #include <iostream>
 
+#include "displays/desktop/modal_window.h"
 #include "displays/desktop/shown_text.h"
 #include "displays/desktop/window_pool.h"
 #include "displays/protocol/display_json.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 namespace {

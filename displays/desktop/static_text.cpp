@@ -4,6 +4,7 @@
 
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
+#include "platform/carbon/control_ids.h"
 
 namespace desktop {
 namespace {

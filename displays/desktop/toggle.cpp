@@ -1,10 +1,12 @@
 #include "displays/desktop/toggle.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QPainter>
 
 #include "displays/desktop/accessible_factory.h"
 #include "displays/desktop/dialog_style.h"
+#include "platform/carbon/control_ids.h"
 
 namespace desktop {
 namespace {

@@ -4,6 +4,7 @@
 #include <QRadioButton>
 
 #include "displays/desktop/control_view.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 

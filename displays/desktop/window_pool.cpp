@@ -1,5 +1,7 @@
 #include "displays/desktop/window_pool.h"
 
+#include <variant>
+
 namespace desktop {
 
 ModalWindow& WindowPool::Fill(const display::Description& description) {

@@ -5,6 +5,8 @@
 
 #include "displays/desktop/alert_window.h"
 #include "displays/desktop/dialog_window.h"
+#include "displays/desktop/modal_window.h"
+#include "platform/carbon/display.h"
 
 namespace desktop {
 

@@ -3,6 +3,7 @@
 // A display in a process of its own, from the host's side.
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 

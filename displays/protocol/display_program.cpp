@@ -10,8 +10,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "displays/protocol/messages.h"

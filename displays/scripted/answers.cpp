@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <limits>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace display {

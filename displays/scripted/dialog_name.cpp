@@ -1,6 +1,7 @@
 #include "displays/scripted/dialog_name.h"
 
 #include <algorithm>
+#include <variant>
 
 namespace display {
 namespace {

@@ -1,6 +1,7 @@
 #include "workbench/check/answering_display.h"
 
 #include <algorithm>
+#include <variant>
 
 namespace workbench::check {
 namespace {

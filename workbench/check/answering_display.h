@@ -1,5 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "platform/carbon/display.h"
 
 namespace workbench::check {

@@ -1,8 +1,12 @@
 #include <filesystem>
 #include <set>
+#include <string>
+#include <system_error>
+#include <vector>
 
 #include "workbench/check/checks.h"
 #include "workbench/check/module_exports.h"
+#include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {
 namespace {

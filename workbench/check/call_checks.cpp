@@ -1,9 +1,18 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/carbon/CarbonHost.h"
 #include "platform/corefoundation/CFHost.h"
+#include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
+#include "workbench/check/answering_display.h"
 #include "workbench/check/checks.h"
 #include "workbench/check/isolation.h"
+#include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {
 namespace {

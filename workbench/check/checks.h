@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {

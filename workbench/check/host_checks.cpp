@@ -3,9 +3,15 @@
 #include <cstring>
 #include <filesystem>
 #include <sstream>
+#include <string>
+#include <system_error>
+#include <vector>
 
 #include "platform/corefoundation/encoding.h"
+#include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/check/checks.h"
+#include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {
 namespace {

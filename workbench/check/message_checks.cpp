@@ -1,7 +1,13 @@
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <vector>
 
+#include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/check/checks.h"
+#include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/check/answering_display.h"
 
 namespace workbench::check {

@@ -1,10 +1,16 @@
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <set>
+#include <string>
 #include <tuple>
+#include <vector>
 
 #include "platform/corefoundation/encoding.h"
+#include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/check/checks.h"
+#include "workbench/check/plugin_under_check.h"
 #include "workbench/check/refused_registrations.h"
 
 namespace workbench::check {

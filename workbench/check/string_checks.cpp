@@ -1,9 +1,16 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/corefoundation/encoding.h"
+#include "platform/fmwrapper/FMHost.h"
+#include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/check/checks.h"
+#include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "workbench/repl/history_file.h"
 #include "workbench/repl/line_editor.h"

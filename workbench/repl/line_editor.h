@@ -3,6 +3,7 @@
 // The line editor is a module of its own, which only an interactive session loads: the library that
 // it stands on takes its time to load, and no other command needs it.
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>

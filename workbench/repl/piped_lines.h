@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "workbench/repl/lines.h"
 
 namespace workbench {
