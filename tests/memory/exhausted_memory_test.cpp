@@ -216,6 +216,7 @@ TEST_F(ExhaustedMemory, AHandlerThatCannotBeInstalledIsNotKept) {
   constexpr Rect kContent{0, 0, 100, 200};
   const auto handle = [](EventHandlerCallRef, EventRef, void*) { return OSStatus{noErr}; };
   std::set<int> points;  // allocations of an installation that succeeds after others have failed
+  Call("TarvoDialog", "0|m", "press 1");  // the first handler of a process makes room for more
   for (int failures = 1; failures <= 8; ++failures) {
     WindowRef window = nullptr;
     CreateNewWindow(kMovableModalWindowClass, 0, &kContent, &window);
