@@ -1,265 +1,51 @@
 #include "platform/corefoundation/encoding.h"
 
-#include <iconv.h>
 #include <langinfo.h>
 
-#include <bit>
-#include <cerrno>
 #include <clocale>
 #include <cstring>
+#include <memory>
+
+#include "platform/corefoundation/code_set.h"
+#include "platform/corefoundation/utf8.h"
 
 namespace encoding {
 namespace {
 
-constexpr const char* kUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
-const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
-
-bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-// The character at `position`, which moves past it.
-char32_t NextCharacter(std::u16string_view text, std::size_t& position) {
-  const char32_t unit = text[position++];
-  if (IsHighSurrogate(unit) && position < text.size() && IsLowSurrogate(text[position])) {
-    return 0x10000 + ((unit - 0xD800) << 10) + (text[position++] - 0xDC00U);
-  }
-  return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? char32_t{kReplacement} : unit;
-}
-
-// Writes a character that is not ASCII, and returns the end of what it wrote.
-char* PutUtf8(char32_t character, char* out) {
-  const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
-  if (character < 0x800) {
-    put(0xC0 | (character >> 6));
-    put(0x80 | (character & 0x3F));
-  } else if (character < 0x10000) {
-    put(0xE0 | (character >> 12));
-    put(0x80 | ((character >> 6) & 0x3F));
-    put(0x80 | (character & 0x3F));
-  } else {
-    put(0xF0 | (character >> 18));
-    put(0x80 | ((character >> 12) & 0x3F));
-    put(0x80 | ((character >> 6) & 0x3F));
-    put(0x80 | (character & 0x3F));
-  }
-  return out;
-}
-
-constexpr std::size_t kBlock = 16;
-
-template <class Unit>
-bool IsAsciiBlock(const Unit* units) {
-  constexpr std::uint64_t kBeyond = sizeof(Unit) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
-  std::uint64_t words[kBlock * sizeof(Unit) / sizeof(std::uint64_t)];
-  std::memcpy(words, units, sizeof words);
-  std::uint64_t all = 0;
-  for (const std::uint64_t word : words) all |= word;
-  return (all & kBeyond) == 0;
-}
-
-// Copies units from one form to the other up to the first that is not ASCII, and returns how many.
-// A block goes by way of an array of its own, so that the compiler makes vector code of the loop.
-template <class From, class To>
-std::size_t CopyAscii(const From* from, std::size_t size, To* to) {
-  std::size_t copied = 0;
-  for (; copied + kBlock <= size && IsAsciiBlock(from + copied); copied += kBlock) {
-    To block[kBlock];
-    for (std::size_t i = 0; i < kBlock; ++i) block[i] = static_cast<To>(from[copied + i]);
-    std::memcpy(to + copied, block, sizeof block);
-  }
-  for (; copied < size && from[copied] < 0x80; ++copied) to[copied] = static_cast<To>(from[copied]);
-  return copied;
-}
-
-std::size_t EncodeUtf8(std::u16string_view text, char* bytes) {
-  char* out = bytes;
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t copied = CopyAscii(text.data() + i, text.size() - i, out);
-    i += copied;
-    out += copied;
-    for (; i < text.size() && text[i] >= 0x80;) out = PutUtf8(NextCharacter(text, i), out);
-  }
-  return static_cast<std::size_t>(out - bytes);
-}
-
-// How many bytes a character takes whose first byte is `first`, which is not ASCII; 0 if no
-// character starts so. 0xC0 and 0xC1 could only start an overlong sequence.
-std::size_t Utf8Length(unsigned char first) {
-  if (first < 0xC2 || first > 0xF4) return 0;
-  return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-}
-
-// Whether UTF-8 has a character in a sequence of `length` bytes: not if the sequence is overlong
-// (fewer bytes would do), stands for a surrogate, or lies beyond Unicode.
-bool IsWellFormed(char32_t character, std::size_t length) {
-  constexpr char32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  return character >= kLeast[length] && character <= 0x10FFFF && !IsHighSurrogate(character) &&
-         !IsLowSurrogate(character);
-}
-
-// The character at `in`, which is not ASCII; `in` moves past it. If the bytes are not UTF-8, it
-// moves past one of them and the replacement is returned.
-char32_t NextUtf8(const unsigned char*& in, const unsigned char* end) {
-  const unsigned char first = *in++;
-  const std::size_t length = Utf8Length(first);
-  if (length == 0 || static_cast<std::size_t>(end - in) < length - 1) return kReplacement;
-  char32_t character = first & (0x7FU >> length);
-  for (std::size_t i = 0; i + 1 < length; ++i) {
-    if ((in[i] & 0xC0) != 0x80) return kReplacement;
-    character = character << 6 | (in[i] & 0x3FU);
-  }
-  if (!IsWellFormed(character, length)) return kReplacement;
-  in += length - 1;
-  return character;
-}
-
-char16_t* PutUtf16(char32_t character, char16_t* out) {
-  if (character < 0x10000) {
-    *out++ = static_cast<char16_t>(character);
-  } else {
-    *out++ = static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
-    *out++ = static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
-  }
-  return out;
-}
-
-// The character of two bytes at `bytes`, and below the one of three; 0 if there is none. Most
-// scripts are written in these, so they have a way that is faster than NextUtf8.
-char16_t CharacterOfTwo(const unsigned char* bytes) {
-  const unsigned both = bytes[0] | static_cast<unsigned>(bytes[1]) << 8;
-  if ((both & 0xC0E0) != 0x80C0 || (both & 0x1E) == 0) return 0;
-  return static_cast<char16_t>((both & 0x1F) << 6 | (both >> 8 & 0x3F));
-}
-
-char16_t CharacterOfThree(const unsigned char* bytes) {
-  const unsigned all =
-      static_cast<unsigned>(bytes[0]) << 16 | static_cast<unsigned>(bytes[1]) << 8 | bytes[2];
-  if ((all & 0xF0C0C0) != 0xE08080) return 0;
-  const char32_t character = (all >> 4 & 0xF000) | (all >> 2 & 0xFC0) | (all & 0x3F);
-  return IsWellFormed(character, 3) ? static_cast<char16_t>(character) : u'\0';
-}
-
-// Characters of one length mostly follow each other, so each length is read until another comes. A
-// single unit of ASCII, such as the space between words, is no reason to look for a block of them.
-std::size_t DecodeUtf8(std::string_view bytes, char16_t* units) {
-  const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
-  const auto* const end = in + bytes.size();
-  char16_t* out = units;
-  while (in < end) {
-    if (*in < 0x80) *out++ = *in++;
-    if (in < end && *in < 0x80) {
-      const std::size_t copied = CopyAscii(in, static_cast<std::size_t>(end - in), out);
-      in += copied;
-      out += copied;
-    }
-    char16_t unit = 0;
-    for (; end - in >= 2 && (unit = CharacterOfTwo(in)) != 0; in += 2) *out++ = unit;
-    for (; end - in >= 3 && (unit = CharacterOfThree(in)) != 0; in += 3) *out++ = unit;
-    if (in < end && *in >= 0x80) out = PutUtf16(NextUtf8(in, end), out);
-  }
-  return static_cast<std::size_t>(out - units);
-}
-
-// The converters to and from the user's code set; none if it is UTF-8.
-struct CodeSet {
-  iconv_t encoder = kNoConverter;
-  iconv_t decoder = kNoConverter;
-
-  bool IsUtf8() const { return decoder == kNoConverter; }
-};
-
-bool IsAsciiName(const char* name) {
+bool IsUtf8Name(const char* name) {
   return std::strcmp(name, "ANSI_X3.4-1968") == 0 || std::strcmp(name, "UTF-8") == 0;
 }
 
-// The locale that the user's variables name is read in an object of its own: the host's locale
-// stays as it is.
-CodeSet ReadCodeSet() {
-  CodeSet set;
+// Null if the user's code set is UTF-8, or none that is known. The locale is asked for by the
+// user's variables, in an object of its own: the host's stays as it is.
+std::unique_ptr<CodeSet> ReadCodeSet() {
   const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
-  if (locale == nullptr) return set;
+  if (locale == nullptr) return nullptr;
   const char* name = nl_langinfo_l(CODESET, locale);
-  if (!IsAsciiName(name)) {
-    set.encoder = iconv_open(name, kUtf16);
-    if (set.encoder != kNoConverter) set.decoder = iconv_open(kUtf16, name);
-  }
+  auto set = IsUtf8Name(name) ? nullptr : std::make_unique<CodeSet>(name);
   freelocale(locale);
+  return set && set->IsKnown() ? std::move(set) : nullptr;
+}
+
+const CodeSet* UserCodeSet() {
+  static const CodeSet* const set = ReadCodeSet().release();  // never destroyed
   return set;
-}
-
-const CodeSet& UserCodeSet() {
-  static const CodeSet set = ReadCodeSet();
-  return set;
-}
-
-void Restart(iconv_t converter) { iconv(converter, nullptr, nullptr, nullptr, nullptr); }
-
-// Character by character: if the code set lacks one, that one alone is replaced.
-std::size_t EncodeUserCodeSet(std::u16string_view text, char* bytes) {
-  const iconv_t converter = UserCodeSet().encoder;
-  Restart(converter);
-  char* out = bytes;
-  for (std::size_t i = 0; i < text.size();) {
-    char16_t units[2];
-    auto* in = reinterpret_cast<char*>(units);
-    auto in_left = static_cast<std::size_t>(PutUtf16(NextCharacter(text, i), units) - units) * 2;
-    std::size_t out_left = 2 * BytesPerUnit(kUserCodeSet);
-    if (iconv(converter, &in, &in_left, &out, &out_left) == static_cast<std::size_t>(-1)) {
-      *out++ = '?';
-    }
-  }
-  return static_cast<std::size_t>(out - bytes);
-}
-
-std::size_t DecodeUserCodeSet(std::string_view bytes, char16_t* units) {
-  const iconv_t converter = UserCodeSet().decoder;
-  Restart(converter);
-  char* in = const_cast<char*>(bytes.data());
-  std::size_t in_left = bytes.size();
-  auto* out = reinterpret_cast<char*>(units);
-  std::size_t out_left = bytes.size() * sizeof(char16_t);
-  while (in_left > 0 &&
-         iconv(converter, &in, &in_left, &out, &out_left) == static_cast<std::size_t>(-1) &&
-         errno != E2BIG) {
-    std::memcpy(out, &kReplacement, sizeof kReplacement);
-    out += sizeof kReplacement;
-    out_left -= sizeof kReplacement;
-    ++in;
-    --in_left;
-  }
-  return static_cast<std::size_t>(reinterpret_cast<char16_t*>(out) - units);
-}
-
-// How many bytes the character at the start of `bytes` takes in the user's code set; one byte that
-// is no character counts as one.
-std::size_t CharacterSize(std::string_view bytes) {
-  for (std::size_t size = 1; size <= bytes.size() && size <= BytesPerUnit(kUserCodeSet); ++size) {
-    const iconv_t converter = UserCodeSet().decoder;
-    Restart(converter);
-    char* in = const_cast<char*>(bytes.data());
-    std::size_t in_left = size;
-    char16_t units[4];
-    auto* out = reinterpret_cast<char*>(units);
-    std::size_t out_left = sizeof units;
-    if (iconv(converter, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1)) {
-      return size;
-    }
-  }
-  return 1;
 }
 
 }  // namespace
 
-std::uint32_t SystemEncoding() { return UserCodeSet().IsUtf8() ? kUtf8 : kUserCodeSet; }
+std::uint32_t SystemEncoding() { return UserCodeSet() == nullptr ? kUtf8 : kUserCodeSet; }
 
-std::size_t BytesPerUnit(std::uint32_t encoding) { return encoding == kUtf8 ? 3 : 8; }
+std::size_t BytesPerUnit(std::uint32_t encoding) {
+  return encoding == kUtf8 ? 3 : CodeSet::kBytesPerUnit;
+}
 
 std::size_t Encode(std::u16string_view text, std::uint32_t encoding, char* bytes) {
-  return encoding == kUtf8 ? EncodeUtf8(text, bytes) : EncodeUserCodeSet(text, bytes);
+  return encoding == kUtf8 ? EncodeUtf8(text, bytes) : UserCodeSet()->Encode(text, bytes);
 }
 
 std::size_t Decode(std::string_view bytes, std::uint32_t encoding, char16_t* units) {
-  return encoding == kUtf8 ? DecodeUtf8(bytes, units) : DecodeUserCodeSet(bytes, units);
+  return encoding == kUtf8 ? DecodeUtf8(bytes, units) : UserCodeSet()->Decode(bytes, units);
 }
 
 std::string ToUtf8(std::u16string_view text) {
@@ -276,17 +62,7 @@ std::u16string ToUtf16(std::string_view bytes, std::uint32_t encoding) {
 
 std::size_t CutBetweenCharacters(std::string_view bytes, std::size_t size, std::uint32_t encoding) {
   if (bytes.size() <= size) return bytes.size();
-  if (encoding == kUtf8) {
-    std::size_t cut = size;
-    while (cut > 0 && size - cut < 3 && (bytes[cut] & 0xC0) == 0x80) --cut;
-    return (bytes[cut] & 0xC0) == 0x80 ? size : cut;
-  }
-  std::size_t cut = 0;
-  for (;;) {
-    const std::size_t next = cut + CharacterSize(bytes.substr(cut));
-    if (next > size) return cut;
-    cut = next;
-  }
+  return encoding == kUtf8 ? CutUtf8(bytes, size) : UserCodeSet()->Cut(bytes, size);
 }
 
 }  // namespace encoding

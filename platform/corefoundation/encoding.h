@@ -7,16 +7,14 @@
 #include <string>
 #include <string_view>
 
+#include "platform/corefoundation/characters.h"
+
 namespace encoding {
 
 enum : std::uint32_t {
   kUtf8 = 1,
   kUserCodeSet = 2,  // any other code set of the user's locale, by iconv
 };
-
-// What bytes that are not a character of the encoding are decoded to, and a lone surrogate encoded
-// as.
-inline constexpr char16_t kReplacement = 0xFFFD;
 
 #pragma GCC visibility push(default)
 
