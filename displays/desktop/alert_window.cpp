@@ -11,6 +11,7 @@
 #include "displays/desktop/alert_icon.h"
 #include "displays/desktop/control_view.h"
 #include "displays/desktop/dialog_style.h"
+#include "displays/desktop/host_window.h"
 #include "displays/desktop/shown_text.h"
 #include "platform/carbon/control_ids.h"
 
@@ -25,6 +26,27 @@ constexpr int kBetweenTexts = 8;
 constexpr int kBetweenButtons = 8;
 constexpr int kButtonRow = 46;  // with what is below
 constexpr int kTitleBar = 40;   // room for the window manager's
+
+// What an alert stands over: the host's window if it names one, else the main screen.
+QRect ParentRect() {
+  return HostWindowRect().value_or(QGuiApplication::primaryScreen()->availableGeometry());
+}
+
+// The screen that the middle of `rect` is on, else the main one.
+QScreen* ScreenOf(const QRect& rect) {
+  QScreen* screen = QGuiApplication::screenAt(rect.center());
+  return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+// `rect` moved as far as it must be to lie inside `screen`, below the title bar.
+QRect Inside(const QRect& screen, QRect rect) {
+  const auto between = [](int least, int place, int most) {
+    return std::max(least, std::min(place, most));
+  };
+  rect.moveTo(between(screen.left(), rect.left(), screen.right() + 1 - rect.width()),
+              between(screen.top() + kTitleBar, rect.top(), screen.bottom() + 1 - rect.height()));
+  return rect;
+}
 
 display::Control ButtonControl(int number, const std::string& text) {
   display::Control control;
@@ -104,7 +126,8 @@ void AlertWindow::AddButton(int number, const std::optional<std::string>& text) 
 }
 
 void AlertWindow::LayOut(const display::Alert& alert) {
-  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  const QRect parent = ParentRect();
+  const QRect screen = ScreenOf(parent)->availableGeometry();
   const int least_width = std::max(kWidth, ButtonRowWidth() + 2 * kMargin);
   const int around_texts = 2 * kMargin + kButtonRow;
   QWidget* texts = AddTexts(alert, least_width - kTextLeft - kMargin,
@@ -119,8 +142,8 @@ void AlertWindow::LayOut(const display::Alert& alert) {
   const int height = body + around_texts;
   PlaceButtons(width, height - kButtonRow);
   setFixedSize(width, height);
-  setGeometry(screen.left() + (screen.width() - width) / 2,
-              screen.top() + (screen.height() - height) / 3, width, height);
+  setGeometry(Inside(screen, {parent.left() + (parent.width() - width) / 2,
+                              parent.top() + (parent.height() - height) / 3, width, height}));
 }
 
 // The texts at that width, before the buttons for a screen reader. If they are higher than

@@ -1,6 +1,8 @@
 #include "displays/desktop/dialog_window.h"
 
 #include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
 #include <string>
 #include <utility>
 
@@ -58,18 +60,21 @@ void DialogWindow::Dismiss() {
   placed_ = false;
 }
 
-// The place is that of the content, not of the window manager's frame.
-void DialogWindow::Place() {
-  setGeometry({{description_.content.left, description_.content.top}, size()});
+// The place of the content on the desktop, wherever the frame is. The host counts from the main
+// screen's corner.
+QPoint DialogWindow::ContentPlace() const {
+  const Rect& content = description_.content;
+  return QGuiApplication::primaryScreen()->geometry().topLeft() + QPoint(content.left, content.top);
 }
+
+void DialogWindow::Place() { setGeometry({ContentPlace(), size()}); }
 
 // A window manager may have moved a new window onto the screen, though it was to stand beyond its
 // edge. Once it is active it is the user's to move.
 bool DialogWindow::event(QEvent* event) {
   if (event->type() == QEvent::WindowActivate && isVisible() && !placed_) {
     placed_ = true;
-    const Rect& content = description_.content;
-    if (geometry().topLeft() != QPoint(content.left, content.top)) Place();
+    if (geometry().topLeft() != ContentPlace()) Place();
   }
   return ModalWindow::event(event);
 }

@@ -26,6 +26,7 @@ class DialogWindow : public ModalWindow {
   bool event(QEvent* event) override;
 
  private:
+  QPoint ContentPlace() const;
   void Place();
   void Show(std::size_t index);
   void OrderTabs();

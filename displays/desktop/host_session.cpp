@@ -61,12 +61,11 @@ void HostSession::Close() {
   open_ = nullptr;
 }
 
+// Global coordinates count from its corner, wherever it is on the desktop.
 void HostSession::AnnounceScreen() {
-  const QRect screen = QGuiApplication::primaryScreen()->geometry();
-  const auto pixel = [](int coordinate) { return static_cast<std::int16_t>(coordinate); };
-  connection_.Send(protocol::ReadyLine({pixel(screen.top()), pixel(screen.left()),
-                                        pixel(screen.top() + screen.height()),
-                                        pixel(screen.left() + screen.width())}));
+  const QSize screen = QGuiApplication::primaryScreen()->size();
+  connection_.Send(protocol::ReadyLine({0, 0, static_cast<std::int16_t>(screen.height()),
+                                        static_cast<std::int16_t>(screen.width())}));
 }
 
 // Windows are centred by the host, which is told whenever the screen is another one.

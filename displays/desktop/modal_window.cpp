@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "displays/desktop/accessible_factory.h"
+#include "displays/desktop/host_window.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {
@@ -161,12 +162,9 @@ void ModalWindow::DropNativeWindow() {
   setWindowState(Qt::WindowNoState);
 }
 
-// The host names its window in WINDOWID, as terminals do; only X11 has such numbers.
 void ModalWindow::StandAboveHostWindow() {
-  bool known = false;
-  const WId id = qEnvironmentVariable("WINDOWID").toULongLong(&known, 0);
-  if (!known || QGuiApplication::platformName() != QLatin1String("xcb")) return;
-  host_window_.reset(QWindow::fromWinId(id));
+  if (HostWindow() == 0) return;
+  host_window_.reset(QWindow::fromWinId(HostWindow()));
   winId();  // makes the native window
   if (host_window_) windowHandle()->setTransientParent(host_window_.get());
 }

@@ -83,13 +83,13 @@ int TextHeight(const QString& text, const QFont& font, int width) {
   return static_cast<int>(block.lines.size()) * QFontMetrics(font).lineSpacing();
 }
 
-void DrawBlock(QPainter& painter, const QRect& rect, const TextBlock& block, bool at_right) {
+void DrawBlock(QPainter& painter, const QRect& rect, const TextBlock& block) {
   const int height = painter.fontMetrics().lineSpacing();
   QRect line_rect(rect.left(), rect.top(), rect.width(), height);
   for (const TextLine& line : block.lines) {
     painter.setLayoutDirection(line.direction);
-    const int side = at_right ? Qt::AlignRight | Qt::AlignAbsolute : int{Qt::AlignLeft};
-    painter.drawText(line_rect, side | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
+    painter.drawText(line_rect,
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip,
                      line.text);
     line_rect.translate(0, height);
   }

@@ -37,8 +37,8 @@ TextBlock FitText(const QString& text, const QFont& font, const QSize& size);
 int TextHeight(const QString& text, const QFont& font, int width);
 
 // Draws the lines from the top of the rectangle in the painter's font and pen. Text starts at the
-// side at which its script starts, or ends at the right if `at_right` is set.
-void DrawBlock(QPainter& painter, const QRect& rect, const TextBlock& block, bool at_right = false);
+// side from which its script runs.
+void DrawBlock(QPainter& painter, const QRect& rect, const TextBlock& block);
 
 // Whether the text on one line is wider than that.
 bool IsCut(const QString& text, const QFont& font, int width);

@@ -11,8 +11,7 @@ namespace {
 
 constexpr int kMessagePadding = 3;
 
-// Statics that have a field's label number; the message is number 1.
-bool IsLabel(const display::Control& control) { return control.id >= control_id::Field(1) - 1; }
+bool IsLabel(const display::Control& control) { return control.id >= control_id::Label(1); }
 
 }  // namespace
 
@@ -48,7 +47,7 @@ void StaticText::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
   painter.setPen(palette().color(group, QPalette::WindowText));
-  DrawBlock(painter, TextRect(), FitText(text_, font(), TextRect().size()), is_label_);
+  DrawBlock(painter, TextRect(), FitText(text_, font(), TextRect().size()));
 }
 
 }  // namespace desktop

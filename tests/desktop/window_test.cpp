@@ -121,14 +121,35 @@ TEST_F(ManagedWindow, StaysAboveTheWindowThatTheHostNames) {
   unsetenv("WINDOWID");
 }
 
-TEST_F(Window, ScreenIsThePrimaryOne) {
+std::string Place(xcb_window_t window) {
+  const std::string geometry = OutputOf("xdotool getwindowgeometry " + std::to_string(window));
+  const std::size_t start = geometry.find("Position: ") + 10;
+  return geometry.substr(start, geometry.find(' ', start) - start);
+}
+
+TEST_F(Window, StandsOnThePrimaryScreenAndCountsFromItsCorner) {
   EXPECT_EQ(display_.MainScreen(), At(0, 0, 1024, 1280));
   OutputOf("xrandr --setmonitor first 640/170x1024/270+0+0 screen");
   OutputOf("xrandr --setmonitor '*second' 640/170x1024/270+640+0 none");
-  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 640, 1024, 1280); }));
+  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 640); }));
+  display::Window dialog = Dialog({}, 0);
+  dialog.content = At(0, 0, 225, 425);
+  ASSERT_TRUE(display_.Open(dialog));
+  EXPECT_EQ(Place(user_.ActiveWindow(dialog.title)), "640,0");
+  display_.Close();
   const xcb_window_t alert = Open(display::Alert{1, "On the second", "", "OK", {}, {}});
-  EXPECT_NE(OutputOf("xdotool getwindowgeometry " + std::to_string(alert)).find("Position: 7"),
-            std::string::npos);
+  EXPECT_EQ(Place(alert).substr(0, 4), "740,") << "in the middle of it";
+}
+
+TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
+  const std::string host_window = std::to_string(user_.MakeWindow());
+  OutputOf("xdotool windowsize " + host_window + " 400 300 windowmove " + host_window + " 700 500");
+  setenv("WINDOWID", host_window.c_str(), 1);
+  EXPECT_EQ(Place(Open(display::Alert{1, "Over it", "", "OK", {}, {}})).substr(0, 5), "680,5");
+  display_.Close();
+  OutputOf("xdotool windowmove " + host_window + " 1200 0");
+  EXPECT_EQ(Place(Open(display::Alert{1, "Still on it", "", "OK", {}, {}})).substr(0, 4), "840,");
+  unsetenv("WINDOWID");
 }
 
 }  // namespace
