@@ -27,9 +27,13 @@ constexpr int kBetweenButtons = 8;
 constexpr int kButtonRow = 46;  // with what is below
 constexpr int kTitleBar = 40;   // room for the window manager's
 
-// What an alert stands over: the host's window if it names one, else the main screen.
-QRect ParentRect() {
-  return HostWindowRect().value_or(QGuiApplication::primaryScreen()->availableGeometry());
+constexpr int kOverParent = 0xB00A;
+
+// What an alert stands over: the host's window if it is to and the host names one, else the main
+// screen.
+QRect ParentRect(const display::Alert& alert) {
+  const auto parent = alert.position == kOverParent ? HostWindowRect() : std::nullopt;
+  return parent.value_or(QGuiApplication::primaryScreen()->availableGeometry());
 }
 
 // The screen that the middle of `rect` is on, else the main one.
@@ -48,12 +52,12 @@ QRect Inside(const QRect& screen, QRect rect) {
   return rect;
 }
 
-display::Control ButtonControl(int number, const std::string& text) {
+display::Control ButtonControl(int number, const std::string& text, bool is_default) {
   display::Control control;
   control.kind = display::ControlKind::kButton;
   control.id = control_id::Button(number);
   control.text = text;
-  control.is_default = number == 1;
+  control.is_default = is_default;
   return control;
 }
 
@@ -100,9 +104,9 @@ void AlertWindow::Fill(const display::Alert& alert) {
   setWindowTitle(QStringLiteral(" "));  // none; Qt would show the program's name
   setAccessibleName(ToQString(alert.message));
   setAccessibleDescription(ToQString(alert.explanation));
-  AddButton(1, alert.default_button);
-  AddButton(2, alert.cancel_button);
-  AddButton(3, alert.other_button);
+  AddButton(1, alert.default_button, alert.return_button == 1);
+  AddButton(2, alert.cancel_button, alert.return_button == 2);
+  AddButton(3, alert.other_button, alert.return_button == 3);
   SetTabOrder(buttons_);
   LayOut(alert);
   if (!buttons_.empty()) buttons_.front()->setFocus();
@@ -114,9 +118,9 @@ void AlertWindow::Dismiss() {
   other_ = nullptr;
 }
 
-void AlertWindow::AddButton(int number, const std::optional<std::string>& text) {
+void AlertWindow::AddButton(int number, const std::optional<std::string>& text, bool is_default) {
   if (!text) return;
-  const display::Control control = ButtonControl(number, *text);
+  const display::Control control = ButtonControl(number, *text, is_default);
   ControlView* view = MakeControlView(control, this, [this](const auto& action) { Send(action); });
   view->Update(control);
   view->Widget()->resize(view->Widget()->sizeHint());
@@ -126,7 +130,7 @@ void AlertWindow::AddButton(int number, const std::optional<std::string>& text) 
 }
 
 void AlertWindow::LayOut(const display::Alert& alert) {
-  const QRect parent = ParentRect();
+  const QRect parent = ParentRect(alert);
   const QRect screen = ScreenOf(parent)->availableGeometry();
   const int least_width = std::max(kWidth, ButtonRowWidth() + 2 * kMargin);
   const int around_texts = 2 * kMargin + kButtonRow;

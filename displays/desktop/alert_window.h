@@ -21,7 +21,7 @@ class AlertWindow : public ModalWindow {
   QAccessible::Role AccessibleRole() const override { return QAccessible::AlertMessage; }
 
  private:
-  void AddButton(int number, const std::optional<std::string>& text);
+  void AddButton(int number, const std::optional<std::string>& text, bool is_default);
   void LayOut(const display::Alert& alert);
   QWidget* AddTexts(const display::Alert& alert, int width, int most);
   int ButtonRowWidth() const;

@@ -16,8 +16,8 @@ namespace {
 
 using display::Action;
 
-constexpr int kRowHeight = 16;
-constexpr int kFrame = 2;  // outside the rectangle
+constexpr int kUsualRowHeight = 16;  // for a description that says none
+constexpr int kFrame = 2;            // outside the rectangle
 
 Action::Kind KindFor(Qt::KeyboardModifiers modifiers) {
   if (modifiers & Qt::ControlModifier) return Action::Kind::kRowToggle;
@@ -32,10 +32,11 @@ ListBox::ListBox(const display::Control& control, QWidget* parent, Report report
   setFont(SmallFont());
   setGeometry(RectOf(control).adjusted(-kFrame, -kFrame, kFrame, kFrame));
   setFrameShape(QFrame::StyledPanel);
-  setItemDelegate(new LineDelegate(kRowHeight, this));
+  const int row_height = control.cell ? control.cell->height : kUsualRowHeight;
+  setItemDelegate(new LineDelegate(row_height, this));
   setUniformItemSizes(true);
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  verticalScrollBar()->setSingleStep(kRowHeight);
+  verticalScrollBar()->setSingleStep(row_height);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setSelectionMode(control.multiple ? QAbstractItemView::MultiSelection
@@ -96,7 +97,7 @@ void ListBox::keyPressEvent(QKeyEvent* event) {
 int ListBox::RowAfterKey(const QKeyEvent& key) const {
   const int row = currentRow();
   const int last = count() - 1;
-  const int page = viewport()->height() / kRowHeight - 1;
+  const int page = viewport()->height() / sizeHintForRow(0) - 1;
   switch (key.key()) {
     case Qt::Key_Up:
       return row < 0 ? last : std::max(row - 1, 0);

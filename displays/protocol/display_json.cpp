@@ -61,11 +61,17 @@ std::optional<Value> Optional(const Json& json) {
   return json.get<Value>();
 }
 
+Json MenuToJson(const Menu& menu) {
+  return {{"id", menu.id}, {"attributes", menu.attributes}, {"variableWidth", menu.variable_width}};
+}
+
 Json WindowToJson(const Window& window) {
   Json json;
   json["kind"] = "window";
   json["title"] = window.title;
   json["content"] = RectToJson(window.content);
+  json["class"] = window.window_class;
+  json["background"] = OrNull(window.background);
   json["controls"] = Json::array();
   for (const Control& control : window.controls) json["controls"].push_back(ToJson(control));
   return json;
@@ -73,6 +79,8 @@ Json WindowToJson(const Window& window) {
 
 Window WindowFromJson(const Json& json) {
   Window window{json.at("title"), RectFromJson(json.at("content")), {}};
+  window.window_class = json.value("class", window.window_class);
+  window.background = Optional<int>(json.value("background", Json()));
   for (const Json& control : json.at("controls")) {
     window.controls.push_back(ControlFromJson(control));
   }
@@ -88,16 +96,29 @@ Json AlertToJson(const Alert& alert) {
   json["default"] = OrNull(alert.default_button);
   json["cancel"] = OrNull(alert.cancel_button);
   json["other"] = OrNull(alert.other_button);
+  json["returnButton"] = alert.return_button;
+  json["escapeButton"] = alert.escape_button;
+  json["position"] = alert.position;
+  json["movable"] = alert.movable;
+  json["helpButton"] = alert.help_button;
+  json["flags"] = alert.flags;
   return json;
 }
 
 Alert AlertFromJson(const Json& json) {
-  return {json.at("type"),
-          json.at("message"),
-          json.at("explanation"),
-          Optional<std::string>(json.at("default")),
-          Optional<std::string>(json.at("cancel")),
-          Optional<std::string>(json.at("other"))};
+  Alert alert{json.at("type"),
+              json.at("message"),
+              json.at("explanation"),
+              Optional<std::string>(json.at("default")),
+              Optional<std::string>(json.at("cancel")),
+              Optional<std::string>(json.at("other"))};
+  alert.return_button = json.value("returnButton", alert.return_button);
+  alert.escape_button = json.value("escapeButton", alert.escape_button);
+  alert.position = json.value("position", alert.position);
+  alert.movable = json.value("movable", alert.movable);
+  alert.help_button = json.value("helpButton", alert.help_button);
+  alert.flags = json.value("flags", alert.flags);
+  return alert;
 }
 
 }  // namespace
@@ -130,6 +151,9 @@ Json ToJson(const Control& control) {
   json["focused"] = control.focused;
   json["size"] = OrNull(control.size);
   json["font"] = OrNull(control.font);
+  json["menu"] = control.menu ? MenuToJson(*control.menu) : Json(nullptr);
+  json["cell"] =
+      control.cell ? Json::array({control.cell->height, control.cell->width}) : Json(nullptr);
   return json;
 }
 
@@ -152,6 +176,12 @@ Control ControlFromJson(const Json& json) {
   control.focused = json.at("focused");
   control.size = Optional<int>(json.at("size"));
   control.font = Optional<int>(json.at("font"));
+  if (const Json menu = json.value("menu", Json()); !menu.is_null()) {
+    control.menu = {menu.at("id"), menu.at("attributes"), menu.at("variableWidth")};
+  }
+  if (const Json cell = json.value("cell", Json()); !cell.is_null()) {
+    control.cell = {cell.at(0), cell.at(1)};
+  }
   return control;
 }
 

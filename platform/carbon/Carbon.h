@@ -58,7 +58,8 @@ enum : std::uint32_t { kWindowCenterOnMainScreen = 1 };
 enum : std::uint16_t { kWindowContentRgn = 33 };
 enum : std::int16_t { kThemeBrushUtilityWindowBackgroundActive = 7 };
 
-// With the standard handler a window disposes of itself on a window-close event.
+// With the standard handler a window disposes of itself on a window-close event. Its class is part
+// of its description; every window is shown as a movable modal one.
 OSStatus CreateNewWindow(std::uint32_t window_class, std::uint32_t attributes, const Rect* content,
                          WindowRef* window);
 
@@ -67,9 +68,12 @@ void DisposeWindow(WindowRef window);
 OSStatus RepositionWindow(WindowRef window, WindowRef parent, std::uint32_t method);
 OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
 
-// Moves the content's top-left corner to a global point.
+// Moves the content's top-left corner to a global point. `front` makes no difference: a window is
+// in front when it is shown.
 void MoveWindow(WindowRef window, std::int16_t h, std::int16_t v, Boolean front);
 OSStatus GetWindowBounds(WindowRef window, std::uint16_t region, Rect* bounds);
+
+// The brush is part of the window's description; displays have one background for all windows.
 OSStatus SetThemeWindowBackground(WindowRef window, std::int16_t brush, Boolean redraw);
 OSStatus SetWindowDefaultButton(WindowRef window, ControlRef button);
 OSStatus SetWindowCancelButton(WindowRef window, ControlRef button);
@@ -129,7 +133,8 @@ OSStatus CreateCheckBoxControl(WindowRef window, const Rect* bounds, CFStringRef
 OSStatus CreateRadioButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
                                   std::int32_t value, Boolean auto_toggle, ControlRef* control);
 
-// `title` may be null. A menu id of -12345 gives a control that has no menu yet.
+// `title` may be null. The control has no menu yet, whatever `menu_id` says, and no room for a
+// title. `variable_width` is part of its description; it takes its bounds in any case.
 OSStatus CreatePopupButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
                                   std::int16_t menu_id, Boolean variable_width,
                                   std::int16_t title_width, std::int16_t title_justification,
@@ -162,8 +167,15 @@ void HideControl(ControlRef control);
 
 enum : std::uint32_t { kMenuAttrExcludesMarkColumn = 1 };
 
-// Given back with ReleaseMenu; a control that has it attached keeps it alive.
+// As many items as the index of a command tells apart.
+enum : std::uint16_t { kMenuItemLimit = 65535 };
+
+// Given back with ReleaseMenu; a control that has it attached keeps it alive, and its id and
+// attributes are part of that control's description. Displays show no column for marks in any menu.
 OSStatus CreateNewMenu(std::int16_t menu_id, std::uint32_t attributes, MenuRef* menu);
+
+// Returns paramErr, and the menu stays as it is, once it has kMenuItemLimit items. An item has no
+// attributes and no command of its own.
 OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, std::uint32_t attributes,
                                         OSType command, std::uint16_t* index);
 void ReleaseMenu(MenuRef menu);
@@ -173,7 +185,9 @@ void ReleaseMenu(MenuRef menu);
 enum : std::int16_t { kListDefStandardText = 0 };
 enum : std::int8_t { lOnlyOne = -128 };
 
-// A list of one column. `bounds` takes the cells and, at its right, the scroll bar.
+// A list of one column, whatever `columns` says. `bounds` takes the cells and, at its right, the
+// scroll bar; there is no other one. A cell's size is part of its description; displays honour the
+// height, and let the cells fill the width.
 OSStatus CreateListBoxControl(WindowRef window, const Rect* bounds, Boolean auto_size,
                               std::int16_t rows, std::int16_t columns, Boolean horizontal_scroll,
                               Boolean vertical_scroll, std::int16_t cell_height,
@@ -271,7 +285,9 @@ enum : std::uint32_t { kStdCFStringAlertVersionOne = 1 };
 
 extern const CFStringRef kAlertDefaultOKText;
 
-// A null text means no such button.
+// A null text means no such button. The numbers say which button Return and Escape press; 0 is the
+// usual, 1 and 2. `position` is honoured if it is kWindowAlertPositionParentWindow; any other is
+// the main screen's. The rest is part of the alert's description and makes no difference.
 struct AlertStdCFStringAlertParamRec {
   std::uint32_t version;
   Boolean movable;

@@ -2,6 +2,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/carbon/Carbon.h"
 #include "platform/carbon/active_display.h"
@@ -23,24 +24,24 @@ std::optional<std::string> ButtonText(CFStringRef text) {
   return ToUtf8(ToUtf16(text));
 }
 
+bool HasButton(const display::Alert& alert, int number) {
+  return (number == 1 && alert.default_button) || (number == 2 && alert.cancel_button) ||
+         (number == 3 && alert.other_button);
+}
+
 // The number of the button that an action presses; 0 if it presses none.
 int PressedButton(const display::Alert& alert, const display::Action& action) {
   switch (action.kind) {
     case display::Action::Kind::kPress:
       return action.number;
     case display::Action::Kind::kReturn:
-      return alert.default_button ? kAlertStdAlertOKButton : 0;
+      return HasButton(alert, alert.return_button) ? alert.return_button : 0;
     case display::Action::Kind::kEscape:
     case display::Action::Kind::kClose:
-      return alert.cancel_button ? kAlertStdAlertCancelButton : 0;
+      return HasButton(alert, alert.escape_button) ? alert.escape_button : 0;
     default:
       return 0;
   }
-}
-
-bool HasButton(const display::Alert& alert, int number) {
-  return (number == 1 && alert.default_button) || (number == 2 && alert.cancel_button) ||
-         (number == 3 && alert.other_button);
 }
 
 // Refuses an action that an alert cannot do.
@@ -82,13 +83,19 @@ constinit const CFStringRef kAlertDefaultOKText = &carbon::kOk;
 OSStatus CreateStandardAlert(std::int16_t type, CFStringRef message, CFStringRef explanation,
                              const AlertStdCFStringAlertParamRec* parameters,
                              DialogRef* alert) try {
-  return carbon::AddTo(carbon::AllObjects().alerts,
-                       display::Alert{type, carbon::ToUtf8(carbon::ToUtf16(message)),
-                                      carbon::ToUtf8(carbon::ToUtf16(explanation)),
-                                      carbon::ButtonText(parameters->default_text),
-                                      carbon::ButtonText(parameters->cancel_text),
-                                      carbon::ButtonText(parameters->other_text)},
-                       alert);
+  display::Alert object{type,
+                        carbon::ToUtf8(carbon::ToUtf16(message)),
+                        carbon::ToUtf8(carbon::ToUtf16(explanation)),
+                        carbon::ButtonText(parameters->default_text),
+                        carbon::ButtonText(parameters->cancel_text),
+                        carbon::ButtonText(parameters->other_text)};
+  if (parameters->default_button != 0) object.return_button = parameters->default_button;
+  if (parameters->cancel_button != 0) object.escape_button = parameters->cancel_button;
+  object.position = parameters->position;
+  object.movable = parameters->movable != 0;
+  object.help_button = parameters->help_button != 0;
+  object.flags = static_cast<int>(parameters->flags);
+  return carbon::AddTo(carbon::AllObjects().alerts, std::move(object), alert);
 } catch (const std::bad_alloc&) {
   *alert = nullptr;
   return memFullErr;

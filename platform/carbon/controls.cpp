@@ -48,10 +48,9 @@ OSStatus AddToggle(WindowRef window, ControlKind kind, const Rect& bounds, CFStr
 }
 
 // The list is made first: without it there is no control.
-OSStatus AddList(WindowRef window, const Rect& bounds, std::size_t rows,
+OSStatus AddList(WindowRef window, const Rect& bounds, std::size_t rows, List list,
                  ControlRef* reference) try {
   *reference = nullptr;
-  List list;
   list.cells.resize(rows);
   list.selected.resize(rows);
   ListHandle handle = nullptr;
@@ -185,20 +184,26 @@ OSStatus CreateRadioButtonControl(WindowRef window, const Rect* bounds, CFString
 }
 
 OSStatus CreatePopupButtonControl(WindowRef window, const Rect* bounds, CFStringRef title,
-                                  std::int16_t /*menu_id*/, Boolean /*variable_width*/,
+                                  std::int16_t /*menu_id*/, Boolean variable_width,
                                   std::int16_t /*title_width*/,
                                   std::int16_t /*title_justification*/,
                                   std::uint8_t /*title_style*/, ControlRef* control) {
-  return carbon::AddControl(window, ControlKind::kPopup, *bounds, title, control);
+  const OSStatus status = carbon::AddControl(window, ControlKind::kPopup, *bounds, title, control);
+  carbon::ApplyTo(Find(*control),
+                  [=](carbon::Control& object) { object.variable_width = variable_width != 0; });
+  return status;
 }
 
 OSStatus CreateListBoxControl(WindowRef window, const Rect* bounds, Boolean /*auto_size*/,
                               std::int16_t rows, std::int16_t /*columns*/,
                               Boolean /*horizontal_scroll*/, Boolean /*vertical_scroll*/,
-                              std::int16_t /*cell_height*/, std::int16_t /*cell_width*/,
+                              std::int16_t cell_height, std::int16_t cell_width,
                               Boolean /*has_grow_space*/, std::int16_t /*definition*/,
                               ControlRef* control) {
-  return carbon::AddList(window, *bounds, static_cast<std::size_t>(rows), control);
+  carbon::List list;
+  list.cell_height = cell_height;
+  list.cell_width = cell_width;
+  return carbon::AddList(window, *bounds, static_cast<std::size_t>(rows), std::move(list), control);
 }
 
 OSStatus SetControlCommandID(ControlRef control, OSType command) {

@@ -33,7 +33,10 @@ bool HasValue(ControlKind kind) {
 
 void DescribeMenu(const Control& control, display::Control& description) {
   description.items.emplace();
+  description.menu = display::Menu{.variable_width = control.variable_width};
   if (!control.menu) return;
+  description.menu->id = control.menu->id;
+  description.menu->attributes = static_cast<int>(control.menu->attributes);
   for (const std::u16string& item : control.menu->items) {
     description.items->push_back(ToUtf8(item));
   }
@@ -44,6 +47,7 @@ void DescribeList(const List& list, display::Control& description) {
   for (const std::string& cell : list.cells) {
     description.rows->push_back(ToUtf8(ToUtf16(cell, encoding::SystemEncoding())));
   }
+  description.cell = display::CellSize{list.cell_height, list.cell_width};
   description.multiple = !list.only_one;
   for (std::size_t row = 0; row < list.selected.size(); ++row) {
     if (list.selected[row]) description.selected.push_back(static_cast<int>(row) + 1);
@@ -78,6 +82,8 @@ display::Control Describe(const Window& window, ControlRef reference, const Cont
 
 display::Window Describe(Window& window) {
   display::Window description{ToUtf8(window.title), ContentBounds(window), {}};
+  description.window_class = static_cast<int>(window.window_class);
+  description.background = window.background;
   description.controls.reserve(window.controls.size());
   for (const ControlRef reference : window.controls) {
     description.controls.push_back(Describe(window, reference, *Find(reference)));

@@ -29,6 +29,19 @@ namespace display {
 
 enum class ControlKind { kStatic, kButton, kEdit, kPassword, kPopup, kCheckBox, kRadio, kList };
 
+// What a pop-up's menu was created with. Its button takes its whole rectangle whether or not it may
+// be narrower than that.
+struct Menu {
+  int id = 0;          // 0 while it has no menu
+  int attributes = 0;  // 1: no column for marks
+  bool variable_width = false;
+};
+
+struct CellSize {
+  int height = 0;
+  int width = 0;
+};
+
 // One control as it stands. An empty optional is something that this kind of control does not have.
 struct Control {
   ControlKind kind = ControlKind::kStatic;
@@ -46,8 +59,10 @@ struct Control {
   bool is_default = false;
   bool is_cancel = false;
   bool focused = false;
-  std::optional<int> size;  // 0 normal, 1 small
-  std::optional<int> font;  // theme font; 1 is the small system font
+  std::optional<int> size;       // 0 normal, 1 small
+  std::optional<int> font;       // theme font; 1 is the small system font
+  std::optional<Menu> menu;      // of a pop-up: what it asks for beside its items
+  std::optional<CellSize> cell;  // of a list, in pixels
 
   // Of a list: whether more than one row may be selected, and the rows (from 1) that are. In JSON
   // the two stand beside the control's description, not in it.
@@ -59,6 +74,8 @@ struct Window {
   std::string title;
   Rect content;                   // global coordinates
   std::vector<Control> controls;  // in order of creation
+  int window_class = 0;           // 4 is the movable modal one, which is how each is shown
+  std::optional<int> background = std::nullopt;  // theme brush; 7 is that of utility windows
 };
 
 struct Alert {
@@ -68,6 +85,12 @@ struct Alert {
   std::optional<std::string> default_button;  // number 1, rightmost
   std::optional<std::string> cancel_button;   // number 2, beside it
   std::optional<std::string> other_button;    // number 3, at the left
+  int return_button = 1;                      // the number of the button that Return presses
+  int escape_button = 2;                      // likewise
+  int position = 0;          // 0xB00A: over the host's window; else the main screen
+  bool movable = false;      // what a title bar allows is the desktop's to decide
+  bool help_button = false;  // never shown: there is no help
+  int flags = 0;             // none has a meaning here
 };
 
 using Description = std::variant<Window, Alert>;

@@ -18,6 +18,8 @@
 namespace carbon {
 
 struct Menu {
+  std::int16_t id = 0;
+  std::uint32_t attributes = 0;
   std::vector<std::u16string> items;
 };
 
@@ -25,6 +27,8 @@ struct List {
   ControlRef control = nullptr;
   std::vector<std::string> cells;  // bytes in the system encoding, one a row
   std::vector<bool> selected;
+  std::int16_t cell_height = 0;
+  std::int16_t cell_width = 0;
   bool only_one = false;
   int anchor = -1;  // the row from which a Shift click selects
   Cell last_click{-1, -1};
@@ -47,6 +51,7 @@ struct Control {
   std::optional<int> font;
   std::shared_ptr<Menu> menu;
   MenuRef menu_ref = nullptr;
+  bool variable_width = false;
   ListHandle list = nullptr;
   bool changed = false;  // since the display was last told
 };
@@ -60,6 +65,8 @@ struct Handler {
 struct Window {
   std::u16string title;
   Rect content;
+  std::uint32_t window_class = 0;
+  std::optional<std::int16_t> background;
   bool centred = false;  // on the main screen, which is asked for when it is first needed
   bool standard_handler = false;
   std::vector<ControlRef> controls;       // in order of creation

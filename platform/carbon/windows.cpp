@@ -21,10 +21,11 @@ bool IsInput(const carbon::Control& control) {
 using carbon::ApplyTo;
 using carbon::Find;
 
-OSStatus CreateNewWindow(std::uint32_t /*window_class*/, std::uint32_t attributes,
-                         const Rect* content, WindowRef* window) {
+OSStatus CreateNewWindow(std::uint32_t window_class, std::uint32_t attributes, const Rect* content,
+                         WindowRef* window) {
   carbon::Window object;
   object.content = *content;
+  object.window_class = window_class;
   object.standard_handler = (attributes & kWindowStandardHandlerAttribute) != 0;
   return carbon::AddTo(carbon::AllObjects().windows, std::move(object), window);
 }
@@ -74,8 +75,8 @@ OSStatus AdvanceKeyboardFocus(WindowRef window) {
 
 // How a window looks and when it is drawn is the display's: it shows a window when its modal loop
 // starts, in front of all others, on the theme's background, under an arrow.
-OSStatus SetThemeWindowBackground(WindowRef window, std::int16_t /*brush*/, Boolean /*redraw*/) {
-  return Find(window) ? noErr : paramErr;
+OSStatus SetThemeWindowBackground(WindowRef window, std::int16_t brush, Boolean /*redraw*/) {
+  return ApplyTo(Find(window), [brush](carbon::Window& object) { object.background = brush; });
 }
 
 void ShowWindow(WindowRef /*window*/) {}

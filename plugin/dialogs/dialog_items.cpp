@@ -26,10 +26,9 @@ bool StoreDialogItems(CFStringRef parameter) {
   StoreText(gdialogtext, ItemAt(items.get(), kMessage));
   StoreItems(gbuttontexts, items.get(), kButtons);
   StoreItems(gcontroltexts, items.get(), kLabels);
+  StoreText(gpasswordfield, ItemAt(items.get(), kPassword));
   iFieldCount = ReadNumber(ItemAt(items.get(), kKind));
   iPasswordField = ReadNumber(ItemAt(items.get(), kPassword));
-  // Once it has been read, the password field's number is not kept as a text.
-  StoreText(gpasswordfield, EmptyText());
   return true;
 }
 

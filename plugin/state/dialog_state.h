@@ -49,7 +49,7 @@ extern CFStringRef gdialogtext;
 extern CFStringRef gbutton1text, gbutton2text, gbutton3text, gbutton4text;
 extern CFStringRef gcontrol1text, gcontrol2text, gcontrol3text, gcontrol4text;
 
-// Always the empty text: the number of the password field is read at once, into iPasswordField.
+// The number of the password field as the call gives it; iPasswordField is what it reads as.
 extern CFStringRef gpasswordfield;
 
 // What the fields start with; one-shot.

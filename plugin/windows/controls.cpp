@@ -11,10 +11,9 @@ constexpr OSType kSignature = FourCharCode("TRVO");
 // Outside the content of every dialog window, so it is never seen.
 constexpr Rect kCancelBounds{500, 500, 510, 510};
 
-void MakeDefault(WindowRef window, ControlRef button) {
+void MarkAsDefault(ControlRef button) {
   constexpr Boolean kOn = 1;
   SetControlData(button, kControlEntireControl, kControlPushButtonDefaultTag, sizeof kOn, &kOn);
-  SetWindowDefaultButton(window, button);
 }
 
 }  // namespace
@@ -25,8 +24,9 @@ void Identify(ControlRef control, OSType command, std::int32_t id) {
   SetControlID(control, &control_id);
 }
 
-void SetAppearance(ControlRef control, std::uint16_t size) {
+void SetAppearance(ControlRef control, std::uint16_t size, bool is_default) {
   SetControlData(control, kControlEntireControl, kControlSizeTag, sizeof size, &size);
+  if (is_default) MarkAsDefault(control);
   ControlFontStyleRec style{};
   style.flags = kControlUseThemeFontIDMask;
   style.font = kThemeSmallSystemFont;
@@ -39,9 +39,9 @@ void CreateButton(WindowRef window, std::size_t index, const Rect& bounds, CFStr
   CreatePushButtonControl(window, &bounds, is_first && IsEmpty(title) ? CFSTR("OK") : title,
                           &button);
   Identify(button, ButtonCommand(index), control_id::Button(NumberOf(index)));
-  if (is_first) MakeDefault(window, button);
-  SetAppearance(button, kControlSizeNormal);
+  SetAppearance(button, kControlSizeNormal, is_first);
   *kDialogButtons[index] = button;
+  if (is_first) SetWindowDefaultButton(window, button);
 }
 
 void CreateCancelControl(WindowRef window) {

@@ -29,8 +29,9 @@ constexpr OSType InputCommand(std::size_t index) {
 // Gives a new control its command code and id.
 void Identify(ControlRef control, OSType command, std::int32_t id);
 
-// Gives a control its size (kControlSizeNormal, kControlSizeSmall) and the small system font.
-void SetAppearance(ControlRef control, std::uint16_t size);
+// Gives a control its size (kControlSizeNormal, kControlSizeSmall), the mark of the default button
+// if it is that, and the small system font.
+void SetAppearance(ControlRef control, std::uint16_t size, bool is_default = false);
 
 // Creates button `index` (from 0), identifies it and stores it in kDialogButtons. Button 1 is the
 // default button, and its title is "OK" if `title` is empty.

@@ -56,8 +56,8 @@ void CreateList(WindowRef window) {
 void CreateButtons(WindowRef window, const std::array<CFStringRef, kFamilySize>& texts) {
   for (std::size_t i = 0; i < kFamilySize; ++i) {
     if (i == 0 || !IsEmpty(texts[i])) CreateButton(window, i, kButtonBounds[i], texts[i]);
+    if (i == 0 && gdisabling) DisableControl(kDialogButton1);
   }
-  if (gdisabling) DisableControl(kDialogButton1);
 }
 
 }  // namespace
@@ -69,6 +69,7 @@ OSStatus RunListWindow(CFStringRef message,
   CreateList(window);
   CreateButtons(window, button_texts);
   CreateCancelControl(window);
+  PrepareDialogWindow(window);
   if (!multiselect) SetListSelectionFlags(RunningList(), lOnlyOne);
   ShowDialogWindow(window);
   lastCell.v = kBeyondLastRow;

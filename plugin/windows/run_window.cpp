@@ -20,12 +20,15 @@ WindowRef CreateDialogWindow(std::int16_t width, std::int16_t height) {
   return window;
 }
 
-void ShowDialogWindow(WindowRef window) {
+void PrepareDialogWindow(WindowRef window) {
   SetThemeWindowBackground(window, kThemeBrushUtilityWindowBackgroundActive, 1);
   RemoveEventHandler(gButtonHandlerRef);
   InstallEventHandler(GetWindowEventTarget(window), NewEventHandlerUPP(ButtonHandler), 1,
                       &kCommands, nullptr, &gButtonHandlerRef);
   gWindowRef = window;
+}
+
+void ShowDialogWindow(WindowRef window) {
   ShowWindow(window);
   BringToFront(window);
   SelectWindow(window);

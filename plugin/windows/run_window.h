@@ -11,7 +11,10 @@
 // A window whose content is `width` by `height` pixels; null if memory runs out.
 WindowRef CreateDialogWindow(std::int16_t width, std::int16_t height);
 
-// Gives the window its background and the handler, and shows it.
+// Gives the window its background and the handler; it is the running dialog from now on.
+void PrepareDialogWindow(WindowRef window);
+
+// Shows the window in front of all others.
 void ShowDialogWindow(WindowRef window);
 
 // Runs the modal loop and returns its status. If the loop ends before the handler ends the dialog,

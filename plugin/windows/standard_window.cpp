@@ -189,6 +189,7 @@ OSStatus RunDialog(std::int32_t fields) {
   CreateButtons(window, geometry);
   CreateCancelControl(window);
   for (std::int32_t i = 0; i < fields; ++i) CreateField(window, static_cast<std::size_t>(i));
+  PrepareDialogWindow(window);
   ShowDialogWindow(window);
   SetFocus(window, fields, geometry.next_focus);
   return RunDialogWindow(window);

@@ -145,10 +145,15 @@ TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
   const std::string host_window = std::to_string(user_.MakeWindow());
   OutputOf("xdotool windowsize " + host_window + " 400 300 windowmove " + host_window + " 700 500");
   setenv("WINDOWID", host_window.c_str(), 1);
-  EXPECT_EQ(Place(Open(display::Alert{1, "Over it", "", "OK", {}, {}})).substr(0, 5), "680,5");
+  display::Alert alert{1, "Over it", "", "OK", {}, {}};
+  alert.position = 0xB00A;
+  EXPECT_EQ(Place(Open(alert)).substr(0, 5), "680,5");
   display_.Close();
   OutputOf("xdotool windowmove " + host_window + " 1200 0");
-  EXPECT_EQ(Place(Open(display::Alert{1, "Still on it", "", "OK", {}, {}})).substr(0, 4), "840,");
+  EXPECT_EQ(Place(Open(alert)).substr(0, 4), "840,") << "moved onto the screen";
+  display_.Close();
+  alert.position = 0;
+  EXPECT_EQ(Place(Open(alert)).substr(0, 4), "420,") << "in the middle of the screen";
   unsetenv("WINDOWID");
 }
 

@@ -66,6 +66,10 @@ TEST_F(LongLife, AMillionLinesAndAHundredThousandItems) {
   for (int i = 1; i < 100'000; ++i) items += "\rx" + std::to_string(i);
   EXPECT_EQ(Call("TarvoPopUps", items), "1");
   EXPECT_EQ(Call("TarvoDialog", "5|m", "press 1"), "1|first|||");
+  EXPECT_EQ(Opened().at("controls").back().at("items").size(), 65'535U) << "as a command can name";
+  Answer("choose 1 65535; choose 1 65536");
+  EXPECT_EQ(Call("TarvoDialog", "5|m"), "1|first|||");
+  EXPECT_NE(dialogs_->failure()->reason.find("there is no item 65536"), std::string::npos);
   Call("TarvoPreEnterText", "x99999");
   EXPECT_EQ(Call("TarvoDialog", "5|m", "press 1"), "1|x99999|||");
   const std::string megabyte(1 << 20, 'm');

@@ -185,6 +185,53 @@ TEST_F(ExhaustedMemory, AResultIsWholeOrSaysWhyItIsNot) {
   }
 }
 
+// The dialog has been shown and answered by then. The standard one has cleared its presets, the
+// custom one keeps the texts for the next dialog.
+TEST_F(ExhaustedMemory, AResultWithoutMemoryLeavesWhatTheDialogHasCleared) {
+  struct {
+    const char* function;
+    const char* text_left;
+    int escape_left;
+  } rows[] = {{"TarvoDialog", "", 0}, {"TarvoCustomDialog", "Ann", 1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.function);
+    const Case dialog{row.function, "1|m", "enter 1 Lee; press 1", 0, 0};
+    int results_without_memory = 0;
+    bool succeeded = false;
+    for (int at = 1; !succeeded; ++at) {
+      Call("TarvoPreEnterText", "Ann");
+      Call("TarvoAllowEscape", "1");
+      Call("TarvoPosition", "100|200");
+      const std::string result = Try(dialog, at, false);
+      succeeded = points_ < at;
+      if (result != "$$003$$" || dialogs_->opened.empty()) continue;
+      ++results_without_memory;
+      EXPECT_STREQ(TextOf(myreturntext), "");
+      EXPECT_STREQ(TextOf(Field1), "Lee");
+      EXPECT_TRUE(CFStringCompare(gPreEnter1, *row.text_left ? CFSTR("Ann") : CFSTR(""), 0) == 0);
+      EXPECT_EQ(kCanEscape, row.escape_left);
+      EXPECT_EQ(gUsePosition, 0);
+      EXPECT_EQ(iFieldCount, 0);
+    }
+    EXPECT_GE(results_without_memory, 1);
+  }
+}
+
+TEST_F(ExhaustedMemory, AWindowThatCannotBeToldToCloseGoesAllTheSame) {
+  const Case dialog{"TarvoDialog", "0|m", "press 1", 0, 0};
+  Try(dialog, 0, false);
+  const int points = points_;
+  const long objects = carbon::LiveObjects();
+  for (int at = 1; at <= points; ++at) {
+    try {
+      Try(dialog, at, true);
+    } catch (const std::bad_alloc&) {
+    }
+    EXPECT_EQ(carbon::LiveObjects(), objects) << at;
+    EXPECT_EQ(gWindowRef, nullptr) << at;
+  }
+}
+
 TEST_F(ExhaustedMemory, ABufferThatIsTooSmallForTheWorstCaseNeedsMemory) {
   char bytes[5] = "kept";
   failing_allocator::Arm(1, false);

@@ -10,7 +10,8 @@ TEST_F(Alert, AnswersTheButton) {
   EXPECT_EQ(Opened().dump(),
             R"({"kind":"alert","type":2,"message":"Delete record?",)"
             R"("explanation":"This cannot be undone.","default":"Delete","cancel":"Cancel",)"
-            R"("other":"Other"})");
+            R"("other":"Other","returnButton":1,"escapeButton":2,"position":45066,)"
+            R"("movable":false,"helpButton":false,"flags":0})");
   EXPECT_EQ(Call("TarvoAlert", parameter, "press 2"), "2");
   EXPECT_EQ(Call("TarvoAlert", parameter, "press 3"), "3");
   EXPECT_EQ(Call("TarvoAlert", parameter, "tab; return"), "1");

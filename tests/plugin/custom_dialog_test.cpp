@@ -40,6 +40,27 @@ TEST_F(CustomDialog, ShowsTheKindsThatWereChosen) {
   EXPECT_EQ(Field(1).at("kind"), "edit") << "a standard dialog resets them";
 }
 
+TEST_F(CustomDialog, HasEveryKindInEveryField) {
+  Call("TarvoPopUps", "|aa|bb|cc");
+  const auto kinds_and_places = [this](const char* kinds) {
+    Call("TarvoSetCustomControls", kinds);
+    Call("TarvoCustomDialog", "4|m", "press 1");
+    std::string fields;
+    for (int n = 2; n <= 4; ++n) {
+      fields += Field(n).at("kind").get<std::string>() + Field(n).at("rect").dump() + " ";
+    }
+    return fields;
+  };
+  EXPECT_EQ(kinds_and_places("0|3|2|4"),
+            "checkbox[87,145,107,165] popup[120,146,135,413] radio[147,145,167,165] ");
+  EXPECT_EQ(kinds_and_places("0|4|3|2"),
+            "radio[87,145,107,165] checkbox[117,145,137,165] popup[150,146,165,413] ");
+  EXPECT_EQ(kinds_and_places("0|2|4|3"),
+            "popup[90,146,105,413] radio[117,145,137,165] checkbox[147,145,167,165] ");
+  EXPECT_EQ(kinds_and_places("0|1|0|1"),
+            "password[90,150,105,410] edit[120,150,135,410] password[150,150,165,410] ");
+}
+
 TEST_F(CustomDialog, RadioButtonsAreOneGroup) {
   Call("TarvoSetCustomControls", "4|4|3|4");
   EXPECT_EQ(Call("TarvoCustomDialog", "4|m",

@@ -24,6 +24,36 @@ class Lifecycle : public PluginHost {
     return encoding::ToUtf8(buffer.substr(0, buffer.find(u'\0')));
   }
 
+  // `strings` is how many CoreFoundation objects a fresh life has.
+  void ExpectAFreshLifeAfter(bool shut_down, CFIndex strings) {
+    const std::size_t functions = fmx::host::Functions().size();
+    Call("TarvoSetCaption", "caption");
+    Call("TarvoPopUps", "aa\rbb|cc");
+    Call("TarvoDialog", "5|m", "press 1");
+    Call("TarvoFillListBox", "one\rtwo");
+    Call("TarvoSetCustomControls", "3|3|3|3");
+    Call("TarvoDialog", "1|m", "enter 1 typed; press 1");
+    Call("TarvoPreEnterText", "pre");
+    Call("TarvoPosition", "1|1");
+    Call("TarvoAllowEscape", "1");
+    Call("TarvoSetFocus", "2");
+    if (shut_down) Send(kFMXT_Shutdown);
+    const long menus = carbon::LiveObjects();
+    Send(kFMXT_Init);
+    EXPECT_EQ(block_.result, 51U);
+    EXPECT_EQ(fmx::host::Functions().size(), functions);
+    EXPECT_EQ(carbon::LiveObjects(), menus - 2);
+    EXPECT_EQ(CFGetLiveObjectCount(), strings) << "what was preset is released";
+    EXPECT_EQ(Call("TarvoLastValue", ""), "||||");
+    EXPECT_EQ(Call("TarvoDialog", "5|m", ""), "$$001$$");
+    EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "escape; press 1"), "1||||");
+    EXPECT_EQ(Opened().at("title"), "");
+    EXPECT_EQ(Opened().at("content").at(1), 747);
+    EXPECT_EQ(Field(1).at("kind"), "edit");
+    EXPECT_EQ(Field(1).at("text"), "");
+    EXPECT_EQ(FocusedFields(), "1");
+  }
+
   const testing_tools::TemporaryFolder folder_;
 };
 
@@ -81,6 +111,10 @@ TEST_F(Lifecycle, AnswersStringRequestsThatFitTheBuffer) {
   EXPECT_EQ(Ask(128, 10), "12345678");
   EXPECT_EQ(Ask(129, 10), "untouched");
   EXPECT_EQ(Ask(129, 11), "123456789");
+  for (const std::uint32_t language : {1U, 0xFFFFFFFFU}) {
+    block_.language = language;
+    EXPECT_EQ(Ask(128, 10), "12345678") << "the language makes no difference";
+  }
   for (const std::int32_t size : {1, 0, -1}) EXPECT_EQ(Ask(128, size), "untouched");
   EXPECT_EQ(Ask(130, 2), "");
   EXPECT_EQ(Ask(7, 100), "untouched");
@@ -117,31 +151,14 @@ TEST_F(Lifecycle, CutsNamesAtTheFirstParenthesis) {
   EXPECT_EQ(functions[4].name, u"") << "missing in the table";
 }
 
+// The host may have shut it down or not; a function that is registered still is refused then, which
+// makes no difference.
 TEST_F(Lifecycle, StartsAfreshInASecondLife) {
   const CFIndex strings = CFGetLiveObjectCount();
-  Call("TarvoSetCaption", "caption");
-  Call("TarvoPopUps", "aa\rbb|cc");
-  Call("TarvoDialog", "5|m", "press 1");
-  Call("TarvoFillListBox", "one\rtwo");
-  Call("TarvoSetCustomControls", "3|3|3|3");
-  Call("TarvoDialog", "1|m", "enter 1 typed; press 1");
-  Call("TarvoPreEnterText", "pre");
-  Call("TarvoPosition", "1|1");
-  Call("TarvoAllowEscape", "1");
-  Call("TarvoSetFocus", "2");
-  Send(kFMXT_Shutdown);
-  const long menus = carbon::LiveObjects();
-  EXPECT_EQ(Initialise(PLUGIN_BUNDLE), 51);
-  EXPECT_EQ(carbon::LiveObjects(), menus - 2);
-  EXPECT_EQ(CFGetLiveObjectCount(), strings) << "what was preset is released";
-  EXPECT_EQ(Call("TarvoLastValue", ""), "||||");
-  EXPECT_EQ(Call("TarvoDialog", "5|m", ""), "$$001$$");
-  EXPECT_EQ(Call("TarvoCustomDialog", "2|m", "escape; press 1"), "1||||");
-  EXPECT_EQ(Opened().at("title"), "");
-  EXPECT_EQ(Opened().at("content").at(1), 747);
-  EXPECT_EQ(Field(1).at("kind"), "edit");
-  EXPECT_EQ(Field(1).at("text"), "");
-  EXPECT_EQ(FocusedFields(), "1");
+  for (const bool shut_down : {true, false}) {
+    SCOPED_TRACE(shut_down);
+    ExpectAFreshLifeAfter(shut_down, strings);
+  }
 }
 
 }  // namespace

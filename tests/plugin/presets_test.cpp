@@ -57,6 +57,8 @@ TEST_F(Position, PlacesTheNextDialogOnly) {
   EXPECT_EQ(Opened().at("content").dump(), "[377,747,702,1172]") << "a list is always centred";
   EXPECT_EQ(Place(), "[200,100,327,525]");
   EXPECT_EQ(Place(), kCentred);
+  Call("TarvoPosition", "7");
+  EXPECT_EQ(Place(), kCentred) << "neither coordinate is left of the one before";
   Call("TarvoPosition", "0|0");
   EXPECT_EQ(Place(), "[0,0,127,425]");
 }
@@ -69,6 +71,24 @@ TEST_F(Position, NegativeCoordinatesNeitherSetNorTakeBack) {
   Call("TarvoPosition", "100|200");
   Call("TarvoPosition", "-1|-1");
   EXPECT_EQ(Place(), "[-1,-1,126,424]");
+}
+
+TEST_F(Position, WaitsForAWindowThatTakesIt) {
+  Call("TarvoPosition", "100|200");
+  EXPECT_EQ(Call("TarvoDialog", "5|no menus", ""), "$$001$$");
+  EXPECT_EQ(Place(), "[200,100,327,525]");
+  // A coordinate alone places nothing, and only a standard dialog forgets it.
+  Call("TarvoPosition", "-1|200");
+  Call("TarvoCustomDialog", "1|m", "press 1");
+  EXPECT_EQ(Opened().at("content").dump(), kCentred);
+  Call("TarvoAlert", "1|m", "press 1");
+  Call("TarvoDoListBox", "m", "press 1");
+  Call("TarvoPosition", "100");
+  EXPECT_EQ(Place(), "[200,100,327,525]");
+  Call("TarvoPosition", "-1|200");
+  EXPECT_EQ(Place(), kCentred);
+  Call("TarvoPosition", "100");
+  EXPECT_EQ(Place(), kCentred);
 }
 
 TEST_F(Position, OnlySixteenBitsCount) {
@@ -122,6 +142,9 @@ TEST_F(Presets, FocusGoesThroughInputsOfEveryKind) {
   Call("TarvoSetFocus", "2");
   Call("TarvoCustomDialog", "4|m", "press 1");
   EXPECT_EQ(FocusedFields(), "3") << "field 2 has no input";
+  Call("TarvoSetFocus", "4");
+  Call("TarvoCustomDialog", "4|m", "press 1");
+  EXPECT_EQ(FocusedFields(), "1") << "the fourth of three inputs is the first again";
 }
 
 TEST_F(Presets, EscapeServesUntilAStandardDialog) {
@@ -145,6 +168,8 @@ TEST_F(Presets, PopUpsCountTheirMenus) {
               {"AA\rB|", "1", "2000"},
               {"Maybe", "1", "1000"},
               {"x", "0", "0000"},
+              {"\U0001F600", "1", "1000"},  // one character, two units
+              {"A\nB", "1", "1000"},
               {"|AA|BB", "3", "1110"},
               {"x|AA", "1", "1000"},
               {"AA||BB", "3", "1110"},
@@ -167,6 +192,7 @@ TEST_F(Presets, FillListBoxCountsItsLines) {
   EXPECT_EQ(Call("TarvoFillListBox", "a\rb\rc"), "3");
   EXPECT_EQ(Call("TarvoFillListBox", "a\rb\rc\r"), "4");
   EXPECT_EQ(Call("TarvoFillListBox", "a|b"), "1");
+  EXPECT_EQ(Call("TarvoFillListBox", "a\nb"), "1");
   EXPECT_EQ(Call("TarvoFillListBox", "\r\r"), "3");
   EXPECT_EQ(Call("TarvoFillListBox", ""), "$$002$$");
   EXPECT_EQ(Call("TarvoDoListBox", "m", "row 1; row 3; press 1"), "1|");

@@ -77,27 +77,31 @@ TEST_F(StandardDialog, HoldsItsGeometryForEveryNumberOfFields) {
 
 TEST_F(StandardDialog, DescribesEachControlWhole) {
   Call("TarvoDialog", "1|Message||No|||Name", "press 2");
-  EXPECT_EQ(Control(1).dump(),
-            R"({"kind":"static","command":"ABCC","id":1,"rect":[5,5,55,420],"text":"Message",)"
-            R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
-            R"("enabled":true,"default":false,"cancel":false,"focused":false,"size":1,"font":1})");
-  EXPECT_EQ(Control(200).dump(),
-            R"({"kind":"button","command":"ABCD","id":200,"rect":[90,323,122,413],"text":"OK",)"
-            R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
-            R"("enabled":true,"default":true,"cancel":false,"focused":false,"size":0,"font":1})");
+  EXPECT_EQ(
+      Control(1).dump(),
+      R"({"kind":"static","command":"ABCC","id":1,"rect":[5,5,55,420],"text":"Message",)"
+      R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
+      R"("enabled":true,"default":false,"cancel":false,"focused":false,"size":1,"font":1,"menu":null,"cell":null})");
+  EXPECT_EQ(
+      Control(200).dump(),
+      R"({"kind":"button","command":"ABCD","id":200,"rect":[90,323,122,413],"text":"OK",)"
+      R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
+      R"("enabled":true,"default":true,"cancel":false,"focused":false,"size":0,"font":1,"menu":null,"cell":null})");
   EXPECT_EQ(Control(999).dump(),
             R"({"kind":"button","command":"ACAN","id":999,"rect":[500,500,510,510],"text":"",)"
             R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":false,)"
             R"("enabled":true,"default":false,"cancel":true,"focused":false,"size":null,)"
-            R"("font":null})");
-  EXPECT_EQ(Control(204).dump(),
-            R"({"kind":"static","command":"ABCH","id":204,"rect":[60,5,75,140],"text":"Name",)"
-            R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
-            R"("enabled":true,"default":false,"cancel":false,"focused":false,"size":0,"font":1})");
-  EXPECT_EQ(Control(205).dump(),
-            R"({"kind":"edit","command":"ABCI","id":205,"rect":[60,150,75,410],"text":"",)"
-            R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
-            R"("enabled":true,"default":false,"cancel":false,"focused":true,"size":0,"font":1})");
+            R"("font":null,"menu":null,"cell":null})");
+  EXPECT_EQ(
+      Control(204).dump(),
+      R"({"kind":"static","command":"ABCH","id":204,"rect":[60,5,75,140],"text":"Name",)"
+      R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
+      R"("enabled":true,"default":false,"cancel":false,"focused":false,"size":0,"font":1,"menu":null,"cell":null})");
+  EXPECT_EQ(
+      Control(205).dump(),
+      R"({"kind":"edit","command":"ABCI","id":205,"rect":[60,150,75,410],"text":"",)"
+      R"("value":null,"min":null,"max":null,"items":null,"rows":null,"visible":true,)"
+      R"("enabled":true,"default":false,"cancel":false,"focused":true,"size":0,"font":1,"menu":null,"cell":null})");
 }
 
 TEST_F(StandardDialog, HasTheButtonsThatHaveATextInTheirPlaces) {

@@ -81,15 +81,18 @@ TEST(DialogTest, DescriptionsAreWrittenAsDialogsOpen) {
   EXPECT_EQ(dialogs[2], dialogs[3]) << "as it opened, not as it was answered";
   EXPECT_EQ(dialogs[0]["kind"], "window");
   EXPECT_EQ(dialogs[0]["content"], Json({464, 747, 616, 1172}));
-  const std::vector<std::string> keys{"kind",    "command", "id",      "rect", "text",    "value",
-                                      "min",     "max",     "items",   "rows", "visible", "enabled",
-                                      "default", "cancel",  "focused", "size", "font"};
+  const std::vector<std::string> keys{"kind",    "command", "id",      "rect",   "text",
+                                      "value",   "min",     "max",     "items",  "rows",
+                                      "visible", "enabled", "default", "cancel", "focused",
+                                      "size",    "font",    "menu",    "cell"};
   for (const Json& control : dialogs[0]["controls"]) {
     for (const std::string& key : keys) EXPECT_TRUE(control.contains(key)) << key;
     EXPECT_EQ(control.size(), keys.size());
   }
   EXPECT_EQ(dialogs[1], Json::parse(R"({"kind": "alert", "type": 1, "message": "Really?",
-      "explanation": "No way back.", "default": "Yes", "cancel": "No", "other": null})"));
+      "explanation": "No way back.", "default": "Yes", "cancel": "No", "other": null,
+      "returnButton": 1, "escapeButton": 2, "position": 45066, "movable": false,
+      "helpButton": false, "flags": 0})"));
 }
 
 TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
