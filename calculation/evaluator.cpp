@@ -1,8 +1,11 @@
 #include "calculation/evaluator.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "calculation/built_ins.h"
+#include "calculation/parser.h"
+#include "calculation/unicode.h"
 
 namespace calculation {
 namespace {
@@ -18,19 +21,14 @@ auto At(Span place, Computation compute) {
 }
 
 void Append(Value& result, const Value& operand) {
-  if (!std::holds_alternative<std::u16string>(result)) result = AsText(result);
-  auto& text = std::get<std::u16string>(result);
-  if (const auto* more = std::get_if<std::u16string>(&operand)) {
-    text += *more;
-  } else {
-    text += AsText(operand);
-  }
+  if (!std::holds_alternative<Text>(result)) result = AsText(result);
+  std::get<Text>(result).Append(AsText(operand));
 }
 
 void CheckLength(const Value& value, Span place) {
-  const auto* text = std::get_if<std::u16string>(&value);
+  const auto* text = std::get_if<Text>(&value);
   if (!text || text->size() <= kLongestText) return;
-  throw Error(place, "the text is longer than " + std::to_string(kLongestText) + " characters");
+  throw Error(place, TooLong());
 }
 
 Value Combine(Operator operation, const Value& first, const Value& second) {
@@ -50,9 +48,9 @@ Value Combine(Operator operation, const Value& first, const Value& second) {
     case Operator::kAtLeast:
       return Truth(Compare(first, second) >= 0);
     case Operator::kAdd:
-      return AsNumber(first) + AsNumber(second);
+      return Add(first, second);
     case Operator::kSubtract:
-      return AsNumber(first) - AsNumber(second);
+      return Subtract(first, second);
     case Operator::kMultiply:
       return AsNumber(first) * AsNumber(second);
     case Operator::kDivide:
@@ -64,6 +62,15 @@ Value Combine(Operator operation, const Value& first, const Value& second) {
   }
 }
 
+// Does its work in the end, whatever the end is.
+template <class Work>
+struct Finally {
+  Work work;
+  ~Finally() { work(); }
+};
+template <class Work>
+Finally(Work) -> Finally<Work>;
+
 }  // namespace
 
 Value Evaluator::Evaluate(const Node& node) {
@@ -73,7 +80,7 @@ Value Evaluator::Evaluate(const Node& node) {
 Value Evaluator::Compute(const Literal& literal, Span) { return literal.value; }
 
 Value Evaluator::Compute(const Variable& variable, Span) {
-  const auto found = variables_.find(variable.name);
+  const auto found = variables_.find(KeyOf(variable));
   return found == variables_.end() ? Value() : found->second;
 }
 
@@ -113,41 +120,93 @@ void Evaluator::Apply(const Link& link, Value& result) {
 }
 
 Value Evaluator::Compute(const BuiltInCall& call, Span place) {
-  Value result =
-      At(place, [&] { return call.function->evaluate(Arguments(*this, call.arguments)); });
+  Value result = At(place, [&] {
+    return call.function->evaluate({*this, call.function->name, call.arguments});
+  });
   CheckLength(result, place);
   return result;
 }
 
-Value Evaluator::Compute(const ExternalCall& call, Span) {
+Value Evaluator::Compute(const ExternalCall& call, Span place) {
   std::vector<Value> arguments;
   for (const NodePtr& argument : call.arguments) arguments.push_back(Evaluate(*argument));
-  return externals_.Call(call.index, arguments);
+  return At(place, [&] { return externals_.Call(call.index, arguments); });
 }
 
-// Stands only where Arguments::Pair takes it apart.
+// Stands only where Arguments::Items takes it apart.
 Value Evaluator::Compute(const List&, Span place) {
   throw Error(place, "unexpected list; expected a value");
 }
 
 Value Evaluator::Compute(const Let& let, Span) {
-  for (const Let::Binding& binding : let.bindings) {
-    Value value = Evaluate(*binding.value);
-    Target(binding) = std::move(value);
-  }
+  Bind(let.bindings);
   return Evaluate(*let.result);
 }
 
-Value& Evaluator::Target(const Let::Binding& binding) {
-  if (!binding.variable.empty()) return variables_[binding.variable];
-  if (locals_.size() <= binding.slot) locals_.resize(binding.slot + 1);
-  return locals_[binding.slot];
+Value Evaluator::Compute(const While& loop, Span place) {
+  Bind(loop.bindings);
+  const auto holds = [&] {
+    const Value test = Evaluate(*loop.test);
+    return At(loop.test->place, [&] { return AsTruth(test); });
+  };
+  while (holds()) {
+    CountRound(place);
+    Bind(loop.rounds);
+  }
+  return Evaluate(*loop.result);
 }
 
-std::optional<Arguments> Arguments::Pair(std::size_t index) const {
+void Evaluator::Bind(const std::vector<Binding>& bindings) {
+  for (const Binding& binding : bindings) {
+    Value value = binding.value ? Evaluate(*binding.value) : Value();
+    if (const auto* variable = std::get_if<Variable>(&binding.target)) {
+      Set(*variable, std::move(value));
+      continue;
+    }
+    const std::size_t slot = std::get<Local>(binding.target).slot;
+    if (locals_.size() <= slot) locals_.resize(slot + 1);
+    locals_[slot] = std::move(value);
+  }
+}
+
+std::u16string Evaluator::KeyOf(const Variable& variable) {
+  if (!variable.repetition) return variable.name;
+  const Value value = Evaluate(*variable.repetition);
+  const long repetition =
+      At(variable.repetition->place, [&] { return AsNumber(value).ToInteger(); });
+  if (repetition < 1) throw Error(variable.repetition->place, "expected a repetition, 1 or more");
+  if (repetition == 1) return variable.name;
+  return variable.name + u"[" + ToUtf16(std::to_string(repetition)) + u"]";
+}
+
+std::optional<Arguments> Arguments::Items(std::size_t index) const {
   const auto* list = std::get_if<List>(&nodes_[index]->form);
   if (!list) return std::nullopt;
-  return Arguments(evaluator_, list->items);
+  return Arguments(evaluator_, function_, list->items);
+}
+
+void Evaluator::CountRound(Span place) {
+  if (rounds_left_-- <= 0) throw Error(place, "the loops go round too often");
+}
+
+Value Evaluator::EvaluateText(std::u16string_view calculation) {
+  CountRound({});
+  const int deepest = Parser::kDeepestNesting >> ++depth_;  // so that all together have an end
+  std::vector<Value> locals;
+  std::swap(locals, locals_);
+  const Finally restore{[&] {
+    std::swap(locals, locals_);
+    --depth_;
+  }};
+  const NodePtr tree = Parser(ReadCalculation(calculation), externals_, deepest).ParseWhole();
+  return Evaluate(*tree);
+}
+
+Value Evaluator::EvaluateWithin(long most_rounds, const Node& node) {
+  const long withheld = rounds_left_ - std::clamp(most_rounds, 0L, rounds_left_);
+  rounds_left_ -= withheld;
+  const Finally restore{[&] { rounds_left_ += withheld; }};
+  return Evaluate(node);
 }
 
 }  // namespace calculation

@@ -11,11 +11,6 @@ constexpr char16_t kParagraph = u'¶';
 
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
-bool IsBlankInLine(char16_t unit) {
-  return unit == u' ' || unit == u'\t' || unit == u'\f' || unit == u'\v' || unit == 0xA0 ||
-         unit == 0xFEFF || (unit >= 0x2000 && unit <= 0x200B) || unit == 0x3000;
-}
-
 // Every letter of every script counts as one, and what is neither a letter nor a sign of the
 // language is left to the name that will not be found.
 bool IsNameUnit(char16_t unit) {
@@ -101,7 +96,8 @@ void Lexer::SkipLine() {
 
 Token Lexer::TakeToken() {
   const char16_t unit = Peek();
-  if (unit == u'"') return TakeText();
+  if (unit == u'"') return TakeText(unit);
+  if (unit == u'“' && has_quoted_names_) return TakeText(u'”');
   if (IsDigit(unit) || (unit == u'.' && IsDigit(Peek(1)))) return TakeNumber();
   if (unit == u'$') return TakeVariable();
   if (unit == kParagraph) {
@@ -141,10 +137,10 @@ Token Lexer::TakeSpan(Token::Kind kind, std::size_t end) {
   return {kind, place, std::u16string(text_.substr(place.begin, end - place.begin))};
 }
 
-Token Lexer::TakeText() {
+Token Lexer::TakeText(char16_t closing) {
   Token token{Token::Kind::kText, {position_, position_}, u""};
   ++position_;
-  while (!AtEnd() && !AtSign(u'"')) {
+  while (!AtEnd() && !AtSign(closing)) {
     char16_t unit = text_[position_++];
     const char16_t next = Peek();
     if (unit == u'\\' && (next == u'"' || next == u'\\' || next == kParagraph)) {
@@ -171,6 +167,12 @@ Token Lexer::TakeNumber() {
   };
   std::size_t end = digits_end(position_);
   if (end < text_.size() && text_[end] == u'.') end = digits_end(end + 1);
+  if (end < text_.size() && (text_[end] | 0x20) == u'e') {
+    const bool has_sign =
+        end + 1 < text_.size() && (text_[end + 1] == u'-' || text_[end + 1] == u'+');
+    const std::size_t exponent = end + (has_sign ? 2 : 1);
+    if (digits_end(exponent) > exponent) end = digits_end(exponent);
+  }
   if (end < text_.size() && IsNameUnit(text_[end])) {
     throw Error({end, NameEnd(end)}, "unexpected characters in a number; expected an operator");
   }
@@ -179,9 +181,22 @@ Token Lexer::TakeNumber() {
 
 Token Lexer::TakeVariable() {
   const std::size_t name = position_ + (StartsWith(u"$$") ? 2 : 1);
+  if (name < text_.size() && text_[name] == u'{') return TakeBracedVariable(name);
   const std::size_t end = NameEnd(name);
   if (end == name) throw Error({position_, name}, Unexpected(u'$'));
   return TakeSpan(Token::Kind::kVariable, end);
+}
+
+// ${a name of any characters}
+Token Lexer::TakeBracedVariable(std::size_t brace) {
+  const std::size_t close = text_.find(u'}', brace);
+  if (close == std::u16string_view::npos) {
+    throw Unfinished({position_, brace + 1}, "the variable's name has no end; expected \"}\"");
+  }
+  const std::u16string dollars(text_.substr(position_, brace - position_));
+  Token token = TakeSpan(Token::Kind::kVariable, close + 1);
+  token.text = dollars + token.text.substr(dollars.size() + 1, close - brace - 1);
+  return token;
 }
 
 Token Lexer::TakeSymbol() {
@@ -209,9 +224,10 @@ std::vector<Token> ReadCalculation(std::u16string_view text) {
   return tokens;
 }
 
-std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position) {
+std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position,
+                                 bool has_quoted_names) {
   std::vector<Token> tokens;
-  Lexer lexer(text, position);
+  Lexer lexer(text, position, has_quoted_names);
   int open = 0;
   while (!(open == 0 && lexer.AtLineEnd()) && !lexer.AtEnd()) {
     tokens.push_back(lexer.TakeToken());

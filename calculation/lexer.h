@@ -26,7 +26,9 @@ struct Token {
 // Reads tokens one by one. Blanks and comments stand between them.
 class Lexer {
  public:
-  Lexer(std::u16string_view text, std::size_t position) : text_(text), position_(position) {}
+  // Quoted names stand in typographic quotes and are texts; in calculations there are none.
+  Lexer(std::u16string_view text, std::size_t position, bool has_quoted_names = false)
+      : text_(text), position_(position), has_quoted_names_(has_quoted_names) {}
 
   std::size_t position() const { return position_; }
 
@@ -50,14 +52,16 @@ class Lexer {
   bool StartsWith(std::u16string_view start) const;
   bool SkipComment();
   Token TakeSpan(Token::Kind kind, std::size_t end);
-  Token TakeText();
+  Token TakeText(char16_t closing);
   Token TakeNumber();
   Token TakeVariable();
+  Token TakeBracedVariable(std::size_t brace);
   Token TakeSymbol();
   std::size_t NameEnd(std::size_t position) const;
 
   std::u16string_view text_;
   std::size_t position_;
+  bool has_quoted_names_;
 };
 
 // All tokens of a calculation, and kEnd.
@@ -65,6 +69,7 @@ std::vector<Token> ReadCalculation(std::u16string_view text);
 
 // The tokens of a script's statement, and kEnd: to the end of the line on which every bracket and
 // parenthesis is closed. `position` moves behind them.
-std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position);
+std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position,
+                                 bool has_quoted_names = false);
 
 }  // namespace calculation

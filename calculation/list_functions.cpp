@@ -1,14 +1,23 @@
-#include "calculation/list_functions.h"
+// The functions of the language that work on lists: texts whose lines are values. A carriage return
+// behind the last value makes no further one.
 
 #include <algorithm>
+#include <cstdlib>
+#include <set>
 #include <vector>
+
+#include "calculation/built_ins.h"
+#include "calculation/moments.h"
+#include "calculation/unicode.h"
 
 namespace calculation {
 namespace {
 
+using Values = std::vector<std::u16string_view>;
+
 // The values share the text's storage.
-std::vector<std::u16string_view> ValuesOf(std::u16string_view text) {
-  std::vector<std::u16string_view> values;
+Values ValuesOf(std::u16string_view text) {
+  Values values;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(u'\r'), text.size());
     values.push_back(text.substr(0, end));
@@ -18,58 +27,136 @@ std::vector<std::u16string_view> ValuesOf(std::u16string_view text) {
 }
 
 // Values `first` (from 0, which may lie outside) to before `last`, a carriage return behind each.
-std::u16string Lines(const std::vector<std::u16string_view>& values, long long first,
-                     long long last) {
+Text Lines(const Values& values, long first, long last) {
   std::u16string lines;
-  last = std::min(last, static_cast<long long>(values.size()));
-  for (long long i = std::max(first, 0LL); i < last; ++i) {
+  last = std::min(last, static_cast<long>(values.size()));
+  for (long i = std::max(first, 0L); i < last; ++i) {
     lines += values[static_cast<std::size_t>(i)];
     lines += u'\r';
   }
   return lines;
 }
 
-}  // namespace
+Text Lines(const Values& values) { return Lines(values, 0, static_cast<long>(values.size())); }
 
-Value GetValueFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  const long long number = arguments.Integer(1);
-  const auto values = ValuesOf(text);
-  if (number < 1 || number > static_cast<long long>(values.size())) return {};
-  return std::u16string(values[static_cast<std::size_t>(number - 1)]);
+// A value of a list as what the list holds: 1 texts, 2 numbers, 3 dates, 4 times, 5 timestamps.
+Value AsKind(std::u16string_view value, long kind) {
+  if (kind == 2) return AsNumber(Text(value));
+  if (kind < 3 || kind > 5) return Text(value);
+  return ToMoment(static_cast<Moment::Kind>(kind - 3), Text(value));
 }
 
-Value LeftValuesFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  return Lines(ValuesOf(text), 0, arguments.Integer(1));
+struct SortItem {
+  Value key;
+  std::u16string_view value;
+};
+
+std::vector<SortItem> ItemsOf(std::u16string_view list, long kind) {
+  std::vector<SortItem> items;
+  for (const auto value : ValuesOf(list)) items.push_back({AsKind(value, kind), value});
+  return items;
 }
 
-Value ListFunction(const Arguments& arguments) {
-  std::u16string list;
-  for (std::size_t i = 0; arguments.Has(i); ++i) {
-    const std::u16string value = arguments.Text(i);
-    if (!list.empty() && !value.empty()) list += u'\r';
-    list += value;
+Value FilterValues(const Arguments& given) {
+  const Text list = given.Text(0);
+  const Text filter = given.Text(1);
+  Values wanted = ValuesOf(filter);
+  const auto before = [](auto first, auto second) { return Collate(first, second) < 0; };
+  std::sort(wanted.begin(), wanted.end(), before);
+  Values values = ValuesOf(list);
+  std::erase_if(values, [&](std::u16string_view value) {
+    return !std::binary_search(wanted.begin(), wanted.end(), value, before);
+  });
+  return Lines(values);
+}
+
+// Equal values stay in their order. A negative kind sorts downwards.
+Value SortValues(const Arguments& given) {
+  const Text list = given.Text(0);
+  const long kind = given.Has(1) ? given.Integer(1) : 1;
+  std::vector<SortItem> items = ItemsOf(list, std::labs(kind));
+  std::stable_sort(items.begin(), items.end(), [kind](const SortItem& a, const SortItem& b) {
+    return kind < 0 ? Compare(b.key, a.key) < 0 : Compare(a.key, b.key) < 0;
+  });
+  Values values;
+  for (const SortItem& item : items) values.push_back(item.value);
+  return Lines(values);
+}
+
+// The first of those that are equal stays, in its place.
+Value UniqueValues(const Arguments& given) {
+  const Text list = given.Text(0);
+  const std::vector<SortItem> items = ItemsOf(list, given.Has(1) ? given.Integer(1) : 1);
+  std::set<Value, decltype([](const Value& a, const Value& b) { return Compare(a, b) < 0; })> seen;
+  Values values;
+  for (const SortItem& item : items) {
+    if (seen.insert(item.key).second) values.push_back(item.value);
+  }
+  return Lines(values);
+}
+
+Value List(const Arguments& given) {
+  Text list;
+  for (std::size_t i = 0; given.Has(i); ++i) {
+    const Text value = given.Text(i);
+    if (!list.empty() && !value.empty()) list.Append(u"\r");
+    list.Append(value);
   }
   return list;
 }
 
-Value MiddleValuesFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  const long long start = std::max(arguments.Integer(1), 1LL);
-  return Lines(ValuesOf(text), start - 1, start - 1 + arguments.Integer(2));
-}
+constexpr BuiltIn kFunctions[] = {
+    {u"FilterValues", "list ; values", "the list's values that are among these, each ended by ¶",
+     R"(FilterValues ( "a¶b¶c" ; "C¶a" ))", FilterValues},
+    {u"GetValue", "list ; number", "one value of a list whose values are separated by ¶",
+     R"(GetValue ( "a¶b¶c" ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text list = given.Text(0);
+       const long number = given.Integer(1);
+       const auto values = ValuesOf(list);
+       if (number < 1 || number > static_cast<long>(values.size())) return {};
+       return Text(values[static_cast<std::size_t>(number - 1)]);
+     }},
+    {u"LeftValues", "list ; count", "the first values of a list, each ended by ¶",
+     R"(LeftValues ( "a¶b¶c" ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text list = given.Text(0);
+       return Lines(ValuesOf(list), 0, given.Integer(1));
+     }},
+    {u"List", "value1 {; value2 ; ...}", "the values that are not empty, separated by ¶",
+     R"(List ( "a" ; "" ; "b" ))", List},
+    {u"MiddleValues", "list ; start ; count",
+     "values of a list from value number start on, each ended by ¶",
+     R"(MiddleValues ( "a¶b¶c" ; 2 ; 1 ))",
+     [](const Arguments& given) -> Value {
+       const Text list = given.Text(0);
+       const long start = std::max(given.Integer(1), 1L) - 1;
+       return Lines(ValuesOf(list), start, start + given.Integer(2));
+     }},
+    {u"RightValues", "list ; count", "the last values of a list, each ended by ¶",
+     R"(RightValues ( "a¶b¶c" ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text list = given.Text(0);
+       const auto values = ValuesOf(list);
+       const auto count = static_cast<long>(values.size());
+       return Lines(values, count - std::max(given.Integer(1), 0L), count);
+     }},
+    {u"SortValues", "list {; kind ; locale}",
+     "the values in order, each ended by ¶; kind 1 is texts, 2 numbers, 3 dates, 4 times, 5 "
+     "timestamps, and negative the other way round",
+     R"(SortValues ( "10¶9¶8" ; 2 ))", SortValues},
+    {u"UniqueValues", "list {; kind ; locale}",
+     "the values without those that were there before, each ended by ¶",
+     R"(UniqueValues ( "a¶b¶A" ))", UniqueValues},
+    {u"ValueCount", "list", "how many values a list has", R"(ValueCount ( "a¶b¶c" ))",
+     [](const Arguments& given) {
+       const Text list = given.Text(0);
+       return Number(ValuesOf(list).size());
+     }},
+};
 
-Value RightValuesFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  const auto values = ValuesOf(text);
-  const auto count = static_cast<long long>(values.size());
-  return Lines(values, count - std::max(arguments.Integer(1), 0LL), count);
-}
+}  // namespace
 
-Value ValueCountFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  return Decimal(static_cast<long long>(ValuesOf(text).size()));
-}
+constexpr BuiltInGroup kListFunctions{"Lists", kFunctions};
 
 }  // namespace calculation

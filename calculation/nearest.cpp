@@ -38,8 +38,10 @@ std::optional<std::string> Nearest(std::string_view word, const std::vector<std:
     const std::u16string candidate = Lowercase(ToUtf16(name));
     const std::size_t longer = std::max(wanted.size(), candidate.size());
     const std::size_t shorter = std::min(wanted.size(), candidate.size());
-    if (longer - shorter >= nearest) continue;
-    const std::size_t distance = Distance(wanted, candidate);
+    // A name of which half or more is typed lacks its end, which is one slip.
+    const bool is_start = candidate.starts_with(wanted) && 2 * shorter >= longer;
+    if (longer - shorter >= nearest && !is_start) continue;
+    const std::size_t distance = is_start ? 1 : Distance(wanted, candidate);
     if (distance >= std::min(nearest, longer)) continue;
     nearest = distance;
     found = name;

@@ -42,6 +42,19 @@ NodePtr MakeChain(Chain chain) {
   return Make(place, std::move(chain));
 }
 
+// Of texts, each with the number that stands for it: whatever number stands for them changes
+// nothing of the text
+constexpr std::u16string_view kStyles[] = {u"Plain",           u"Bold",
+                                           u"Italic",          u"Underline",
+                                           u"Outline",         u"Shadow",
+                                           u"Condense",        u"Extend",
+                                           u"Strikethrough",   u"SmallCaps",
+                                           u"Superscript",     u"Subscript",
+                                           u"Uppercase",       u"Lowercase",
+                                           u"Titlecase",       u"WordUnderline",
+                                           u"DoubleUnderline", u"HighlightYellow",
+                                           u"AllStyles"};
+
 std::string Quoted(std::u16string_view text) { return "\"" + ToUtf8(text) + "\""; }
 
 std::string NameOf(const Token& token) {
@@ -57,21 +70,25 @@ std::string NameOf(const Token& token) {
 
 // "1 parameter", "2 to 3 parameters", "at least 2 parameters".
 std::string Parameters(int minimum, int maximum) {
-  if (maximum < 0) return "at least " + std::to_string(minimum) + " parameters";
-  const std::string upper = std::to_string(maximum) + (maximum == 1 ? " parameter" : " parameters");
-  return minimum == maximum ? upper : std::to_string(minimum) + " to " + upper;
+  const int last = maximum < 0 ? minimum : maximum;
+  const std::string count = std::to_string(last) + (last == 1 ? " parameter" : " parameters");
+  if (maximum < 0) return "at least " + count;
+  return minimum == maximum ? count : std::to_string(minimum) + " to " + count;
 }
 
-// A text, then either search and replacement or any number of lists of the two.
-void CheckLists(const Token& name, const std::vector<NodePtr>& arguments) {
+// A text, then either values or any number of lists of them.
+void CheckLists(const Token& name, const BuiltIn& function, const std::vector<NodePtr>& arguments) {
   const auto is_list = [](const NodePtr& node) { return std::holds_alternative<List>(node->form); };
   const auto lists =
       static_cast<std::size_t>(std::count_if(arguments.begin(), arguments.end(), is_list));
-  const bool has_pairs = lists + 1 == arguments.size() && !is_list(arguments.front());
-  if (has_pairs || (lists == 0 && arguments.size() == 3)) return;
-  throw Error(name.place, ToUtf8(name.text) +
-                              " expects ( text ; search ; replacement ) or ( text ; [ search ; "
-                              "replacement ] ; … )");
+  const bool has_lists = lists > 0 && lists + 1 == arguments.size() && !is_list(arguments.front());
+  const auto values = static_cast<std::size_t>(ArityOf(function).minimum);
+  if (has_lists || (lists == 0 && arguments.size() == values)) return;
+  const std::string parameters(function.parameters);
+  const std::size_t first = parameters.find(" ; ") + 3;
+  throw Error(name.place, ToUtf8(function.name) + " expects ( " + parameters + " ) or ( " +
+                              parameters.substr(0, first) + "[ " + parameters.substr(first) +
+                              " ] ; … )");
 }
 
 std::string_view WithoutBlanksBehind(std::string_view name) {
@@ -85,9 +102,9 @@ std::string_view WithoutBlanksBehind(std::string_view name) {
 class Parser::Nesting {
  public:
   explicit Nesting(Parser& parser) : parser_(parser) {
-    if (parser.nesting_ == kDeepestNesting) {
+    if (parser.nesting_ == parser.deepest_) {
       throw Error(parser.Peek().place, "the calculation is nested more than " +
-                                           std::to_string(kDeepestNesting) + " levels deep");
+                                           std::to_string(parser.deepest_) + " levels deep");
     }
     ++parser_.nesting_;
   }
@@ -99,8 +116,8 @@ class Parser::Nesting {
   Parser& parser_;
 };
 
-Parser::Parser(std::vector<Token> tokens, const ExternalFunctions& externals)
-    : tokens_(std::move(tokens)), externals_(externals) {}
+Parser::Parser(std::vector<Token> tokens, const ExternalFunctions& externals, int deepest)
+    : tokens_(std::move(tokens)), externals_(externals), deepest_(deepest) {}
 
 NodePtr Parser::ParseWhole() {
   NodePtr whole = ParseExpression();
@@ -135,9 +152,14 @@ void Parser::Expect(std::u16string_view symbol, const std::string& expected) {
   if (!AcceptSymbol(symbol)) FailExpecting(expected);
 }
 
-std::u16string Parser::TakeVariable() {
+Variable Parser::TakeVariable() {
   if (Peek().kind != Kind::kVariable) FailExpecting("a variable, $name or $$name");
-  return Lowercase(Take().text);
+  Variable variable{Lowercase(Take().text), nullptr};
+  if (AcceptSymbol(u"[")) {
+    variable.repetition = ParseExpression();
+    Expect(u"]", "an operator or \"]\"");
+  }
+  return variable;
 }
 
 void Parser::ExpectEnd(const std::string& expected) {
@@ -149,7 +171,7 @@ const Token& Parser::Peek(std::size_t ahead) const {
 }
 
 bool Parser::AtWord(std::u16string_view word, std::size_t ahead) const {
-  return Peek(ahead).kind == Kind::kName && CompareIgnoringCase(Peek(ahead).text, word) == 0;
+  return Peek(ahead).kind == Kind::kName && IsSameName(Peek(ahead).text, word);
 }
 
 Token Parser::Take() {
@@ -168,7 +190,7 @@ void Parser::FailExpecting(const std::string& expected) const {
 std::optional<Operator> Parser::AcceptOperator(std::size_t level, Span& place) {
   if (Peek().kind != Kind::kSymbol && Peek().kind != Kind::kName) return std::nullopt;
   for (const OperatorSign& candidate : kOperators) {
-    if (candidate.level != level || CompareIgnoringCase(Peek().text, candidate.sign) != 0) continue;
+    if (candidate.level != level || !IsSameName(Peek().text, candidate.sign)) continue;
     place = Take().place;
     return candidate.operation;
   }
@@ -211,13 +233,14 @@ NodePtr Parser::ParsePrimary() {
   switch (Peek().kind) {
     case Kind::kText: {
       Token token = Take();
-      return Make(token.place, Literal{std::move(token.text)});
+      if (token.text.size() > kLongestText) throw Error(token.place, TooLong());
+      return Make(token.place, Literal{Text(std::move(token.text))});
     }
     case Kind::kNumber:
       return ParseNumber();
     case Kind::kVariable: {
-      const Token token = Take();
-      return Make(token.place, Variable{Lowercase(token.text)});
+      const Span place = Peek().place;
+      return Make(place, TakeVariable());
     }
     case Kind::kName:
       return ParseName();
@@ -232,138 +255,194 @@ NodePtr Parser::ParsePrimary() {
 
 NodePtr Parser::ParseNumber() {
   const Token token = Take();
-  const std::optional<Decimal> number = Decimal::FromText(ToUtf8(token.text));
-  if (!number) {
-    throw Error(token.place, "the number has too many digits; expected at most " +
-                                 std::to_string(Decimal::kMostDigits));
+  try {
+    return Make(token.place, Literal{Decimal::FromText(ToUtf8(token.text)).value_or(Decimal())});
+  } catch (const NumberError& error) {
+    throw Error(token.place, error.what());
   }
-  return Make(token.place, Literal{*number});
 }
 
 NodePtr Parser::ParseName() {
-  const Token name = Take();
+  Token name = Take();
   if (!AtSymbol(u"(")) {
     const auto local = locals_.find(Lowercase(name.text));
     if (local != locals_.end()) return Make(name.place, Local{local->second.back()});
-  } else if (CompareIgnoringCase(name.text, u"Let") == 0) {
-    return ParseLet(name);
   }
-  if (const BuiltIn* function = FindBuiltIn(name.text)) return ParseBuiltIn(name, *function);
+  if (AtSymbol(u"(") && IsSameName(name.text, u"Get")) {
+    name = TakeGet(name);
+  } else if (styles_) {
+    const auto* const style =
+        std::find_if(std::begin(kStyles), std::end(kStyles),
+                     [&](const auto& known) { return IsSameName(known, name.text); });
+    if (style != std::end(kStyles)) return Make(name.place, Literal{Decimal(style - kStyles)});
+  }
+  const BuiltIn* const function = FindBuiltIn(name.text);
+  if (function && function->evaluate) return ParseBuiltIn(name, *function);
+  if (function) return IsSameName(name.text, u"Let") ? ParseLet(name) : ParseWhile(name);
   if (const auto index = FindExternal(name.text)) return ParseExternal(name, *index);
   FailUnknown(name);
+}
+
+// What stands in the parentheses of Get is part of the function's name.
+Token Parser::TakeGet(Token name) {
+  Take();
+  if (Peek().kind != Kind::kName) FailExpecting("a name, as in Get ( CurrentDate )");
+  name.text = u"Get ( " + Take().text + u" )";
+  name.place.end = Peek().place.end;
+  Expect(u")", "\")\"");
+  return name;
 }
 
 NodePtr Parser::ParseLet(const Token& name) {
   Let let;
   std::vector<std::u16string> names;
   Expect(u"(", "\"(\"");
-  if (AcceptSymbol(u"[")) {
-    while (!AcceptSymbol(u"]")) {
-      ParseBinding(let, names);
-      if (!AcceptSymbol(u";") && !AtSymbol(u"]")) FailExpecting(R"(an operator, ";" or "]")");
-    }
-  } else {
-    ParseBinding(let, names);
-  }
+  ParseBindings(let.bindings, names);
   Expect(u";", "an operator or \";\"");
   let.result = ParseExpression();
   Expect(u")", "an operator or \")\"");
+  Release(names);
+  return Make(name.place, std::move(let));
+}
+
+NodePtr Parser::ParseWhile(const Token& name) {
+  While loop;
+  std::vector<std::u16string> names;
+  Expect(u"(", "\"(\"");
+  ParseBindings(loop.bindings, names);
+  Expect(u";", "an operator or \";\"");
+  loop.test = ParseExpression();
+  Expect(u";", "an operator or \";\"");
+  ParseBindings(loop.rounds, names, &loop.bindings);
+  Expect(u";", "an operator or \";\"");
+  loop.result = ParseExpression();
+  Expect(u")", "an operator or \")\"");
+  Release(names);
+  return Make(name.place, std::move(loop));
+}
+
+// One binding, or a list of them in brackets. Those of rounds set the names that are there already;
+// a name that is new is empty in `before` the rounds.
+void Parser::ParseBindings(std::vector<Binding>& bindings, std::vector<std::u16string>& names,
+                           std::vector<Binding>* before) {
+  if (!AcceptSymbol(u"[")) return ParseBinding(bindings, names, before);
+  while (!AcceptSymbol(u"]")) {
+    ParseBinding(bindings, names, before);
+    if (!AcceptSymbol(u";") && !AtSymbol(u"]")) FailExpecting(R"(an operator, ";" or "]")");
+  }
+}
+
+// A name is in reach from its own value on, where it still means what it meant before.
+void Parser::ParseBinding(std::vector<Binding>& bindings, std::vector<std::u16string>& names,
+                          std::vector<Binding>* before) {
+  if (Peek().kind == Kind::kVariable) {
+    Variable variable = TakeVariable();
+    Expect(u"=", "\"=\"");
+    bindings.push_back({std::move(variable), ParseExpression()});
+    return;
+  }
+  if (Peek().kind != Kind::kName) FailExpecting("a name");
+  std::u16string name = Lowercase(Take().text);
+  Expect(u"=", "\"=\"");
+  NodePtr value = ParseExpression();
+  if (before && std::find(names.begin(), names.end(), name) != names.end()) {
+    bindings.push_back({Local{locals_[name].back()}, std::move(value)});
+    return;
+  }
+  if (before) before->push_back({Local{slots_}, nullptr});
+  bindings.push_back({Local{slots_}, std::move(value)});
+  locals_[name].push_back(slots_++);
+  names.push_back(std::move(name));
+}
+
+void Parser::Release(const std::vector<std::u16string>& names) {
   for (const std::u16string& bound : names) {
     const auto local = locals_.find(bound);
     local->second.pop_back();
     if (local->second.empty()) locals_.erase(local);
   }
   slots_ -= names.size();
-  return Make(name.place, std::move(let));
-}
-
-// A name is in reach from its own value on, where it still means what it meant before.
-void Parser::ParseBinding(Let& let, std::vector<std::u16string>& names) {
-  const bool is_variable = Peek().kind == Kind::kVariable;
-  if (!is_variable && Peek().kind != Kind::kName) FailExpecting("a name");
-  std::u16string name = Lowercase(Take().text);
-  Expect(u"=", "\"=\"");
-  NodePtr value = ParseExpression();
-  if (is_variable) {
-    let.bindings.push_back({std::move(name), 0, std::move(value)});
-    return;
-  }
-  let.bindings.push_back({u"", slots_, std::move(value)});
-  locals_[name].push_back(slots_++);
-  names.push_back(std::move(name));
 }
 
 NodePtr Parser::ParseBuiltIn(const Token& name, const BuiltIn& function) {
-  std::vector<NodePtr> arguments = ParseArguments(name, function.minimum_arguments,
-                                                  function.maximum_arguments, function.takes_lists);
-  if (function.takes_lists) CheckLists(name, arguments);
+  const bool outer_styles = std::exchange(styles_, function.takes_styles);
+  const std::size_t list_items = function.list_items;
+  std::vector<NodePtr> arguments = ParseArguments(
+      name, Prototype(function), list_items > 0 ? Arity{0, -1} : ArityOf(function), list_items);
+  styles_ = outer_styles;
+  if (list_items > 0) CheckLists(name, function, arguments);
   return Make(name.place, BuiltInCall{&function, std::move(arguments)});
 }
 
 NodePtr Parser::ParseExternal(const Token& name, std::size_t index) {
-  const ExternalFunctions::Signature& signature = externals_.signatures()[index];
-  return Make(name.place, ExternalCall{index, ParseArguments(name, signature.minimum_arguments,
-                                                             signature.maximum_arguments, false)});
+  const ExternalFunctions::Signature& known = externals_.signatures()[index];
+  const Arity arity{known.minimum_arguments, known.maximum_arguments};
+  return Make(name.place, ExternalCall{index, ParseArguments(name, known.prototype, arity)});
 }
 
 // A function that needs no argument may stand without parentheses.
-std::vector<NodePtr> Parser::ParseArguments(const Token& name, int minimum, int maximum,
-                                            bool with_lists) {
+std::vector<NodePtr> Parser::ParseArguments(const Token& name, const std::string& prototype,
+                                            Arity arity, std::size_t list_items) {
   std::vector<NodePtr> arguments;
-  if (!AtSymbol(u"(") && minimum == 0) return arguments;
+  if (!AtSymbol(u"(") && arity.minimum == 0 && list_items == 0) return arguments;
   Expect(u"(", "\"(\" behind the function " + Quoted(name.text));
   if (!AtSymbol(u")")) {
     do {
-      arguments.push_back(ParseArgument(with_lists));
+      arguments.push_back(ParseArgument(list_items));
     } while (AcceptSymbol(u";"));
   }
   Expect(u")", "an operator, \";\" or \")\"");
-  const auto count = static_cast<long long>(arguments.size());
-  if (count < minimum || (maximum >= 0 && count > maximum)) {
-    throw Error(name.place, ToUtf8(name.text) + " expects " + Parameters(minimum, maximum) +
-                                ", not " + std::to_string(count));
+  const auto count = static_cast<long>(arguments.size());
+  if (count < arity.minimum || (arity.maximum >= 0 && count > arity.maximum)) {
+    throw Error(name.place,
+                ToUtf8(name.text) + " expects " + Parameters(arity.minimum, arity.maximum) +
+                    ", not " + std::to_string(count) + (prototype.empty() ? "" : ": " + prototype));
   }
   return arguments;
 }
 
-NodePtr Parser::ParseArgument(bool with_lists) {
-  if (!with_lists || !AtSymbol(u"[")) return ParseExpression();
+// A value, or a list of values.
+NodePtr Parser::ParseArgument(std::size_t list_items) {
+  if (list_items == 0 || !AtSymbol(u"[")) return ParseExpression();
   const Span place = Take().place;
   List list;
   do {
     list.items.push_back(ParseExpression());
   } while (AcceptSymbol(u";"));
   Expect(u"]", R"(an operator, ";" or "]")");
-  if (list.items.size() != 2) throw Error(place, "expected two texts, [ search ; replacement ]");
-  return Make(place, std::move(list));
+  if (list.items.size() == list_items) return Make(place, std::move(list));
+  throw Error(place, list_items == 2 ? "expected two texts, [ search ; replacement ]"
+                                     : "expected three values, [ path ; value ; type ]");
 }
 
 std::optional<std::size_t> Parser::FindExternal(std::u16string_view name) const {
   const auto& signatures = externals_.signatures();
   for (std::size_t i = 0; i < signatures.size(); ++i) {
     const std::u16string known = ToUtf16(WithoutBlanksBehind(signatures[i].name));
-    if (CompareIgnoringCase(known, name) == 0) return i;
+    if (IsSameName(known, name)) return i;
   }
   return std::nullopt;
 }
 
-std::vector<std::string> Parser::FunctionNames() const {
-  std::vector<std::string> names{"Let"};
-  for (const BuiltIn& function : BuiltIns()) names.push_back(ToUtf8(function.name));
+void Parser::FailUnknown(const Token& name) const {
+  const std::string written = ToUtf8(name.text);
+  if (externals_.IsLeftOut(written)) {
+    throw Error(name.place, written + ": FileMaker has this, the workbench does not");
+  }
+  if (AtSymbol(u":") && AtSymbol(u":", 1)) {
+    throw Error(name.place, "a field: FileMaker has this, the workbench does not");
+  }
+  std::vector<std::string> names = BuiltInNames();
   for (const auto& signature : externals_.signatures()) {
     names.emplace_back(WithoutBlanksBehind(signature.name));
   }
-  return names;
-}
-
-void Parser::FailUnknown(const Token& name) const {
-  std::vector<std::string> names = FunctionNames();
-  if (AtSymbol(u"(")) {
-    throw Error(name.place,
-                "there is no function " + Quoted(name.text) + Suggestion(ToUtf8(name.text), names));
+  const bool is_function = AtSymbol(u"(") || written.ends_with(')');
+  for (const auto& local : locals_) {
+    if (!is_function) names.push_back(ToUtf8(local.first));
   }
-  for (const auto& local : locals_) names.push_back(ToUtf8(local.first));
-  const std::string suggestion = Suggestion(ToUtf8(name.text), names);
+  const std::string suggestion = Suggestion(written, names);
+  if (is_function)
+    throw Error(name.place, "there is no function " + Quoted(name.text) + suggestion);
   throw Error(name.place,
               "unknown name " + Quoted(name.text) +
                   (suggestion.empty() ? "; a text stands in double quotes" : suggestion));

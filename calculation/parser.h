@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "calculation/built_ins.h"
 #include "calculation/external_functions.h"
 #include "calculation/lexer.h"
 #include "calculation/syntax.h"
@@ -23,7 +24,8 @@ class Parser {
   static constexpr int kDeepestNesting = 200;
 
   // `tokens` ends with kEnd. `externals` must outlive the parser.
-  Parser(std::vector<Token> tokens, const ExternalFunctions& externals);
+  Parser(std::vector<Token> tokens, const ExternalFunctions& externals,
+         int deepest = kDeepestNesting);
 
   // An expression, and nothing behind it.
   NodePtr ParseWhole();
@@ -35,7 +37,7 @@ class Parser {
   bool AtSymbol(std::u16string_view symbol, std::size_t ahead = 0) const;
   bool AcceptSymbol(std::u16string_view symbol);
   void Expect(std::u16string_view symbol, const std::string& expected);
-  std::u16string TakeVariable();
+  Variable TakeVariable();
   void ExpectEnd(const std::string& expected);
   const Token& Peek(std::size_t ahead = 0) const;
 
@@ -53,21 +55,29 @@ class Parser {
   NodePtr ParsePrimary();
   NodePtr ParseNumber();
   NodePtr ParseName();
+  Token TakeGet(Token name);
   NodePtr ParseLet(const Token& name);
-  void ParseBinding(Let& let, std::vector<std::u16string>& names);
+  NodePtr ParseWhile(const Token& name);
+  void ParseBindings(std::vector<Binding>& bindings, std::vector<std::u16string>& names,
+                     std::vector<Binding>* before = nullptr);
+  void ParseBinding(std::vector<Binding>& bindings, std::vector<std::u16string>& names,
+                    std::vector<Binding>* before);
+  void Release(const std::vector<std::u16string>& names);
   NodePtr ParseBuiltIn(const Token& name, const BuiltIn& function);
   NodePtr ParseExternal(const Token& name, std::size_t index);
-  std::vector<NodePtr> ParseArguments(const Token& name, int minimum, int maximum, bool with_lists);
-  NodePtr ParseArgument(bool with_lists);
+  std::vector<NodePtr> ParseArguments(const Token& name, const std::string& prototype, Arity arity,
+                                      std::size_t list_items = 0);
+  NodePtr ParseArgument(std::size_t list_items);
 
   std::optional<std::size_t> FindExternal(std::u16string_view name) const;
-  std::vector<std::string> FunctionNames() const;
   [[noreturn]] void FailUnknown(const Token& name) const;
 
   std::vector<Token> tokens_;
   const ExternalFunctions& externals_;
   std::size_t next_ = 0;
   int nesting_ = 0;
+  int deepest_;
+  bool styles_ = false;                                        // the names of styles are in reach
   std::map<std::u16string, std::vector<std::size_t>> locals_;  // slots by name, the innermost last
   std::size_t slots_ = 0;
 };

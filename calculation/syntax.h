@@ -38,9 +38,10 @@ struct Literal {
   Value value;
 };
 
-// $name or $$name, in small letters.
+// $name or $$name, in small letters, and which of its repetitions; the first where none is said.
 struct Variable {
   std::u16string name;
+  NodePtr repetition;
 };
 
 // A variable of Let, by its place among those that are in reach.
@@ -81,20 +82,29 @@ struct List {
   std::vector<NodePtr> items;
 };
 
-struct Let {
-  struct Binding {
-    std::u16string variable;  // the $ or $$ variable that is set; empty where a Local is
-    std::size_t slot = 0;     // of the Local
-    NodePtr value;
-  };
+// name = value
+struct Binding {
+  std::variant<Local, Variable> target;
+  NodePtr value;
+};
 
+struct Let {
   std::vector<Binding> bindings;
+  NodePtr result;
+};
+
+// As long as the test holds, the rounds' bindings are made anew.
+struct While {
+  std::vector<Binding> bindings;
+  NodePtr test;
+  std::vector<Binding> rounds;
   NodePtr result;
 };
 
 struct Node {
   Span place;
-  std::variant<Literal, Variable, Local, Negation, Chain, BuiltInCall, ExternalCall, List, Let>
+  std::variant<Literal, Variable, Local, Negation, Chain, BuiltInCall, ExternalCall, List, Let,
+               While>
       form;
 };
 

@@ -1,170 +1,253 @@
-#include "calculation/text_functions.h"
+// The functions of the language that work on texts. Characters are what people count as such, from
+// 1.
 
 #include <algorithm>
-#include <utility>
+#include <set>
 
+#include "calculation/built_ins.h"
 #include "calculation/text_search.h"
 #include "calculation/unicode.h"
 
 namespace calculation {
 namespace {
 
-constexpr std::size_t kNone = std::u16string_view::npos;
-constexpr long long kLastCodePoint = 0x10FFFF;
+using LetterCase = SearchKey::Case;
 
-// A count or a place within `text`.
-std::size_t Within(const std::u16string& text, long long number) {
-  return static_cast<std::size_t>(std::clamp(number, 0LL, static_cast<long long>(text.size())));
+constexpr long kLastCodePoint = 0x10FFFF;
+constexpr long kCodeUnit = 100'000;  // codes of several characters stand in steps of five digits
+
+std::size_t Count(long number) { return static_cast<std::size_t>(std::max(number, 0L)); }
+
+// Characters `first` (from 0, which may lie outside) to before `last`.
+Text Part(std::u16string_view text, long first, long last) {
+  Characters characters(text);
+  const std::size_t begin = characters.Offset(Count(first));
+  return text.substr(begin, characters.Offset(Count(std::max(first, last))) - begin);
 }
 
-// The number of characters from character `start` on, which may stand before the text.
-std::u16string Part(const std::u16string& text, long long start, long long count) {
-  const std::size_t begin = Within(text, start - 1);
-  const std::size_t end = Within(text, std::max(start, 1LL) - 1 + std::max(count, 0LL));
-  return text.substr(begin, end - begin);
+// From the first of some words to the end of the last, with all that is between.
+Text Words(std::u16string_view text, long first, long last) {
+  const auto words = SplitWords(text);
+  const std::size_t end = std::min(Count(last), words.size());
+  const std::size_t begin = Count(first);
+  if (begin >= end) return {};
+  return std::u16string_view(words[begin].data(), words[end - 1].data() + words[end - 1].size());
 }
 
-std::u16string Substitute(const std::u16string& text, std::u16string search,
-                          const std::u16string& replacement) {
-  const TextSearch finder(std::move(search));
-  std::u16string result;
-  std::size_t done = 0;
-  for (std::size_t found; (found = finder.Find(text, done)) != kNone;) {
-    result.append(text, done, found - done);
-    result += replacement;
-    if (result.size() > kLongestText) return result;  // is refused where it came from
-    done = found + finder.length();
+Text Substitute(const Text& text, std::u16string_view search, std::u16string_view replacement) {
+  const SearchKey key(text, LetterCase::kMatters);
+  const SearchKey wanted(search, LetterCase::kMatters);
+  if (key.Find(wanted, 1) == SearchKey::kNone) return text;
+  return key.Replaced(wanted, replacement, kLongestText);
+}
+
+Value SubstituteAll(const Arguments& given) {
+  Text text = given.Text(0);
+  if (!given.Items(1)) {
+    const Text search = given.Text(1);
+    return Substitute(text, search, given.Text(2));
   }
-  return result.append(text, done);
-}
-
-std::u16string Reversed(std::u16string text) {
-  std::reverse(text.begin(), text.end());
+  for (std::size_t i = 1; given.Has(i); ++i) {
+    const Arguments pair = *given.Items(i);
+    const Text search = pair.Text(0);
+    text = Substitute(text, search, pair.Text(1));
+  }
   return text;
 }
 
-// The place from 0 of occurrence number `occurrence` at or after `from`.
-std::size_t FindOccurrence(const std::u16string& text, std::u16string search, std::size_t from,
-                           long long occurrence) {
-  const TextSearch finder(std::move(search));
-  for (std::size_t found; (found = finder.Find(text, from)) != kNone;
-       from = found + finder.length()) {
-    if (--occurrence == 0) return found;
+// The number holds one code, or several: the first in its last five digits.
+Value Char(const Arguments& given) {
+  std::u16string text;
+  Decimal codes = given.Number(0).Truncated();
+  if (codes.IsNegative()) throw NumberError("expected the number of a character, 0 to 1114111");
+  if (Compare(codes, Decimal(kLastCodePoint)) <= 0) {
+    AppendCodePoint(text, static_cast<char32_t>(codes.ToInteger()));
+    return Text(text);
   }
-  return kNone;
-}
-
-// The last occurrences that begin at or before character `start`, counted backwards.
-std::size_t FindBackwards(const std::u16string& text, const std::u16string& search, long long start,
-                          long long occurrence) {
-  const std::size_t end = Within(text, start - 1 + static_cast<long long>(search.size()));
-  const std::size_t found =
-      FindOccurrence(Reversed(text.substr(0, end)), Reversed(search), 0, occurrence);
-  return found == kNone ? kNone : end - found - search.size();
-}
-
-}  // namespace
-
-Value CharFunction(const Arguments& arguments) {
-  const long long code = arguments.Integer(0);
-  if (code < 0 || code > kLastCodePoint) {
-    throw NumberError("expected the number of a character, 0 to 1114111");
+  for (const Decimal step(kCodeUnit); !codes.IsZero(); codes = FloorQuotient(codes, step)) {
+    AppendCodePoint(text, static_cast<char32_t>(Remainder(codes, step).ToInteger()));
   }
-  if (code <= 0xFFFF) return std::u16string(1, static_cast<char16_t>(code));
-  return std::u16string{static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10)),
-                        static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF))};
+  return Text(text);
 }
 
-Value CodeFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
+Value Code(const Arguments& given) {
+  const Text text = given.Text(0);
   if (text.empty()) return text;
-  return Decimal(static_cast<long long>(CodePointAt(text, 0)));
-}
-
-Value ExactFunction(const Arguments& arguments) {
-  const std::u16string first = arguments.Text(0);
-  return Truth(first == arguments.Text(1));
-}
-
-Value LeftFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  return text.substr(0, Within(text, arguments.Integer(1)));
-}
-
-Value LengthFunction(const Arguments& arguments) {
-  return Decimal(static_cast<long long>(arguments.Text(0).size()));
-}
-
-Value LowerFunction(const Arguments& arguments) { return Lowercase(arguments.Text(0)); }
-
-Value MiddleFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  const long long start = arguments.Integer(1);
-  return Part(text, start, arguments.Integer(2));
-}
-
-Value PatternCountFunction(const Arguments& arguments) {
-  const std::u16string text = Lowercase(arguments.Text(0));
-  const TextSearch finder(Lowercase(arguments.Text(1)));
-  long long count = 0;
-  for (std::size_t found, from = 0; (found = finder.Find(text, from)) != kNone; ++count) {
-    from = found + finder.length();
+  Decimal codes;
+  Decimal step(1);
+  for (std::size_t i = 0; i < text.size(); ++i, step = step * Decimal(kCodeUnit)) {
+    const char32_t character = CodePointAt(text, i);
+    if (character > 0xFFFF) ++i;
+    codes = codes + step * Decimal(static_cast<long>(character));
   }
-  return Decimal(count);
+  return codes;
 }
 
-Value PositionFunction(const Arguments& arguments) {
-  const std::u16string text = Lowercase(arguments.Text(0));
-  const std::u16string search = Lowercase(arguments.Text(1));
-  const long long start = arguments.Integer(2);
-  const long long occurrence = arguments.Integer(3);
-  const std::size_t found = occurrence < 0
-                                ? FindBackwards(text, search, start, -occurrence)
-                                : FindOccurrence(text, search, Within(text, start - 1), occurrence);
-  return Decimal(found == kNone ? 0 : static_cast<long long>(found) + 1);
+Value Filter(const Arguments& given) {
+  const Text text = given.Text(0);
+  const Text filter = given.Text(1);
+  const auto kept = SplitCharacters(filter);
+  const std::set<std::u16string_view> characters(kept.begin(), kept.end());
+  std::u16string filtered;
+  for (const std::u16string_view character : SplitCharacters(text)) {
+    if (characters.contains(character)) filtered += character;
+  }
+  return Text(filtered);
 }
 
-Value QuoteFunction(const Arguments& arguments) {
+Value Position(const Arguments& given) {
+  const Text text = given.Text(0);
+  const Text search = given.Text(1);
+  const long start = given.Integer(2);
+  const long occurrence = given.Integer(3);
+  const SearchKey wanted(search, LetterCase::kIgnored);
+  // Forwards behind what is skipped; backwards in what begins at the start or before.
+  const long skipped = occurrence < 0 ? 0 : std::max(start - 1, 0L);
+  const long last = occurrence < 0 ? start - 1 + static_cast<long>(Characters(search).Count())
+                                   : static_cast<long>(text.size());
+  const SearchKey key(Part(text, skipped, last), LetterCase::kIgnored);
+  const std::size_t found = key.Find(wanted, occurrence);
+  return found == SearchKey::kNone ? Truth(false)
+                                   : Value(Decimal(skipped + static_cast<long>(found) + 1));
+}
+
+Value Quote(const Arguments& given) {
   std::u16string quoted = u"\"";
-  for (const char16_t unit : arguments.Text(0)) {
+  for (const char16_t unit : given.Text(0).view()) {
     if (unit == u'"' || unit == u'\\' || unit == u'¶') quoted += u'\\';
     quoted += unit == u'\r' ? u'¶' : unit;
   }
-  return quoted + u"\"";
+  return Text(quoted + u"\"");
 }
 
-Value ReplaceFunction(const Arguments& arguments) {
-  std::u16string text = arguments.Text(0);
-  const std::size_t start = Within(text, arguments.Integer(1) - 1);
-  const std::size_t count = Within(text, arguments.Integer(2));
-  return text.replace(start, count, arguments.Text(3));
+Value Replace(const Arguments& given) {
+  const Text text = given.Text(0);
+  const long start = std::max(given.Integer(1) - 1, 0L);
+  const long end = start + std::max(given.Integer(2), 0L);
+  Text replaced = Part(text, 0, start);
+  replaced.Append(given.Text(3));
+  replaced.Append(text.view().substr(Characters(text).Offset(Count(end))));
+  return replaced;
 }
 
-Value RightFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  return text.substr(text.size() - Within(text, arguments.Integer(1)));
+Value Trim(const Arguments& given) {
+  const Text text = given.Text(0);
+  const std::size_t begin = std::min(text.view().find_first_not_of(u' '), text.size());
+  return Text(text.view().substr(begin, text.view().find_last_not_of(u' ') + 1 - begin));
 }
 
-Value SubstituteFunction(const Arguments& arguments) {
-  std::u16string text = arguments.Text(0);
-  if (!arguments.Pair(1)) {
-    std::u16string search = arguments.Text(1);
-    return Substitute(text, std::move(search), arguments.Text(2));
-  }
-  for (std::size_t i = 1; arguments.Has(i); ++i) {
-    const Arguments pair = *arguments.Pair(i);
-    std::u16string search = pair.Text(0);
-    text = Substitute(text, std::move(search), pair.Text(1));
-  }
-  return text;
-}
+// What makes a text look otherwise leaves it as it is.
+Value AsItIs(const Arguments& given) { return given.Text(0); }
 
-Value TrimFunction(const Arguments& arguments) {
-  const std::u16string text = arguments.Text(0);
-  const std::size_t begin = std::min(text.find_first_not_of(u' '), text.size());
-  return text.substr(begin, text.find_last_not_of(u' ') + 1 - begin);
-}
+constexpr BuiltIn kFunctions[] = {
+    {u"Char", "code", "the character of a Unicode code point, or of several", "Char ( 8364 )",
+     Char},
+    {u"Code", "text",
+     "the Unicode code point of a character; of several, the first in the last five digits",
+     R"(Code ( "ab" ))", Code},
+    {u"Exact", "text1 ; text2", "1 if both texts are the same, upper and lower case too",
+     R"(Exact ( "a" ; "A" ))",
+     [](const Arguments& given) {
+       const Text first = given.Text(0);
+       return Truth(first.view() == given.Text(1).view());
+     }},
+    {u"Filter", "text ; characters", "the text's characters that are among these",
+     R"(Filter ( "(555) 0123" ; "0123456789" ))", Filter},
+    {u"GetAsText", "value", "the value as text", "GetAsText ( 1.50 )", AsItIs},
+    {u"Left", "text ; count", "the first characters of a text", R"(Left ( "Plaid" ; 3 ))",
+     [](const Arguments& given) -> Value {
+       const Text text = given.Text(0);
+       return Part(text, 0, given.Integer(1));
+     }},
+    {u"LeftWords", "text ; count", "the first words of a text",
+     R"(LeftWords ( "Plaid, canvas suitcase" ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text text = given.Text(0);
+       return Words(text, 0, given.Integer(1));
+     }},
+    {u"Length", "text", "how many characters a text has", R"(Length ( "grün" ))",
+     [](const Arguments& given) {
+       const Text text = given.Text(0);
+       return Number(Characters(text).Count());
+     }},
+    {u"Lower", "text", "the text in small letters", R"(Lower ( "ÄB" ))",
+     [](const Arguments& given) -> Value { return Text(Lowercase(given.Text(0))); }},
+    {u"Middle", "text ; start ; count", "characters of a text from character number start on",
+     R"(Middle ( "Plaid" ; 2 ; 3 ))",
+     [](const Arguments& given) -> Value {
+       const Text text = given.Text(0);
+       const long start = std::max(given.Integer(1), 1L) - 1;
+       return Part(text, start, start + given.Integer(2));
+     }},
+    {u"MiddleWords", "text ; start ; count", "words of a text from word number start on",
+     R"(MiddleWords ( "Plaid, canvas suitcase" ; 2 ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text text = given.Text(0);
+       const long start = std::max(given.Integer(1), 1L) - 1;
+       return Words(text, start, start + given.Integer(2));
+     }},
+    {u"PatternCount", "text ; search", "how often a text holds another, in any case",
+     R"(PatternCount ( "Mississippi" ; "IS" ))",
+     [](const Arguments& given) {
+       const SearchKey key(given.Text(0), LetterCase::kIgnored);
+       return Number(key.Count(SearchKey(given.Text(1), LetterCase::kIgnored)));
+     }},
+    {u"Position", "text ; search ; start ; occurrence",
+     "where a text holds another, counted from 1, in any case; 0 if it does not. A negative "
+     "occurrence is looked for backwards",
+     R"(Position ( "Mississippi" ; "is" ; 1 ; 2 ))", Position},
+    {u"Proper", "text", "the text with a capital at the start of each word",
+     R"(Proper ( "ANN LEE" ))",
+     [](const Arguments& given) -> Value { return Text(Titlecase(given.Text(0))); }},
+    {u"Quote", "text", "the text as a literal of a calculation", R"(Quote ( "a¶b" ))", Quote},
+    {u"Replace", "text ; start ; count ; replacement",
+     "the text with other characters in place of some", R"(Replace ( "abcdef" ; 2 ; 3 ; "X" ))",
+     Replace},
+    {u"RGB", "red ; green ; blue", "the number of a colour", "RGB ( 255 ; 0 ; 0 )",
+     [](const Arguments& given) -> Value {
+       const Decimal red = given.Number(0) * Decimal(0x10000);
+       return red + given.Number(1) * Decimal(0x100) + given.Number(2);
+     }},
+    {u"Right", "text ; count", "the last characters of a text", R"(Right ( "Plaid" ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text text = given.Text(0);
+       const auto length = static_cast<long>(Characters(text).Count());
+       return Part(text, length - std::max(given.Integer(1), 0L), length);
+     }},
+    {u"RightWords", "text ; count", "the last words of a text",
+     R"(RightWords ( "Plaid, canvas suitcase" ; 2 ))",
+     [](const Arguments& given) -> Value {
+       const Text text = given.Text(0);
+       const auto words = static_cast<long>(SplitWords(text).size());
+       return Words(text, words - std::max(given.Integer(1), 0L), words);
+     }},
+    {u"Substitute", "text ; search ; replacement",
+     "the text with every occurrence replaced; [ search ; replacement ] pairs do several",
+     R"(Substitute ( "banana" ; [ "a" ; "o" ] ; [ "n" ; "m" ] ))", SubstituteAll, 2},
+    {u"TextColor", "text ; colour", "the text", R"(TextColor ( "red" ; RGB ( 255 ; 0 ; 0 ) ))",
+     AsItIs},
+    {u"TextColorRemove", "text {; colour}", "the text", R"(TextColorRemove ( "red" ))", AsItIs},
+    {u"TextFont", "text ; font {; script}", "the text", R"(TextFont ( "a" ; "Courier" ))", AsItIs},
+    {u"TextFontRemove", "text {; font ; script}", "the text", R"(TextFontRemove ( "a" ))", AsItIs},
+    {u"TextFormatRemove", "text", "the text", R"(TextFormatRemove ( "a" ))", AsItIs},
+    {u"TextSize", "text ; size", "the text", R"(TextSize ( "a" ; 18 ))", AsItIs},
+    {u"TextSizeRemove", "text {; size}", "the text", R"(TextSizeRemove ( "a" ))", AsItIs},
+    {u"TextStyleAdd", "text ; styles", "the text", R"(TextStyleAdd ( "a" ; Bold + Italic ))",
+     AsItIs, 0, true},
+    {u"TextStyleRemove", "text ; styles", "the text", R"(TextStyleRemove ( "a" ; AllStyles ))",
+     AsItIs, 0, true},
+    {u"Trim", "text", "the text without blanks at its ends", R"(Trim ( "  a b " ))", Trim},
+    {u"Upper", "text", "the text in capital letters", R"(Upper ( "straße" ))",
+     [](const Arguments& given) -> Value { return Text(Uppercase(given.Text(0))); }},
+    {u"WordCount", "text", "how many words a text has", R"(WordCount ( "Plaid, canvas suitcase" ))",
+     [](const Arguments& given) {
+       const Text text = given.Text(0);
+       return Number(SplitWords(text).size());
+     }},
+};
 
-Value UpperFunction(const Arguments& arguments) { return Uppercase(arguments.Text(0)); }
+}  // namespace
+
+constexpr BuiltInGroup kTextFunctions{"Text", kFunctions};
 
 }  // namespace calculation

@@ -1,34 +1,69 @@
 #include "calculation/unicode.h"
 
-#include <algorithm>
-#include <clocale>
-#include <cwctype>
+#include <unicode/casemap.h>
+#include <unicode/coll.h>
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+#include <unicode/utext.h>
+#include <unicode/utf16.h>
 
+#include <new>
+#include <string>
+
+#include "calculation/user_locale.h"
 #include "platform/corefoundation/encoding.h"
 
 namespace calculation {
 namespace {
 
-// Knows the case of every letter; null where the system lacks it, and then ASCII must do.
-locale_t UnicodeLocale() {
-  static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  return locale;
+constexpr char16_t kFirstMark = 0x300;  // nothing below it joins what stands before
+
+int LengthOf(std::u16string_view text) { return static_cast<int>(text.size()); }
+
+// Fails where memory is exhausted or ICU's data cannot be found.
+void Require(UErrorCode status) {
+  if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
+  if (U_FAILURE(status)) throw std::runtime_error(std::string("ICU: ") + u_errorName(status));
 }
 
-char16_t MapUnit(char16_t unit, wint_t (*map)(wint_t, locale_t)) {
-  const locale_t locale = UnicodeLocale();
-  const wint_t mapped = locale ? map(unit, locale) : unit;
-  return mapped <= 0xFFFF ? static_cast<char16_t>(mapped) : unit;
+// Asks for the length first: `map` is one of ICU's, from a text into a buffer.
+template <class Map>
+std::u16string Mapped(std::u16string_view text, Map map) {
+  std::u16string mapped(text.size(), u'\0');
+  UErrorCode status = U_ZERO_ERROR;
+  const int length = map(text.data(), LengthOf(text), mapped.data(), LengthOf(mapped), status);
+  mapped.resize(static_cast<std::size_t>(length));
+  if (status != U_BUFFER_OVERFLOW_ERROR) return Require(status), mapped;
+  status = U_ZERO_ERROR;
+  map(text.data(), LengthOf(text), mapped.data(), LengthOf(mapped), status);
+  return Require(status), mapped;
 }
 
-char16_t LowercaseUnit(char16_t unit) {
-  if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? char16_t(unit + 0x20) : unit;
-  return MapUnit(unit, towlower_l);
+using Breaks = std::unique_ptr<icu::BreakIterator>;
+
+Breaks BreaksIn(std::u16string_view text, bool of_words) {
+  UErrorCode status = U_ZERO_ERROR;
+  Breaks breaks(of_words
+                    ? icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status)
+                    : icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+  UText* const shared = utext_openUChars(nullptr, text.data(), LengthOf(text), &status);
+  Require(status);
+  breaks->setText(shared, status);
+  utext_close(shared);
+  return Require(status), std::move(breaks);
 }
 
-char16_t UppercaseUnit(char16_t unit) {
-  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? char16_t(unit - 0x20) : unit;
-  return MapUnit(unit, towupper_l);
+const icu::Collator& UserCollator() {
+  static const std::unique_ptr<icu::Collator> collator = [] {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::Collator> created(
+        icu::Collator::createInstance(UserLocale("LC_COLLATE"), status));
+    Require(status);
+    created->setStrength(icu::Collator::SECONDARY);
+    created->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, status);
+    return Require(status), std::move(created);
+  }();
+  return *collator;
 }
 
 }  // namespace
@@ -46,35 +81,105 @@ std::string ToUtf8(std::u16string_view text) {
 }
 
 std::u16string Lowercase(std::u16string_view text) {
-  std::u16string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(), LowercaseUnit);
-  return lower;
+  return Mapped(text, [](auto from, auto length, auto to, auto room, UErrorCode& status) {
+    return icu::CaseMap::toLower("", 0, from, length, to, room, nullptr, status);
+  });
 }
 
 std::u16string Uppercase(std::u16string_view text) {
-  std::u16string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), UppercaseUnit);
-  return upper;
+  return Mapped(text, [](auto from, auto length, auto to, auto room, UErrorCode& status) {
+    return icu::CaseMap::toUpper("", 0, from, length, to, room, nullptr, status);
+  });
 }
 
-int CompareIgnoringCase(std::u16string_view first, std::u16string_view second) {
-  const std::size_t common = std::min(first.size(), second.size());
-  for (std::size_t i = 0; i < common; ++i) {
-    const char16_t a = LowercaseUnit(first[i]);
-    const char16_t b = LowercaseUnit(second[i]);
-    if (a != b) return a < b ? -1 : 1;
-  }
-  if (first.size() == second.size()) return 0;
-  return first.size() < second.size() ? -1 : 1;
+std::u16string Titlecase(std::u16string_view text) {
+  return Mapped(text, [](auto from, auto length, auto to, auto room, UErrorCode& status) {
+    return icu::CaseMap::toTitle("", 0, nullptr, from, length, to, room, nullptr, status);
+  });
+}
+
+bool IsSameName(std::u16string_view first, std::u16string_view second) {
+  UErrorCode status = U_ZERO_ERROR;
+  return u_strCaseCompare(first.data(), LengthOf(first), second.data(), LengthOf(second), 0,
+                          &status) == 0;
+}
+
+int Collate(std::u16string_view first, std::u16string_view second) {
+  if (first == second) return 0;
+  UErrorCode status = U_ZERO_ERROR;
+  const int order = UserCollator().compare(first.data(), LengthOf(first), second.data(),
+                                           LengthOf(second), status);
+  return Require(status), order;
 }
 
 char32_t CodePointAt(std::u16string_view text, std::size_t position) {
-  const char16_t unit = text[position];
-  if (!IsHighSurrogate(unit) || position + 1 == text.size() ||
-      !IsLowSurrogate(text[position + 1])) {
-    return unit;
+  UChar32 character = 0;
+  U16_GET(text, 0, position, text.size(), character);
+  return static_cast<char32_t>(character);
+}
+
+void AppendCodePoint(std::u16string& text, char32_t character) {
+  if (character > 0xFFFF) text += static_cast<char16_t>(U16_LEAD(character));
+  text += static_cast<char16_t>(character > 0xFFFF ? U16_TRAIL(character) : character);
+}
+
+bool IsBlankInLine(char16_t unit) {
+  if (unit == u'\r' || unit == u'\n') return false;
+  return u_isUWhiteSpace(unit) || unit == 0x200B || unit == 0xFEFF;
+}
+
+std::size_t Characters::EndOf(std::size_t position) {
+  const std::size_t next = position + 1;
+  if (next == text_.size() || text_[position] == u'\r') return next;
+  if (text_[position] < kFirstMark && text_[next] < kFirstMark) return next;
+  if (!breaks_) breaks_ = BreaksIn(text_, false);
+  return static_cast<std::size_t>(breaks_->following(static_cast<int>(position)));
+}
+
+std::size_t Characters::Count() {
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text_.size(); at = EndOf(at)) ++count;
+  return count;
+}
+
+std::size_t Characters::Offset(std::size_t number) {
+  std::size_t at = 0;
+  while (number-- > 0 && at < text_.size()) at = EndOf(at);
+  return at;
+}
+
+std::vector<std::u16string_view> SplitCharacters(std::u16string_view text) {
+  std::vector<std::u16string_view> characters;
+  Characters breaks(text);
+  for (std::size_t at = 0, end = 0; at < text.size(); at = end) {
+    end = breaks.EndOf(at);
+    characters.push_back(text.substr(at, end - at));
   }
-  return 0x10000 + ((char32_t{unit} - 0xD800) << 10) + (char32_t{text[position + 1]} - 0xDC00);
+  return characters;
+}
+
+std::vector<std::u16string_view> SplitWords(std::u16string_view text) {
+  std::vector<std::u16string_view> words;
+  const Breaks breaks = BreaksIn(text, true);
+  for (int at = breaks->first(), end = 0; (end = breaks->next()) != icu::BreakIterator::DONE;
+       at = end) {
+    if (breaks->getRuleStatus() == UBRK_WORD_NONE) continue;  // blanks and punctuation
+    words.push_back(text.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(end - at)));
+  }
+  return words;
+}
+
+std::size_t DisplayWidth(std::u16string_view text) {
+  std::size_t width = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto character = static_cast<UChar32>(CodePointAt(text, i));
+    if (character > 0xFFFF) ++i;
+    constexpr auto kMarks = U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK;
+    if ((U_GET_GC_MASK(character) & kMarks) != 0) continue;
+    const int kind = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    width += kind == U_EA_WIDE || kind == U_EA_FULLWIDTH ? 2 : 1;
+  }
+  return width;
 }
 
 }  // namespace calculation

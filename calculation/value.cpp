@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "calculation/moments.h"
 #include "calculation/unicode.h"
 
 namespace calculation {
@@ -10,54 +11,91 @@ namespace {
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 bool HasNumber(const Value& value) {
-  const auto* text = std::get_if<std::u16string>(&value);
-  return !text || std::any_of(text->begin(), text->end(), IsDigit);
+  const auto* text = std::get_if<Text>(&value);
+  return !text || std::any_of(text->view().begin(), text->view().end(), IsDigit);
 }
 
-Decimal NumberIn(const std::u16string& text) {
+// The exponent that begins at `place`, as in 1e3 and 1E-3; empty where none does.
+std::u16string_view ExponentAt(std::u16string_view text, std::size_t place) {
+  std::size_t end = place + 1;
+  if ((text[place] | 0x20) != u'e') return {};
+  if (end < text.size() && (text[end] == u'-' || text[end] == u'+')) ++end;
+  const std::size_t digits = end;
+  while (end < text.size() && IsDigit(text[end])) ++end;
+  return end == digits ? std::u16string_view() : text.substr(place, end - place);
+}
+
+Decimal NumberIn(std::u16string_view text) {
   std::string digits;
+  std::u16string_view exponent;
   bool has_point = false;
   bool negative = false;
-  for (const char16_t unit : text) {
-    if (IsDigit(unit)) {
-      digits += static_cast<char>(unit);
-    } else if (unit == u'.' && !has_point) {
+  for (std::size_t i = 0; i < text.size() && exponent.empty(); ++i) {
+    if (IsDigit(text[i])) {
+      digits += static_cast<char>(text[i]);
+    } else if (text[i] == u'.' && !has_point) {
       digits += '.';
       has_point = true;
-    } else if (unit == u'-' && (digits.empty() || digits == ".")) {
+    } else if (text[i] == u'-' && (digits.empty() || digits == ".")) {
       negative = true;
+    } else if (i > 0 && IsDigit(text[i - 1])) {
+      exponent = ExponentAt(text, i);
     }
   }
-  if (digits.empty() || digits == ".") return {};
-  const std::optional<Decimal> number = Decimal::FromText(digits);
-  if (!number) throw NumberError("the text has too many digits for a number");
-  return negative ? -*number : *number;
+  const Decimal number = Decimal::FromText(digits + ToUtf8(exponent)).value_or(Decimal());
+  return negative ? -number : number;
+}
+
+// What the sum or difference of two values counts: the kind of moment that one of them is.
+Value OfKind(const Value& first, const Value& second, Decimal number) {
+  const auto* moment = std::get_if<Moment>(&first);
+  const auto* other = std::get_if<Moment>(&second);
+  if (!moment) moment = other;
+  if (!moment) return number;
+  if (other && other->kind == Moment::Kind::kTimestamp) moment = other;
+  return MakeMoment(moment->kind, number);
 }
 
 }  // namespace
 
-std::u16string AsText(const Value& value) {
-  if (const auto* text = std::get_if<std::u16string>(&value)) return *text;
+Text AsText(const Value& value) {
+  if (const auto* text = std::get_if<Text>(&value)) return *text;
+  if (const auto* moment = std::get_if<Moment>(&value)) return AsText(*moment);
   const std::string digits = std::get<Decimal>(value).ToText();
-  return {digits.begin(), digits.end()};
+  return std::u16string(digits.begin(), digits.end());
 }
 
 Decimal AsNumber(const Value& value) {
   if (const auto* number = std::get_if<Decimal>(&value)) return *number;
-  return NumberIn(std::get<std::u16string>(value));
+  if (const auto* moment = std::get_if<Moment>(&value)) return moment->number;
+  return NumberIn(std::get<Text>(value));
 }
 
 bool AsTruth(const Value& value) { return !AsNumber(value).IsZero(); }
 
 Value Truth(bool truth) { return Decimal(truth ? 1 : 0); }
 
+Value Number(std::size_t count) { return Decimal(static_cast<long>(count)); }
+
 int Compare(const Value& first, const Value& second) {
-  const bool one_is_number =
-      std::holds_alternative<Decimal>(first) || std::holds_alternative<Decimal>(second);
-  if (one_is_number && HasNumber(first) && HasNumber(second)) {
+  const bool both_are_texts =
+      std::holds_alternative<Text>(first) && std::holds_alternative<Text>(second);
+  if (!both_are_texts && HasNumber(first) && HasNumber(second)) {
     return Compare(AsNumber(first), AsNumber(second));
   }
-  return CompareIgnoringCase(AsText(first), AsText(second));
+  return Collate(AsText(first), AsText(second));
+}
+
+Value Add(const Value& first, const Value& second) {
+  return OfKind(first, second, AsNumber(first) + AsNumber(second));
+}
+
+Value Subtract(const Value& first, const Value& second) {
+  const auto* from = std::get_if<Moment>(&first);
+  const auto* taken = std::get_if<Moment>(&second);
+  Decimal difference = AsNumber(first) - AsNumber(second);
+  if (from && taken && from->kind == taken->kind) return difference;
+  return OfKind(first, second, std::move(difference));
 }
 
 }  // namespace calculation

@@ -4,21 +4,34 @@
 #include <variant>
 
 #include "calculation/decimal.h"
+#include "calculation/text.h"
 
 namespace calculation {
 
-// A text or a number.
-using Value = std::variant<std::u16string, Decimal>;
+// A date, a time or both, as its number: days since the day before 1 January 1, or seconds since
+// midnight, or seconds since that January's first midnight.
+struct Moment {
+  enum class Kind { kDate, kTime, kTimestamp };
+
+  Kind kind;
+  Decimal number;
+};
+
+using Value = std::variant<Text, Decimal, Moment>;
 
 // No text grows beyond this many code units, so that doubling a text again and again ends with an
 // error and not with the machine's memory.
 inline constexpr std::size_t kLongestText = std::size_t{1} << 24;
 
-std::u16string AsText(const Value& value);
+inline std::string TooLong() {
+  return "the text is longer than " + std::to_string(kLongestText) + " characters";
+}
 
-// A text's number is made of all its digits, the first point among them, and is negative where a
-// minus sign stands before the first digit; a text without digits is 0. Throws NumberError where
-// they are too many.
+Text AsText(const Value& value);
+
+// A text's number is made of all its digits, the first point among them and an exponent right
+// behind them, and is negative if a minus sign stands before the first digit; a text without digits
+// is 0. Throws NumberError if it is too large.
 Decimal AsNumber(const Value& value);
 
 // Every number but 0 is true.
@@ -26,8 +39,16 @@ bool AsTruth(const Value& value);
 
 Value Truth(bool truth);
 
+Value Number(std::size_t count);
+
 // Negative, 0 or positive. Numbers compare as numbers, and so does a text with a digit with a
-// number; everything else compares as text, without regard to case.
+// number; everything else compares as text, in the order of the user's language and without regard
+// to case.
 int Compare(const Value& first, const Value& second);
+
+// Dates and times keep their kind where a number is added or taken away; the difference of two of
+// a kind is a number.
+Value Add(const Value& first, const Value& second);
+Value Subtract(const Value& first, const Value& second);
 
 }  // namespace calculation

@@ -1,23 +1,13 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <span>
 #include <vector>
 
 #include "platform/fmwrapper/FMHost.h"
 
 namespace workbench {
-
-// A function of the calculation language itself.
-struct BuiltInHelp {
-  std::string_view name;
-  std::string_view parameters;  // as they are typed, separated by ;
-  std::string_view description;
-};
-
-// By name.
-std::span<const BuiltInHelp> BuiltInFunctions();
 
 // What a function of the project's own plug-in does: a plug-in registers names and prototypes
 // alone.

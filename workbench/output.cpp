@@ -33,10 +33,13 @@ std::string FormatResult(const calculation::Value& result) {
 }
 
 std::string FormatResultAsJson(const calculation::Value& result) {
-  const std::string text = calculation::ToUtf8(calculation::AsText(result));
-  const bool is_number = std::holds_alternative<calculation::Decimal>(result);
-  return is_number ? R"({"type": "number", "result": )" + text + "}\n"
-                   : R"({"type": "text", "result": )" + JsonText(text) + "}\n";
+  std::string text = calculation::ToUtf8(calculation::AsText(result));
+  if (!std::holds_alternative<calculation::Decimal>(result)) {
+    return R"({"type": "text", "result": )" + JsonText(text) + "}\n";
+  }
+  const std::size_t point = text.find('.');  // JSON wants a digit before it
+  if (point == 0 || (point == 1 && text[0] == '-')) text.insert(point, "0");
+  return R"({"type": "number", "result": )" + text + "}\n";
 }
 
 std::string JsonText(std::string_view text) { return display::TextToJson(text); }

@@ -8,22 +8,25 @@
 #include "calculation/unicode.h"
 #include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/failure.h"
+#include "workbench/filemaker_names.h"
 
 namespace workbench {
 namespace {
 
 using calculation::Decimal;
+using calculation::Text;
 using calculation::Value;
 
 fmx::host::Value ToHost(const Value& value) {
   const bool is_number = std::holds_alternative<Decimal>(value);
-  return {is_number ? kFMX_NumberType : kFMX_TextType, calculation::AsText(value)};
+  return {is_number ? kFMX_NumberType : kFMX_TextType,
+          std::u16string(calculation::AsText(value).view())};
 }
 
 Value FromHost(const fmx::host::Value& value) {
-  if (value.type != kFMX_NumberType) return value.text;
+  if (value.type != kFMX_NumberType) return Text(value.text);
   const auto number = Decimal::FromText(calculation::ToUtf8(value.text));
-  return number ? Value(*number) : Value(value.text);
+  return number ? Value(*number) : Value(Text(value.text));
 }
 
 fmx::host::Outcome Evaluate(const fmx::host::Function& function, const std::string& name,
@@ -40,7 +43,7 @@ fmx::host::Outcome Evaluate(const fmx::host::Function& function, const std::stri
 PluginFunctions::PluginFunctions(User& user) : user_(user), functions_(fmx::host::Functions()) {
   for (const fmx::host::Function& function : functions_) {
     signatures_.push_back({calculation::ToUtf8(function.name), function.minimum_arguments,
-                           function.maximum_arguments});
+                           function.maximum_arguments, calculation::ToUtf8(function.prototype)});
   }
 }
 
@@ -57,5 +60,15 @@ Value PluginFunctions::Call(std::size_t index, const std::vector<Value>& argumen
   }
   return FromHost(outcome.result);
 }
+
+Value PluginFunctions::Get(std::string_view name) const {
+  const Rect screen = user_.Screen();
+  if (name == "Get ( ScreenHeight )") return Decimal(screen.bottom - screen.top);
+  if (name == "Get ( ScreenWidth )") return Decimal(screen.right - screen.left);
+  const auto known = known_.find(name);
+  return known == known_.end() ? Value() : known->second;
+}
+
+bool PluginFunctions::IsLeftOut(std::string_view name) const { return IsFileMakerFunction(name); }
 
 }  // namespace workbench

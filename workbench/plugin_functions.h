@@ -1,5 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "calculation/external_functions.h"
@@ -24,10 +29,19 @@ class PluginFunctions : public calculation::ExternalFunctions {
   calculation::Value Call(std::size_t index,
                           const std::vector<calculation::Value>& arguments) override;
 
+  calculation::Value Get(std::string_view name) const override;
+  bool IsLeftOut(std::string_view name) const override;
+
+  // What Get says from now on. `name` is the whole of it: "Get ( ScriptResult )".
+  void Tell(const std::string& name, calculation::Value value) { known_[name] = std::move(value); }
+
+  User& user() { return user_; }
+
  private:
   User& user_;
   std::vector<fmx::host::Function> functions_;
   std::vector<Signature> signatures_;
+  std::map<std::string, calculation::Value, std::less<>> known_;
 };
 
 }  // namespace workbench

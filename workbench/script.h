@@ -3,11 +3,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "calculation/evaluator.h"
 #include "calculation/parser.h"
 #include "calculation/source.h"
+#include "workbench/plugin_functions.h"
 
 namespace workbench {
 
@@ -19,6 +21,10 @@ struct Step {
     kIf,
     kLoop,
     kExitLoopIf,
+    kExitScript,
+    kHaltScript,
+    kPerformScript,
+    kShowCustomDialog,
   };
 
   // The steps that an If runs if the test holds; those of Else have no test.
@@ -29,19 +35,25 @@ struct Step {
 
   Kind kind = Kind::kCalculation;
   calculation::Span place;
-  calculation::NodePtr calculation;  // of the first, second and last kind
-  std::u16string variable;           // in small letters
-  std::vector<Branch> branches;      // of If; a Loop has one
+  // What the step is given: a value, a test, the result to exit with; a script's name and its
+  // parameter; a title, a message and buttons. What is left out at the end is not there.
+  std::vector<calculation::NodePtr> calculations = {};
+  calculation::Variable variable = {};
+  std::vector<Branch> branches = {};  // of If; a Loop has one
 };
 
-// Reads a script step by step. A step is a line, or several while brackets, parentheses, a text or
-// a comment are open:
+// Reads a script step by step, as FileMaker copies scripts as text. A step is a line, or several
+// while brackets, parentheses, a text or a comment are open:
 //
-//   CALCULATION            Set Variable [ $NAME ; CALCULATION ]
+//   CALCULATION            Set Variable [ $NAME ; Value: CALCULATION ]
 //   If [ TEST ]   Else If [ TEST ]   Else   End If
 //   Loop   Exit Loop If [ TEST ]   End Loop
+//   Perform Script [ "NAME" ; Parameter: CALCULATION ]
+//   Exit Script [ Text Result: CALCULATION ]   Halt Script
+//   Show Custom Dialog [ TITLE ; MESSAGE ]
 //
-// Lines that begin with # and comments are skipped.
+// Lines that begin with # and comments are skipped, and so are steps that change nothing here. The
+// line Script [ "NAME" ] begins a script that others perform, and ends the one before.
 class ScriptReader {
  public:
   // Both must outlive the reader.
@@ -52,13 +64,20 @@ class ScriptReader {
   // at. Throws calculation::Error.
   std::optional<Step> Next();
 
+  // Moves to the script of this name. False if the text has none. Throws calculation::Error.
+  bool GoToScript(std::u16string_view name);
+
  private:
   struct Line;  // a step's words, without the steps inside it
   enum class Word { kElseIf, kElse, kEndIf, kEndLoop, kNone };
 
+  bool SkipToStep();
   std::optional<Line> NextLine();
   Step ReadStep(Line& line);
   static Step ReadSetVariable(Line& line);
+  static Step ReadExitScript(Line& line);
+  static Step ReadPerformScript(Line& line);
+  static Step ReadShowCustomDialog(Line& line);
   Step ReadIf(Line& line);
   Step ReadLoop(Line& line);
   Step ReadExitLoopIf(Line& line);
@@ -74,7 +93,8 @@ class ScriptReader {
   bool has_exit_ = false;  // of the innermost open loop
 };
 
-// Runs steps, and hands on the result of every bare calculation.
+// Runs the steps of a text, and hands on the result of every bare calculation and of the script
+// itself.
 class ScriptRunner {
  public:
   using Printer = std::function<void(const calculation::Value& result)>;
@@ -82,27 +102,35 @@ class ScriptRunner {
   // When a script's loops have gone round this often in all, it is taken for one that never ends.
   static constexpr long kMostRounds = 1'000'000;
 
-  // All three must outlive the runner.
-  ScriptRunner(calculation::ExternalFunctions& externals, calculation::Variables& variables,
-               const Printer& print)
-      : externals_(externals), variables_(variables), print_(print) {}
+  // All four must outlive the runner.
+  ScriptRunner(const std::u16string& text, PluginFunctions& functions,
+               calculation::Variables& variables, const Printer& print)
+      : text_(text), functions_(functions), variables_(variables), print_(print) {}
 
-  // Throws calculation::Error, and what the external functions throw.
-  void Run(const Step& step) { RunStep(step); }
+  // Runs the script that the text begins with. Throws calculation::Error, and what the functions
+  // throw.
+  void Run();
 
  private:
-  // False if the innermost loop is to be left.
-  bool RunStep(const Step& step);
-  bool RunSteps(const std::vector<Step>& steps);
-  bool RunIf(const Step& step);
-  void RunLoop(const Step& step);
-  calculation::Value Evaluate(const calculation::Node& node);
+  enum class Next { kStep, kLeaveLoop, kExitScript, kHalt };
+
+  Next RunStep(const Step& step);
+  Next RunSteps(const std::vector<Step>& steps);
+  Next RunScript(ScriptReader& reader);
+  Next RunIf(const Step& step);
+  Next RunLoop(const Step& step);
+  Next Perform(const Step& step);
+  void ShowCustomDialog(const Step& step);
+  calculation::Value Evaluate(const Step& step, std::size_t calculation);
   bool IsTrue(const calculation::Node& test);
 
-  calculation::ExternalFunctions& externals_;
+  const std::u16string& text_;
+  PluginFunctions& functions_;
   calculation::Variables& variables_;
   const Printer& print_;
+  std::optional<calculation::Value> result_;  // that the last script exited with
   long rounds_ = 0;
+  int depth_ = 0;  // of scripts that perform others
 };
 
 }  // namespace workbench

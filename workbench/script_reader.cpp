@@ -1,6 +1,10 @@
+#include <algorithm>
+#include <span>
 #include <utility>
 
 #include "calculation/lexer.h"
+#include "calculation/unicode.h"
+#include "workbench/filemaker_names.h"
 #include "workbench/script.h"
 
 namespace workbench {
@@ -17,12 +21,37 @@ namespace {
 constexpr int kDeepestBlock = 100;
 
 constexpr const char* kSteps =
-    "expected a calculation, Set Variable, If, Else If, Else, End If, Loop, Exit Loop If or End "
-    "Loop";
+    "expected a calculation, Set Variable, If, Else If, Else, End If, Loop, Exit Loop If, End "
+    "Loop, Perform Script, Exit Script, Halt Script or Show Custom Dialog";
+
+// Steps that are part of many scripts and change nothing here.
+constexpr const char* kIdleSteps[] = {"Allow User Abort", "Set Error Capture"};
+
+// Begins a script that others perform.
+constexpr const char* kScript = "Script";
+
+constexpr const char* kOwnSteps[] = {"Set Variable", "If",          "Else If",
+                                     "Else",         "End If",      "Loop",
+                                     "Exit Loop If", "End Loop",    "Perform Script",
+                                     "Exit Script",  "Halt Script", "Show Custom Dialog"};
+
+bool IsAmong(std::span<const char* const> names, std::string_view name) {
+  return std::any_of(names.begin(), names.end(), [name](const char* known) {
+    return calculation::IsSameName(calculation::ToUtf16(known), calculation::ToUtf16(name));
+  });
+}
 
 // From the first token to the last.
 Span PlaceOf(const std::vector<Token>& tokens) {
   return {tokens.front().place.begin, tokens.back().place.end};
+}
+
+// What stands in a line before its bracket.
+std::string StepNameAt(const std::u16string& text, std::size_t position) {
+  const std::size_t end = std::min(text.find_first_of(u"[\r\n", position), text.size());
+  std::string name = calculation::ToUtf8(text.substr(position, end - position));
+  name.erase(name.find_last_not_of(" \t") + 1);
+  return name;
 }
 
 // Names and then a bracket, but no step that is known.
@@ -32,6 +61,17 @@ void RefuseUnknownStep(const Parser& parser) {
   if (words == 0 || !parser.AtSymbol(u"[", words)) return;
   throw Error({parser.Peek().place.begin, parser.Peek(words - 1).place.end},
               std::string("unknown script step; ") + kSteps);
+}
+
+// A label of what follows it, as in Value: 1.
+bool AcceptLabel(Parser& parser, const std::vector<std::u16string_view>& words) {
+  return parser.AtSymbol(u":", words.size()) && parser.AcceptWords(words) &&
+         parser.AcceptSymbol(u":");
+}
+
+void EndStep(Parser& parser) {
+  parser.Expect(u"]", "an operator or \"]\"");
+  parser.ExpectEnd("the end of the line");
 }
 
 }  // namespace
@@ -48,12 +88,42 @@ std::optional<Step> ScriptReader::Next() {
   return ReadStep(*line);
 }
 
+// Passes what is no step. False at the end of the script.
+bool ScriptReader::SkipToStep() {
+  while (true) {
+    Lexer lexer(text_, position_);
+    for (lexer.SkipBlanks(); lexer.AtSign(u'#'); lexer.SkipBlanks()) lexer.SkipLine();
+    position_ = lexer.position();
+    if (lexer.AtEnd()) return false;
+    const std::string name = StepNameAt(text_, position_);
+    if (IsAmong(kOwnSteps, name) || !IsFileMakerStep(name)) return name != kScript;
+    if (!IsAmong(kIdleSteps, name)) {
+      throw Error({position_, position_ + calculation::ToUtf16(name).size()},
+                  name + ": FileMaker has this, the workbench does not");
+    }
+    lexer.SkipLine();
+    position_ = lexer.position();
+  }
+}
+
+bool ScriptReader::GoToScript(std::u16string_view name) {
+  for (position_ = text_.find(u"Script"); position_ < text_.size();
+       position_ = text_.find(u"Script", position_ + 1)) {
+    const bool begins_line = position_ == 0 || calculation::IsLineBreak(text_[position_ - 1]);
+    if (!begins_line || StepNameAt(text_, position_) != kScript) continue;
+    std::size_t end = position_;
+    const std::vector<Token> tokens = calculation::ReadStatement(text_, end, true);
+    if (tokens.size() < 4 || !calculation::IsSameName(tokens[2].text, name)) continue;
+    position_ = end;
+    return true;
+  }
+  return false;
+}
+
 std::optional<ScriptReader::Line> ScriptReader::NextLine() {
-  Lexer lexer(text_, position_);
-  for (lexer.SkipBlanks(); lexer.AtSign(u'#'); lexer.SkipBlanks()) lexer.SkipLine();
-  position_ = lexer.position();
-  if (lexer.AtEnd()) return std::nullopt;
-  std::vector<Token> tokens = calculation::ReadStatement(text_, position_);
+  if (!SkipToStep()) return std::nullopt;
+  const bool names_script = StepNameAt(text_, position_) == "Perform Script";
+  std::vector<Token> tokens = calculation::ReadStatement(text_, position_, names_script);
   const Span place = PlaceOf(tokens);
   Line line{place, Parser(std::move(tokens), externals_)};
   if (line.parser.AcceptWords({u"else", u"if"})) {
@@ -86,29 +156,75 @@ Step ScriptReader::ReadStep(Line& line) {
   if (parser.AcceptWords({u"set", u"variable"})) return ReadSetVariable(line);
   if (parser.AcceptWords({u"exit", u"loop", u"if"})) return ReadExitLoopIf(line);
   if (parser.AtSymbol(u"[", 1) && parser.AcceptWords({u"if"})) return ReadIf(line);
-  if (parser.Peek(1).kind == Token::Kind::kEnd && parser.AcceptWords({u"loop"})) {
-    return ReadLoop(line);
-  }
+  const bool is_loop = parser.Peek(1).kind == Token::Kind::kEnd || parser.AtSymbol(u"[", 1);
+  if (is_loop && parser.AcceptWords({u"loop"})) return ReadLoop(line);
+  if (parser.AcceptWords({u"exit", u"script"})) return ReadExitScript(line);
+  if (parser.AcceptWords({u"halt", u"script"})) return {Step::Kind::kHaltScript, line.place};
+  if (parser.AcceptWords({u"perform", u"script"})) return ReadPerformScript(line);
+  if (parser.AcceptWords({u"show", u"custom", u"dialog"})) return ReadShowCustomDialog(line);
   RefuseUnknownStep(parser);
   return ReadCalculation(line);
 }
 
 Step ScriptReader::ReadSetVariable(Line& line) {
   Parser& parser = line.parser;
-  Step step{Step::Kind::kSetVariable, line.place, nullptr, u"", {}};
+  Step step{Step::Kind::kSetVariable, line.place};
   parser.Expect(u"[", "\"[\"");
   step.variable = parser.TakeVariable();
   parser.Expect(u";", "\";\" and the value");
-  // FileMaker prints a script's steps like this: Set Variable [ $x ; Value: 1 ].
-  if (parser.AtSymbol(u":", 1) && parser.AcceptWords({u"value"})) parser.AcceptSymbol(u":");
-  step.calculation = parser.ParseExpression();
-  parser.Expect(u"]", "an operator or \"]\"");
-  parser.ExpectEnd("the end of the line");
+  AcceptLabel(parser, {u"value"});
+  step.calculations.push_back(parser.ParseExpression());
+  EndStep(parser);
+  return step;
+}
+
+Step ScriptReader::ReadExitScript(Line& line) {
+  Parser& parser = line.parser;
+  Step step{Step::Kind::kExitScript, line.place};
+  if (!parser.AcceptSymbol(u"[")) return step;
+  if (!AcceptLabel(parser, {u"text", u"result"})) AcceptLabel(parser, {u"result"});
+  if (!parser.AtSymbol(u"]")) step.calculations.push_back(parser.ParseExpression());
+  EndStep(parser);
+  return step;
+}
+
+Step ScriptReader::ReadPerformScript(Line& line) {
+  Parser& parser = line.parser;
+  Step step{Step::Kind::kPerformScript, line.place};
+  parser.Expect(u"[", "\"[\"");
+  if (AcceptLabel(parser, {u"specified"})) {
+    if (!parser.AcceptWords({u"from", u"list"})) parser.AcceptWords({u"by", u"name"});
+    parser.Expect(u";", "\";\" and the script's name");
+  }
+  step.calculations.push_back(parser.ParseExpression());
+  if (parser.AcceptSymbol(u";")) {
+    AcceptLabel(parser, {u"parameter"});
+    if (!parser.AtSymbol(u"]")) step.calculations.push_back(parser.ParseExpression());
+  }
+  EndStep(parser);
+  return step;
+}
+
+Step ScriptReader::ReadShowCustomDialog(Line& line) {
+  Parser& parser = line.parser;
+  Step step{Step::Kind::kShowCustomDialog, line.place};
+  parser.Expect(u"[", "\"[\"");
+  AcceptLabel(parser, {u"title"});
+  step.calculations.push_back(parser.ParseExpression());
+  if (parser.AcceptSymbol(u";")) {
+    AcceptLabel(parser, {u"message"});
+    step.calculations.push_back(parser.ParseExpression());
+  }
+  if (parser.AtSymbol(u";")) {
+    throw Error(parser.Peek().place,
+                "more than a title and a message: FileMaker has this, the workbench does not");
+  }
+  EndStep(parser);
   return step;
 }
 
 Step ScriptReader::ReadIf(Line& line) {
-  Step step{Step::Kind::kIf, line.place, nullptr, u"", {}};
+  Step step{Step::Kind::kIf, line.place};
   step.branches.push_back({ReadTest(line), {}});
   while (true) {
     const bool is_last = step.branches.back().test == nullptr;
@@ -123,7 +239,12 @@ Step ScriptReader::ReadIf(Line& line) {
 }
 
 Step ScriptReader::ReadLoop(Line& line) {
-  Step step{Step::Kind::kLoop, line.place, nullptr, u"", {}};
+  Step step{Step::Kind::kLoop, line.place};
+  if (line.parser.AcceptSymbol(u"[")) {  // how it saves records
+    AcceptLabel(line.parser, {u"flush"});
+    for (const auto* when : {u"always", u"minimum", u"defer"}) line.parser.AcceptWords({when});
+    EndStep(line.parser);
+  }
   step.branches.emplace_back();
   const bool outer_has_exit = std::exchange(has_exit_, false);
   ++loops_;
@@ -139,11 +260,15 @@ Step ScriptReader::ReadLoop(Line& line) {
 Step ScriptReader::ReadExitLoopIf(Line& line) {
   if (loops_ == 0) throw Error(line.place, "there is no Loop that this belongs to");
   has_exit_ = true;
-  return {Step::Kind::kExitLoopIf, line.place, ReadTest(line), u"", {}};
+  Step step{Step::Kind::kExitLoopIf, line.place};
+  step.calculations.push_back(ReadTest(line));
+  return step;
 }
 
 Step ScriptReader::ReadCalculation(Line& line) {
-  return {Step::Kind::kCalculation, line.place, line.parser.ParseWhole(), u"", {}};
+  Step step{Step::Kind::kCalculation, line.place};
+  step.calculations.push_back(line.parser.ParseWhole());
+  return step;
 }
 
 // [ TEST ], to the end of the line.

@@ -2,10 +2,10 @@
 
 #include <exception>
 
+#include "calculation/built_ins.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
 #include "workbench/failure.h"
-#include "workbench/function_help.h"
 #include "workbench/output.h"
 #include "workbench/script.h"
 
@@ -40,11 +40,7 @@ void Session::Evaluate(const calculation::Source& source) {
 
 void Session::Run(const calculation::Source& script) {
   const ScriptRunner::Printer print = [this](const auto& result) { PrintResult(result); };
-  Explaining(script, [&] {
-    ScriptReader reader(script.text(), functions_);
-    ScriptRunner runner(functions_, variables_, print);
-    while (const std::optional<Step> step = reader.Next()) runner.Run(*step);
-  });
+  Explaining(script, [&] { ScriptRunner(script.text(), functions_, variables_, print).Run(); });
 }
 
 bool Session::IsWhole(const calculation::Source& script) const {
@@ -62,7 +58,7 @@ bool Session::IsWhole(const calculation::Source& script) const {
 std::vector<std::string> Session::Names() const {
   std::vector<std::string> names;
   for (const auto& signature : functions_.signatures()) names.push_back(signature.name);
-  for (const BuiltInHelp& function : BuiltInFunctions()) names.emplace_back(function.name);
+  for (std::string& name : calculation::BuiltInNames()) names.push_back(std::move(name));
   for (const auto& variable : variables_) names.push_back(calculation::ToUtf8(variable.first));
   return names;
 }

@@ -1,7 +1,11 @@
 #include "workbench/user.h"
 
+#include <memory>
+#include <type_traits>
 #include <utility>
 
+#include "calculation/unicode.h"
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/CarbonHost.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
@@ -45,6 +49,11 @@ std::vector<std::unique_ptr<Observer>> MakeObservers(const Options& options) {
   return observers;
 }
 
+struct Release {
+  void operator()(CFStringRef text) const { CFRelease(text); }
+};
+using OwnedString = std::unique_ptr<std::remove_pointer_t<CFStringRef>, Release>;
+
 std::string Explain(const display::ScriptedDisplay::Failure& failure) {
   const std::string place =
       failure.line > 0 ? failure.source + ", line " + std::to_string(failure.line) + ": " : "";
@@ -62,6 +71,34 @@ User::User(const Options& options) {
 }
 
 User::~User() { carbon::SetDisplay(nullptr); }
+
+int User::ShowMessage(const std::string& title, const std::string& message,
+                      const std::vector<std::string>& buttons) {
+  std::vector<OwnedString> texts;
+  const auto make = [&texts](const std::string& text) {
+    const std::u16string units = calculation::ToUtf16(text);
+    texts.emplace_back(CFStringCreateWithCharacters(nullptr,
+                                                    reinterpret_cast<const UniChar*>(units.data()),
+                                                    static_cast<CFIndex>(units.size())));
+    return texts.back().get();
+  };
+  const auto button = [&](std::size_t i) {
+    return i < buttons.size() && !buttons[i].empty() ? make(buttons[i]) : nullptr;
+  };
+  AlertStdCFStringAlertParamRec parameters{};
+  parameters.version = kStdCFStringAlertVersionOne;
+  parameters.default_text = button(0);
+  parameters.cancel_text = button(1);
+  parameters.other_text = button(2);
+  DialogRef alert{};
+  std::int16_t pressed = 0;
+  if (CreateStandardAlert(kAlertPlainAlert, make(title), make(message), &parameters, &alert) ==
+      noErr) {
+    RunStandardAlert(alert, nullptr, &pressed);
+  }
+  CheckDialogs();
+  return pressed;
+}
 
 void User::CheckDialogs() {
   const auto scripted = scripted_ ? scripted_->TakeFailure() : std::nullopt;

@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "displays/scripted/scripted_display.h"
 #include "workbench/observing_display.h"
@@ -19,12 +21,20 @@ class User {
   User& operator=(const User&) = delete;
   ~User();
 
+  // The screen that dialogs are shown on.
+  Rect Screen() const { return display_->MainScreen(); }
+
+  // Shows a message with up to three buttons, the default one first and what is empty left out, and
+  // returns the number of the one that was pressed. Throws Failure if there is no answer.
+  int ShowMessage(const std::string& title, const std::string& message,
+                  const std::vector<std::string>& buttons);
+
   // Throws Failure, which says why, if a dialog since the last call was not ended by its user.
   void CheckDialogs();
 
  private:
   std::optional<display::ScriptedDisplay> scripted_;
-  std::optional<ObservingDisplay> display_;
+  mutable std::optional<ObservingDisplay> display_;
 };
 
 }  // namespace workbench

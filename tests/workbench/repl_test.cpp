@@ -68,7 +68,7 @@ TEST(PipedSessionTest, HelpExplainsEveryFunction) {
   for (std::string line; std::getline(list, line) && line != "Functions:";) {
   }
   for (std::string line; std::getline(list, line); ++count) questions += "help " + line + "\n";
-  EXPECT_EQ(count, DescribedPluginFunctions().size() + BuiltInFunctions().size());
+  EXPECT_EQ(count, DescribedPluginFunctions().size() + calculation::BuiltInNames().size());
   std::istringstream answers(Tarvo({"repl"}, questions).output);
   std::size_t descriptions = 0;
   for (std::string line; std::getline(answers, line);) descriptions += line.starts_with("  ");

@@ -11,6 +11,7 @@
 #include <optional>
 #include <sstream>
 
+#include "calculation/built_ins.h"
 #include "workbench/failure.h"
 #include "workbench/function_help.h"
 #include "workbench/output.h"
@@ -26,6 +27,7 @@ constexpr const char* kHelp =
   Set Variable [ $NAME ; CALCULATION ]
   If [ TEST ]    Else If [ TEST ]    Else    End If
   Loop    Exit Loop If [ TEST ]    End Loop
+  Exit Script [ RESULT ]    Show Custom Dialog [ TITLE ; MESSAGE ]
 It may take several lines while brackets, quotes or blocks are open.
 
   help FUNCTION  explains a function
@@ -64,9 +66,7 @@ bool IsHelp(const std::string& line) {
 std::string SessionHelp(const PluginFunctions& functions) {
   std::string help = kHelp;
   for (const auto& function : functions.signatures()) help += "  " + function.name + "\n";
-  for (const BuiltInHelp& function : BuiltInFunctions()) {
-    help += "  " + std::string(function.name) + "\n";
-  }
+  for (const std::string& name : calculation::BuiltInNames()) help += "  " + name + "\n";
   return help;
 }
 

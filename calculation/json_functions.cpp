@@ -1,0 +1,309 @@
+// The functions of the language that work on JSON. Keys come back sorted, as FileMaker has them.
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <variant>
+
+#include "calculation/built_ins.h"
+#include "calculation/unicode.h"
+
+namespace calculation {
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr int kDeepest = 200;
+constexpr std::size_t kLongestArray = 100'000;  // that grows by an index beyond its end
+
+enum Type : std::uint8_t { kRaw, kString, kNumber, kObject, kArray, kBoolean, kNull };
+
+// What is wrong with a JSON text or a path.
+class JsonError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+Json Parsed(const std::string& text) {
+  try {
+    return Json::parse(text, [](int depth, Json::parse_event_t, const Json&) {
+      if (depth > kDeepest) throw JsonError("nested more than 200 levels deep");
+      return true;
+    });
+  } catch (const Json::parse_error& error) {
+    const std::string what = error.what();
+    throw JsonError(what.substr(what.find("] ") + 2));  // without its class and number
+  }
+}
+
+Json Parsed(std::u16string_view text) { return text.empty() ? Json() : Parsed(ToUtf8(text)); }
+
+// A key, or the number of an element.
+struct Index {
+  enum class Place { kAt, kLast, kBehindLast } place;
+  std::size_t number = 0;
+};
+using Step = std::variant<std::string, Index>;
+
+// Throws std::logic_error if the digits are none.
+Index IndexOf(const std::string& digits) {
+  if (digits == ":") return {Index::Place::kLast};
+  if (digits == "+") return {Index::Place::kBehindLast};
+  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) {
+    throw JsonError("\"" + digits + "\" is no number of an element");
+  }
+  return {Index::Place::kAt, digits.size() > 9 ? kLongestArray : std::stoul(digits)};
+}
+
+// a.b[0].c; a key in brackets and quotes may hold points.
+std::vector<Step> StepsOf(const std::string& path) {
+  std::vector<Step> steps;
+  for (std::size_t at = 0; at < path.size();) {
+    if (path[at] == '.') ++at;
+    std::size_t end = std::min(path.find_first_of(".[", at), path.size());
+    if (end > at || at == path.size() || path[at] == '.') {
+      steps.emplace_back(path.substr(at, end - at));
+      at = end;
+      continue;
+    }
+    const char quote = at + 1 < path.size() ? path[at + 1] : ']';
+    const bool is_key = quote == '"' || quote == '\'';
+    const std::size_t begin = at + (is_key ? 2 : 1);
+    end = path.find(is_key ? std::string{quote, ']'} : "]", begin);
+    if (end == std::string::npos) throw JsonError("a bracket of the path is not closed");
+    const std::string inner = path.substr(begin, end - begin);
+    if (is_key)
+      steps.emplace_back(inner);
+    else
+      steps.emplace_back(IndexOf(inner));
+    at = end + (is_key ? 2 : 1);
+  }
+  if (steps.size() > kDeepest) throw JsonError("the path is longer than 200 steps");
+  return steps;
+}
+
+// A key that is a number is one of an array's elements too.
+std::size_t ElementOf(const Json& array, const Step& step) {
+  const auto* const key = std::get_if<std::string>(&step);
+  const Index index = key ? IndexOf(*key) : std::get<Index>(step);
+  if (index.place == Index::Place::kAt) return index.number;
+  const bool is_last = index.place == Index::Place::kLast && !array.empty();
+  return array.size() - (is_last ? 1 : 0);
+}
+
+// Null where there is nothing.
+const Json* Find(const Json& root, std::span<const Step> steps) {
+  const Json* place = &root;
+  for (const Step& step : steps) {
+    if (place->is_array()) {
+      const std::size_t element = ElementOf(*place, step);
+      if (element >= place->size()) return nullptr;
+      place = &(*place)[element];
+    } else {
+      const auto* const key = std::get_if<std::string>(&step);
+      if (!place->is_object() || !key || !place->contains(*key)) return nullptr;
+      place = &(*place)[*key];
+    }
+  }
+  return place;
+}
+
+// Made where it is not there, in place of what is no object or array.
+Json& Make(Json& root, std::span<const Step> steps) {
+  Json* place = &root;
+  for (const Step& step : steps) {
+    const auto* const key = std::get_if<std::string>(&step);
+    if (key && !place->is_array()) {
+      if (!place->is_object()) *place = Json::object();
+      place = &(*place)[*key];
+    } else {
+      if (!place->is_array()) *place = Json::array();
+      const std::size_t element = ElementOf(*place, step);
+      if (element >= std::max(place->size() + 1, kLongestArray))
+        throw JsonError("the array is too long");
+      place = &(*place)[element];
+    }
+  }
+  return *place;
+}
+
+Json NumberOf(const Decimal& number) {
+  std::string digits = number.ToText();
+  const std::size_t point = digits.find('.');  // JSON wants a digit before it
+  if (point == 0 || (point == 1 && digits[0] == '-')) digits.insert(point, "0");
+  return Json::parse(digits);
+}
+
+Json Structured(const Value& value, Json empty) {
+  Json parsed = Parsed(AsText(value));
+  if (parsed.is_null()) return empty;
+  if (parsed.type() != empty.type()) throw JsonError("the value is of another type");
+  return parsed;
+}
+
+Json JsonOf(const Value& value, long type) {
+  switch (type) {
+    case kString:
+      return ToUtf8(AsText(value));
+    case kNumber:
+      return NumberOf(AsNumber(value));
+    case kObject:
+      return Structured(value, Json::object());
+    case kArray:
+      return Structured(value, Json::array());
+    case kBoolean:
+      return AsTruth(value) || IsSameName(AsText(value), u"true");
+    case kNull:
+      return nullptr;
+    default:
+      break;
+  }
+  const std::string text = ToUtf8(AsText(value));
+  if (const auto* number = std::get_if<Decimal>(&value)) return NumberOf(*number);
+  return Json::accept(text) ? Parsed(text) : Json(text);
+}
+
+Text TextOf(const Json& json) {
+  return ToUtf16(json.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
+Value ValueOf(const Json& json) {
+  if (json.is_string()) return Text(ToUtf16(json.get_ref<const std::string&>()));
+  if (json.is_boolean()) return Truth(json.get<bool>());
+  if (json.is_number()) return *Decimal::FromText(json.dump());
+  return json.is_null() ? Text() : TextOf(json);
+}
+
+// A tab for each level, and everything on a line of its own.
+void Format(const Json& json, const std::string& indent, std::string& text) {
+  if (json.empty() || !json.is_structured()) {
+    text += json.dump();
+    return;
+  }
+  const std::string inner = "\r" + indent + "\t";
+  const char* separator = "";
+  text += json.is_object() ? "{" : "[";
+  for (const auto& item : json.items()) {
+    text += separator + inner;
+    if (json.is_object()) text += Json(item.key()).dump() + " : ";
+    if (json.is_object() && item.value().is_structured() && !item.value().empty()) text += inner;
+    Format(item.value(), indent + "\t", text);
+    separator = ",";
+  }
+  text += "\r" + indent + (json.is_object() ? "}" : "]");
+}
+
+// Does `work` with what stands at the path, if something does. What is wrong is the result, behind
+// a question mark.
+template <class Work>
+Value Reading(const Arguments& given, Work work) {
+  const Text text = given.Text(0);
+  const Text path = given.Has(1) ? given.Text(1) : Text();
+  try {
+    const Json root = Parsed(text);
+    const Json* const found = Find(root, StepsOf(ToUtf8(path)));
+    return found ? work(*found) : Value();
+  } catch (const JsonError& error) {
+    return Text(ToUtf16(std::string("? ") + error.what()));
+  }
+}
+
+template <class ItemText>
+Value ListOf(const Arguments& given, ItemText item_text) {
+  return Reading(given, [&](const Json& json) -> Value {
+    Text list;
+    if (!json.is_structured()) return list;
+    for (const auto& item : json.items()) {
+      if (!list.empty() || &item.value() != &*json.begin()) list.Append(u"\r");
+      list.Append(item_text(item));
+    }
+    return list;
+  });
+}
+
+Value SetElement(const Arguments& given) {
+  const Text text = given.Text(0);
+  try {
+    Json root = Parsed(text);
+    const auto set = [&root](const Arguments& three) {
+      const Text path = three.Text(0);
+      const Value value = three.Get(1);
+      Make(root, StepsOf(ToUtf8(path))) = JsonOf(value, three.Integer(2));
+    };
+    if (!given.Items(1)) set(given.From(1));
+    for (std::size_t i = 1; given.Items(1) && given.Has(i); ++i) set(*given.Items(i));
+    return TextOf(root);
+  } catch (const JsonError& error) {
+    return Text(ToUtf16(std::string("? ") + error.what()));
+  }
+}
+
+Value DeleteElement(const Arguments& given) {
+  const Text text = given.Text(0);
+  const Text path = given.Text(1);
+  try {
+    Json root = Parsed(text);
+    std::vector<Step> steps = StepsOf(ToUtf8(path));
+    if (steps.empty() || !Find(root, steps)) return text;
+    const Step last = steps.back();
+    steps.pop_back();
+    Json& parent = Make(root, steps);
+    if (parent.is_array())
+      parent.erase(ElementOf(parent, last));
+    else
+      parent.erase(std::get<std::string>(last));
+    return TextOf(root);
+  } catch (const JsonError& error) {
+    return Text(ToUtf16(std::string("? ") + error.what()));
+  }
+}
+
+template <Type type>
+Value TypeFunction(const Arguments&) {
+  return Decimal(type);
+}
+
+constexpr BuiltIn kFunctions[] = {
+    {u"JSONArray", "", "the type of arrays, 4", "JSONArray", TypeFunction<kArray>},
+    {u"JSONBoolean", "", "the type of true and false, 5", "JSONBoolean", TypeFunction<kBoolean>},
+    {u"JSONDeleteElement", "json ; path", "the JSON without what stands at the path",
+     R"(JSONDeleteElement ( "{\"a\":1,\"b\":2}" ; "a" ))", DeleteElement},
+    {u"JSONFormatElements", "json", "the JSON on several lines",
+     R"(JSONFormatElements ( "{\"b\":[1,2],\"a\":1}" ))",
+     [](const Arguments& given) {
+       return Reading(given, [](const Json& json) -> Value {
+         std::string text;
+         Format(json, "", text);
+         return Text(ToUtf16(text));
+       });
+     }},
+    {u"JSONGetElement", "json ; path",
+     "what stands at the path: a text or a number, 1 or 0 for true and false, JSON for the rest",
+     R"(JSONGetElement ( "{\"a\":[1,{\"b\":\"c\"}]}" ; "a[1].b" ))",
+     [](const Arguments& given) { return Reading(given, ValueOf); }},
+    {u"JSONListKeys", "json ; path", "the keys of an object or the numbers of an array's elements",
+     R"(JSONListKeys ( "{\"b\":1,\"a\":2}" ; "" ))",
+     [](const Arguments& given) {
+       return ListOf(given, [](const auto& item) { return Text(ToUtf16(item.key())); });
+     }},
+    {u"JSONListValues", "json ; path", "the values in an object or an array",
+     R"(JSONListValues ( "[1,\"b\",true]" ; "" ))",
+     [](const Arguments& given) {
+       return ListOf(given, [](const auto& item) { return AsText(ValueOf(item.value())); });
+     }},
+    {u"JSONNull", "", "the type of null, 6", "JSONNull", TypeFunction<kNull>},
+    {u"JSONNumber", "", "the type of numbers, 2", "JSONNumber", TypeFunction<kNumber>},
+    {u"JSONObject", "", "the type of objects, 3", "JSONObject", TypeFunction<kObject>},
+    {u"JSONRaw", "", "the type of JSON texts of every type, 0", "JSONRaw", TypeFunction<kRaw>},
+    {u"JSONSetElement", "json ; path ; value ; type",
+     "the JSON with a value at the path, which is made if it is not there; [ path ; value ; type ] "
+     "lists set several",
+     R"(JSONSetElement ( "" ; [ "name" ; "Ann" ; JSONString ] ; [ "ages[0]" ; 7 ; JSONNumber ] ))",
+     SetElement, 3},
+    {u"JSONString", "", "the type of texts, 1", "JSONString", TypeFunction<kString>},
+};
+
+}  // namespace
+
+constexpr BuiltInGroup kJsonFunctions{"JSON", kFunctions};
+
+}  // namespace calculation
