@@ -1,6 +1,6 @@
 # The two commands: make run, make test. Everything else is CMake's (see CMakePresets.json).
 
-.PHONY: run test release install package lint format pictures bench fuzz coverage clean
+.PHONY: run test release install package lint format pictures pages bench fuzz coverage clean
 
 # Shows the main job, a dialog on the screen; make run ARGS="eval '…'" runs the workbench with
 # arguments of your own.
@@ -36,6 +36,12 @@ format:
 # The pictures of docs/, drawn by the workbench.
 pictures: release
 	@docs/pictures/make-pictures.sh build/release
+
+# The pages of docs/ that the program's own tables make.
+pages:
+	@scripts/set-up.sh run
+	@scripts/build.sh release calculations_page
+	@build/release/calculations_page > docs/calculations.md
 
 # What a user waits for, next to its references: one table; make bench ARGS=--json.
 bench:

@@ -141,16 +141,6 @@ std::optional<Moment> ReadTimestamp(const std::string& text) {
                                           (time ? time->number : Decimal()));
 }
 
-std::optional<Moment> Read(Kind kind, const std::string& text) {
-  // A date or a time may be taken from a whole timestamp.
-  int end = 0;
-  if (kind == Kind::kDate) return ReadDate(text, end);
-  if (kind == Kind::kTimestamp) return ReadTimestamp(text);
-  if (const std::optional<Moment> time = ReadTime(text)) return time;
-  const std::optional<Moment> timestamp = ReadTimestamp(text);
-  return timestamp ? std::optional(ToMoment(kind, *timestamp)) : std::nullopt;
-}
-
 const icu::DateFormatSymbols& Names() {
   static UErrorCode status = U_ZERO_ERROR;
   static const icu::DateFormatSymbols names(UserLocale("LC_TIME"), status);
@@ -173,10 +163,20 @@ Text AsText(const Moment& moment) {
                       TimeText(time, UserStyle().twelve_hours)));
 }
 
+std::optional<Moment> ReadMoment(Kind kind, std::u16string_view utf16) {
+  const std::string text = ToUtf8(utf16);
+  int end = 0;  // a date or a time may be part of a whole timestamp
+  if (kind == Kind::kDate) return ReadDate(text, end);
+  if (kind == Kind::kTimestamp) return ReadTimestamp(text);
+  if (const std::optional<Moment> time = ReadTime(text)) return time;
+  const std::optional<Moment> timestamp = ReadTimestamp(text);
+  return timestamp ? std::optional(ToMoment(kind, *timestamp)) : std::nullopt;
+}
+
 Moment ToMoment(Kind kind, const Value& value) {
   static constexpr std::array kNames{"date", "time", "timestamp"};
   if (const auto* text = std::get_if<Text>(&value)) {
-    if (const std::optional<Moment> moment = Read(kind, ToUtf8(*text))) return *moment;
+    if (const std::optional<Moment> moment = ReadMoment(kind, *text)) return *moment;
     throw NumberError("\"" + ToUtf8(*text) + "\" is no " + kNames[static_cast<std::size_t>(kind)]);
   }
   const auto* moment = std::get_if<Moment>(&value);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "calculation/value.h"
 
 // Dates, times and timestamps, from the year 1 to 4000 of our calendar. They are written as is
@@ -8,6 +11,9 @@
 namespace calculation {
 
 Text AsText(const Moment& moment);
+
+// Nothing if the text says none.
+std::optional<Moment> ReadMoment(Moment::Kind kind, std::u16string_view text);
 
 // What `value` says: a moment of another kind by its part, a number by what it counts, a text as
 // the user's country writes it. Throws NumberError if it says none.

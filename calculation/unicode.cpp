@@ -169,14 +169,14 @@ std::vector<std::u16string_view> SplitWords(std::u16string_view text) {
   return words;
 }
 
+// A character is as wide as what its marks stand on.
 std::size_t DisplayWidth(std::u16string_view text) {
   std::size_t width = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto character = static_cast<UChar32>(CodePointAt(text, i));
-    if (character > 0xFFFF) ++i;
+  for (const std::u16string_view character : SplitCharacters(text)) {
+    const auto base = static_cast<UChar32>(CodePointAt(character, 0));
     constexpr auto kMarks = U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK;
-    if ((U_GET_GC_MASK(character) & kMarks) != 0) continue;
-    const int kind = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    if ((U_GET_GC_MASK(base) & kMarks) != 0) continue;
+    const int kind = u_getIntPropertyValue(base, UCHAR_EAST_ASIAN_WIDTH);
     width += kind == U_EA_WIDE || kind == U_EA_FULLWIDTH ? 2 : 1;
   }
   return width;

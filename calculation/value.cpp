@@ -78,9 +78,16 @@ Value Truth(bool truth) { return Decimal(truth ? 1 : 0); }
 Value Number(std::size_t count) { return Decimal(static_cast<long>(count)); }
 
 int Compare(const Value& first, const Value& second) {
-  const bool both_are_texts =
-      std::holds_alternative<Text>(first) && std::holds_alternative<Text>(second);
-  if (!both_are_texts && HasNumber(first) && HasNumber(second)) {
+  const auto* text = std::get_if<Text>(&first);
+  const auto* other_text = std::get_if<Text>(&second);
+  if (text && other_text) return Collate(*text, *other_text);
+  // A date stands beside what its text says.
+  const auto* moment = std::get_if<Moment>(text ? &second : &first);
+  if (moment && (text || other_text)) {
+    if (const auto said = ReadMoment(moment->kind, text ? *text : *other_text)) {
+      return text ? Compare(said->number, moment->number) : Compare(moment->number, said->number);
+    }
+  } else if (HasNumber(first) && HasNumber(second)) {
     return Compare(AsNumber(first), AsNumber(second));
   }
   return Collate(AsText(first), AsText(second));

@@ -12,7 +12,7 @@ purpose=${1:-run}
 packages="
   cmake g++ make ninja-build pkg-config
   qt6-base-dev qt6-wayland libxcb1-dev libfontconfig-dev libgl-dev
-  nlohmann-json3-dev libcli11-dev libedit-dev
+  nlohmann-json3-dev libcli11-dev libedit-dev libgmp-dev libicu-dev
   dpkg-dev file
   fonts-dejavu-core"
 
@@ -23,7 +23,7 @@ case $purpose in
     at-spi2-core dbus-daemon weston
     locales" ;;
   fuzz) packages="$packages clang libclang-rt-dev" ;;
-  bench) packages="$packages libbenchmark-dev libicu-dev libxcb-damage0-dev xvfb zenity yad kdialog" ;;
+  bench) packages="$packages libbenchmark-dev libxcb-damage0-dev xvfb zenity yad kdialog" ;;
 esac
 
 # Says what to do by hand, where this script cannot.

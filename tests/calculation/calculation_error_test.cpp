@@ -8,6 +8,8 @@
 namespace calculation {
 namespace {
 
+constexpr long kMostRounds = 1000;
+
 // The explanation of what is wrong; empty where nothing is.
 std::string Explanation(std::string_view text, FakeFunctions& functions) {
   const Source source("", text);
@@ -15,7 +17,7 @@ std::string Explanation(std::string_view text, FakeFunctions& functions) {
   try {
     source.CheckEncoding();
     const NodePtr tree = Parse(source.text(), functions);
-    Evaluator(functions, variables).Evaluate(*tree);
+    Evaluator(functions, variables, kMostRounds).Evaluate(*tree);
     return "";
   } catch (const Error& error) {
     return source.Explain(error);
@@ -52,6 +54,27 @@ TEST(CalculationErrorTest, NamesThePlaceAndWhatWasExpected) {
       {"1 & echo ( 1 ; 2 )", 1, 5, "expects 1 parameter, not 2"},
       {"EchoAny ( 1 ; 2 ; 3 )", 1, 1, "expects 0 to 2 parameters, not 3"},
       {"Case ( 1 )", 1, 1, "expects at least 2 parameters, not 1"},
+      {"Sum ( )", 1, 1, "expects at least 1 parameter, not 0: Sum ( number1 {; number2 ; ...} )"},
+      {"Left ( 1 )", 1, 1, "not 1: Left ( text ; count )"},
+      {"Echo ( 1 ; 2 )", 1, 1, "not 2: Echo(value)"},
+      {"Lsit ( 1 )", 1, 1, "did you mean List?"},
+      {"JSONSet ( 1 )", 1, 1, "did you mean JSONSetElement?"},
+      {"1 & Pi", 1, 5, "Pi: FileMaker has this, the workbench does not"},
+      {"Get ( FoundCount )", 1, 1, "FileMaker has this"},
+      {"Get ( CurentDate )", 1, 1, "did you mean Get ( CurrentDate )?"},
+      {"Customers::Name", 1, 1, "a field: FileMaker has this"},
+      {"While ( i = 0 ; 1 ; i = 1 ; i )", 1, 1, "go round too often"},
+      {"SetRecursion ( While ( i = 0 ; i < 4 ; i = i + 1 ; i ) ; 3 )", 1, 16, "go round too often"},
+      {"While ( i = 0 ; i < n ; n = 2 ; i )", 1, 21, "unknown name \"n\""},
+      {"JSONSetElement ( 1 ; [ 2 ; 3 ] )", 1, 22, "[ path ; value ; type ]"},
+      {"JSONSetElement ( 1 ; 2 ; 3 )", 1, 1, "( json ; [ path ; value ; type ] ; … )"},
+      {"$x[0]", 1, 4, "expected a repetition"},
+      {"${x", 1, 1, "expected \"}\""},
+      {"1e400", 1, 1, "too large"},
+      {"12e", 1, 3, "unexpected characters in a number"},
+      {"Date ( 1 ; 1 ; 4001 )", 1, 1, "years 1 to 4000"},
+      {"GetAsDate ( \"2/30/2024\" )", 1, 1, "\"2/30/2024\" is no date"},
+      {"GetAsTime ( \"soon\" )", 1, 1, "is no time"},
       {"Ecko ( 1 )", 1, 1, "there is no function \"Ecko\"; did you mean Echo?"},
       {"Substitue ( 1 ; 2 ; 3 )", 1, 1, "did you mean Substitute?"},
       {"LET ( 1 = 2 ; 3 )", 1, 7, "expected a name"},
@@ -98,6 +121,10 @@ TEST(CalculationErrorTest, UnderlinesThePlace) {
             "line 2, column 9: there is no function \"Ecko\"; did you mean Echo?\n"
             "   \"日本\" & Ecko ( 1 )\n"
             "            ^^^^");
+  EXPECT_EQ(Explanation("\"e\u0301 👩‍🚀\" & e\u0301"),
+            "line 1, column 9: unknown name \"e\u0301\"; a text stands in double quotes\n"
+            "  \"e\u0301 👩‍🚀\" & e\u0301\n"
+            "           ^");
   EXPECT_EQ(Explanation("(\x1B[31m"),
             "line 1, column 2: unexpected character; expected a value or an operator\n"
             "  ( [31m\n"
@@ -152,9 +179,12 @@ TEST(CalculationErrorTest, TextsAndNumbersDoNotGrowWithoutEnd) {
               std::string::npos)
         << more;
   }
-  EXPECT_NE(Explanation(sixteen_million + "a + 1 )").find("too many digits"), std::string::npos);
+  EXPECT_NE(Explanation(sixteen_million + "a + 1 )").find("too large"), std::string::npos);
   EXPECT_EQ(Explanation(Repeat("9", 400)), "");
   EXPECT_NE(Explanation(Repeat("9", 401)).find("at most 400"), std::string::npos);
+  EXPECT_EQ(Explanation("." + Repeat("9", 500) + " + " + Repeat("0", 500) + "1"), "");
+  EXPECT_NE(Explanation("\"" + Repeat("x", (1 << 24) + 1) + "\"").find("longer than 16777216"),
+            std::string::npos);
   EXPECT_NE(Explanation(Repeat("9", 400) + " + 1").find("too large"), std::string::npos);
 }
 
