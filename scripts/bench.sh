@@ -12,6 +12,7 @@ trap 'rm -f "$rows"' EXIT
 {
   $bench/bench_watch_window $build/tarvo $bench/bench_bare_qt $bench/bench_bare_xcb
   $bench/bench_start_up $build/tarvo $bench/bench_bare_program $build/libCoreFoundation.so
+  $bench/bench_loops $build/tarvo
   $bench/bench_list_memory
   $bench/bench_in_process
 } >"$rows"

@@ -23,7 +23,7 @@ case $purpose in
     at-spi2-core dbus-daemon weston
     locales" ;;
   fuzz) packages="$packages clang libclang-rt-dev" ;;
-  bench) packages="$packages libbenchmark-dev libxcb-damage0-dev xvfb zenity yad kdialog" ;;
+  bench) packages="$packages libbenchmark-dev sqlite3 libxcb-damage0-dev xvfb zenity yad kdialog" ;;
 esac
 
 # Says what to do by hand, where this script cannot.

@@ -9,13 +9,23 @@ using Json = nlohmann::ordered_json;
 
 TEST(EvalTest, ResultsAreLinesOrExactJson) {
   EXPECT_EQ(Tarvo({"eval", "\"a¶b\"", "0.50", "TarvoDialog ( \"\" )"}).output,
-            "a\nb\n0.5\n$$002$$\n");
+            "a\nb\n.5\n$$002$$\n");
   EXPECT_EQ(Tarvo({"--json", "eval", "\"a¶\\\"b\\\"\" & Char ( 0 )", "-0.50", "\"7\""}).output,
             "{\"type\": \"text\", \"result\": \"a\\r\\\"b\\\"\\u0000\"}\n"
             "{\"type\": \"number\", \"result\": -0.5}\n"
             "{\"type\": \"text\", \"result\": \"7\"}\n");
   EXPECT_EQ(Tarvo({"eval", "\"ü 日本 😀\" & Char ( 55296 )"}, "", {"LC_ALL=C"}).output,
             "ü 日本 😀\xEF\xBF\xBD\n");
+  EXPECT_EQ(Tarvo({"eval", "Get ( ScreenWidth ) & Get ( ScreenHeight )"}, "", {"DISPLAY="}).output,
+            "19201080\n");
+  // The order of the user's language, and how the country writes dates.
+  const std::vector<std::string> words{"eval", "SortValues ( \"z¶ö¶o\" )", "Date ( 2 ; 1 ; 2024 )",
+                                       "Day ( \"1.2.2024\" ) & MonthName ( \"1.2.2024\" )",
+                                       "GetAsTimestamp ( \"1.2.2024 13:05\" )"};
+  EXPECT_EQ(Tarvo(words, "", {"LC_ALL=de_DE.UTF-8"}).output,
+            "o\nö\nz\n\n1.2.2024\n1Februar\n1.2.2024 13:05:00\n");
+  EXPECT_TRUE(Tarvo(words, "", {"LC_ALL=", "LC_COLLATE=sv_SE.UTF-8", "LANG=de_DE"})
+                  .output.starts_with("o\nz\nö\n\n1.2.2024\n"));
 }
 
 TEST(EvalTest, CalculationsShareVariablesAndOneLifeOfThePlugin) {
@@ -57,6 +67,23 @@ TEST(RunTest, ScriptsRunStepByStep) {
        ""},
       {"", ""},
       {"# nothing", ""},
+      // As FileMaker copies them.
+      {"Set Error Capture [ On ]\nAllow User Abort [ Off ]\nLoop [ Flush: Always ]\n"
+       "\tSet Variable [ $i[2] ; Value: $i[1 + 1] + 1 ]\n\tExit Loop If [ $i[2] ≥ 3 ]\nEnd Loop\n"
+       "Exit Script [ Text Result: $i[2] & ¶ & \"end\" ]\n\"never\"",
+       "3\nend\n"},
+      {"If [ 1 ]\nExit Script [ Text Result:    ]\nEnd If\n1", ""},
+      {"Loop\nExit Script\nExit Loop If [ 1 ]\nEnd Loop\n1", ""},
+      {"Set Variable [ $x ; Value: 1 ]\nSet Variable [ $$y ; Value: 2 ]\n"
+       "Perform Script [ “Second” ; Parameter: \"p\" ]\n$x & $$y & $z & Get ( ScriptResult ) & "
+       "Get ( ScriptParameter ) & Get ( ScriptName )\n"
+       "Perform Script [ Specified: By name ; \"th\" & \"ird\" ; Parameter:    ]\nGet ( "
+       "ScriptResult )\n"
+       "Script [ \"Second\" ]\nSet Variable [ $z ; Value: $x & $$y & Get ( ScriptParameter ) ]\n"
+       "Set Variable [ $$y ; Value: 3 ]\nExit Script [ Text Result: $z & Get ( ScriptName ) ]\n"
+       "Script [ \"Third\" ]\nGet ( ScriptParameter ) & \"3\"",
+       "132pSecond\n3\n\n"},
+      {"Perform Script [ \"s\" ]\n1\nScript [ \"s\" ]\nHalt Script", ""},
   };
   for (const auto& [script, output] : cases) {
     EXPECT_EQ(Tarvo({"run", "-"}, script).output, output) << script;
@@ -90,6 +117,15 @@ TEST(RunTest, AWrongScriptIsStatus1WhereItIsWrong) {
       {"Set Variable $x", "", "column 14: unexpected \"$x\"; expected \"[\""},
       {"Set Variable [ $x ]", "", "column 19: unexpected \"]\"; expected \";\""},
       {"Show Dialog [ \"x\" ]", "", "line 1, column 1: unknown script step"},
+      {"1\n go to layout [ “Customers” (Customers) ]", "1\n",
+       "line 2, column 2: go to layout: FileMaker has this, the workbench does not"},
+      {"If [ 1 ]\nNew Record/Request\nEnd If", "",
+       "line 2, column 1: New Record/Request: FileMaker"},
+      {"Show Custom Dialog [ \"a\" ; \"b\" ; $c ]", "",
+       "column 32: more than a title and a message"},
+      {"Perform Script [ \"none\" ]", "", "there is no script \"none\" here"},
+      {"Perform Script [ \"a\" ]\nScript [ \"a\" ]\nPerform Script [ \"A\" ]", "",
+       "line 3, column 1: scripts perform each other more than 50 levels deep"},
       {"If [ 1 ]\n1\nunknown\nEnd If", "", "line 3, column 1: unknown name"},
       {"1\n\xFF", "", "line 2, column 1: this is not UTF-8"},
   };
@@ -100,6 +136,16 @@ TEST(RunTest, AWrongScriptIsStatus1WhereItIsWrong) {
     EXPECT_TRUE(Holds(ending.errors, std::string("tarvo: standard input, line "))) << ending.errors;
     EXPECT_TRUE(Holds(ending.errors, message)) << script << "\n" << ending.errors;
   }
+}
+
+TEST(RunTest, ShowCustomDialogIsAnAlert) {
+  const Ending ending =
+      Tarvo({"--answer", "press 2; press 1", "--describe", "/dev/stderr", "run", "-"},
+            "Show Custom Dialog [ \"Hello\" ; 1/2 ]\nGet ( LastMessageChoice )\n"
+            "Show Custom Dialog [ Title: \"Again\" ]\nGet ( LastMessageChoice )");
+  EXPECT_EQ(ending.output, "2\n1\n") << ending.errors;
+  EXPECT_TRUE(Holds(ending.errors, "\"message\": \"Hello\", \"explanation\": \".5\""))
+      << ending.errors;
 }
 
 TEST(RunTest, DeepBlocksAreRefused) {
@@ -193,7 +239,7 @@ TEST(BundleTest, WhatAPluginDoesWrongIsStatus1) {
       {"OddThrow ( 1 )", "0\n", "OddThrow: the plug-in threw an exception: out of order\n"},
       {"OddFail ( 1 )", "0\n", "OddFail: the plug-in answered error code 5\n"},
       {"oddsecond ( 1 ; 2 )", "0\n2\n", "the plug-in threw while it was shut down: will not go\n"},
-      {"OddSecond ( 1 )", "0\n", "OddSecond expects 2 parameters, not 1\n"},
+      {"OddSecond ( 1 )", "0\n", "OddSecond expects 2 parameters, not 1: OddSecond"},
   };
   for (const auto& [calculation, output, message] : cases) {
     const Ending ending = Tarvo({"--plugin", odd, "eval", "0", calculation});
