@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <variant>
+#include <utility>
 
 #include "calculation/built_ins.h"
 #include "calculation/unicode.h"
@@ -37,22 +37,11 @@ Json Parsed(const std::string& text) {
 
 Json Parsed(std::u16string_view text) { return text.empty() ? Json() : Parsed(ToUtf8(text)); }
 
-// A key, or the number of an element.
-struct Index {
-  enum class Place { kAt, kLast, kBehindLast } place;
-  std::size_t number = 0;
+// A key, or what stands in brackets: the number of an element, : for the last, + for a new one.
+struct Step {
+  std::string name;
+  bool is_element;
 };
-using Step = std::variant<std::string, Index>;
-
-// Throws std::logic_error if the digits are none.
-Index IndexOf(const std::string& digits) {
-  if (digits == ":") return {Index::Place::kLast};
-  if (digits == "+") return {Index::Place::kBehindLast};
-  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) {
-    throw JsonError("\"" + digits + "\" is no number of an element");
-  }
-  return {Index::Place::kAt, digits.size() > 9 ? kLongestArray : std::stoul(digits)};
-}
 
 // a.b[0].c; a key in brackets and quotes may hold points.
 std::vector<Step> StepsOf(const std::string& path) {
@@ -60,8 +49,8 @@ std::vector<Step> StepsOf(const std::string& path) {
   for (std::size_t at = 0; at < path.size();) {
     if (path[at] == '.') ++at;
     std::size_t end = std::min(path.find_first_of(".[", at), path.size());
-    if (end > at || at == path.size() || path[at] == '.') {
-      steps.emplace_back(path.substr(at, end - at));
+    if (end > at || end == path.size() || path[at] == '.') {
+      steps.push_back({path.substr(at, end - at), false});
       at = end;
       continue;
     }
@@ -70,57 +59,52 @@ std::vector<Step> StepsOf(const std::string& path) {
     const std::size_t begin = at + (is_key ? 2 : 1);
     end = path.find(is_key ? std::string{quote, ']'} : "]", begin);
     if (end == std::string::npos) throw JsonError("a bracket of the path is not closed");
-    const std::string inner = path.substr(begin, end - begin);
-    if (is_key)
-      steps.emplace_back(inner);
-    else
-      steps.emplace_back(IndexOf(inner));
+    steps.push_back({path.substr(begin, end - begin), !is_key});
     at = end + (is_key ? 2 : 1);
   }
   if (steps.size() > kDeepest) throw JsonError("the path is longer than 200 steps");
   return steps;
 }
 
-// A key that is a number is one of an array's elements too.
-std::size_t ElementOf(const Json& array, const Step& step) {
-  const auto* const key = std::get_if<std::string>(&step);
-  const Index index = key ? IndexOf(*key) : std::get<Index>(step);
-  if (index.place == Index::Place::kAt) return index.number;
-  const bool is_last = index.place == Index::Place::kLast && !array.empty();
-  return array.size() - (is_last ? 1 : 0);
+std::size_t ElementOf(const Json& array, const std::string& name) {
+  if (name == "+") return array.size();
+  if (name == ":") return array.empty() ? 0 : array.size() - 1;
+  if (name.empty() || name.find_first_not_of("0123456789") != std::string::npos) {
+    throw JsonError("\"" + name + "\" is no number of an element");
+  }
+  return name.size() > 9 ? kLongestArray : std::stoul(name);
 }
 
-// Null where there is nothing.
-const Json* Find(const Json& root, std::span<const Step> steps) {
-  const Json* place = &root;
-  for (const Step& step : steps) {
+// Null if there is nothing. A key that is a number is one of an array's elements too.
+Json* Find(Json& root, std::span<const Step> steps) {
+  Json* place = &root;
+  for (const auto& [name, is_element] : steps) {
     if (place->is_array()) {
-      const std::size_t element = ElementOf(*place, step);
-      if (element >= place->size()) return nullptr;
-      place = &(*place)[element];
+      const std::size_t element = ElementOf(*place, name);
+      place = element < place->size() ? &(*place)[element] : nullptr;
     } else {
-      const auto* const key = std::get_if<std::string>(&step);
-      if (!place->is_object() || !key || !place->contains(*key)) return nullptr;
-      place = &(*place)[*key];
+      place =
+          place->is_object() && !is_element && place->contains(name) ? &(*place)[name] : nullptr;
     }
+    if (!place) return nullptr;
   }
   return place;
 }
 
-// Made where it is not there, in place of what is no object or array.
+// Made if it is not there, in place of what is no object or array.
 Json& Make(Json& root, std::span<const Step> steps) {
   Json* place = &root;
-  for (const Step& step : steps) {
-    const auto* const key = std::get_if<std::string>(&step);
-    if (key && !place->is_array()) {
-      if (!place->is_object()) *place = Json::object();
-      place = &(*place)[*key];
-    } else {
+  for (const auto& [name, is_element] : steps) {
+    if (place->is_array() || is_element) {
       if (!place->is_array()) *place = Json::array();
-      const std::size_t element = ElementOf(*place, step);
-      if (element >= std::max(place->size() + 1, kLongestArray))
+      const std::size_t element = ElementOf(*place, name);
+      if (element >= kLongestArray && element > place->size()) {
         throw JsonError("the array is too long");
+      }
       place = &(*place)[element];
+    } else {
+      if (!place->is_object()) *place = Json::object();
+      place = &(*place)[name];
     }
   }
   return *place;
@@ -192,28 +176,36 @@ void Format(const Json& json, const std::string& indent, std::string& text) {
   text += "\r" + indent + (json.is_object() ? "}" : "]");
 }
 
-// Does `work` with what stands at the path, if something does. What is wrong is the result, behind
-// a question mark.
+// Does `work` with the JSON of the first argument. What is wrong is the result, behind a question
+// mark.
 template <class Work>
-Value Reading(const Arguments& given, Work work) {
+Value WithJson(const Arguments& given, Work work) {
   const Text text = given.Text(0);
-  const Text path = given.Has(1) ? given.Text(1) : Text();
   try {
-    const Json root = Parsed(text);
-    const Json* const found = Find(root, StepsOf(ToUtf8(path)));
-    return found ? work(*found) : Value();
+    Json root = Parsed(text);
+    return work(root);
   } catch (const JsonError& error) {
     return Text(ToUtf16(std::string("? ") + error.what()));
   }
 }
 
+// The same with what stands at the path of the second, if something does.
+template <class Work>
+Value WithElement(const Arguments& given, Work work) {
+  return WithJson(given, [&](Json& root) {
+    const Json* const found = Find(root, StepsOf(ToUtf8(given.Text(1))));
+    return found ? work(*found) : Value();
+  });
+}
+
 template <class ItemText>
 Value ListOf(const Arguments& given, ItemText item_text) {
-  return Reading(given, [&](const Json& json) -> Value {
+  return WithElement(given, [&](const Json& json) -> Value {
     Text list;
     if (!json.is_structured()) return list;
+    const char16_t* separator = u"";
     for (const auto& item : json.items()) {
-      if (!list.empty() || &item.value() != &*json.begin()) list.Append(u"\r");
+      list.Append(std::exchange(separator, u"\r"));
       list.Append(item_text(item));
     }
     return list;
@@ -221,9 +213,7 @@ Value ListOf(const Arguments& given, ItemText item_text) {
 }
 
 Value SetElement(const Arguments& given) {
-  const Text text = given.Text(0);
-  try {
-    Json root = Parsed(text);
+  return WithJson(given, [&](Json& root) -> Value {
     const auto set = [&root](const Arguments& three) {
       const Text path = three.Text(0);
       const Value value = three.Get(1);
@@ -232,29 +222,23 @@ Value SetElement(const Arguments& given) {
     if (!given.Items(1)) set(given.From(1));
     for (std::size_t i = 1; given.Items(1) && given.Has(i); ++i) set(*given.Items(i));
     return TextOf(root);
-  } catch (const JsonError& error) {
-    return Text(ToUtf16(std::string("? ") + error.what()));
-  }
+  });
 }
 
 Value DeleteElement(const Arguments& given) {
-  const Text text = given.Text(0);
-  const Text path = given.Text(1);
-  try {
-    Json root = Parsed(text);
-    std::vector<Step> steps = StepsOf(ToUtf8(path));
-    if (steps.empty() || !Find(root, steps)) return text;
-    const Step last = steps.back();
+  return WithJson(given, [&](Json& root) -> Value {
+    std::vector<Step> steps = StepsOf(ToUtf8(given.Text(1)));
+    if (steps.empty() || !Find(root, steps)) return TextOf(root);
+    const std::string last = steps.back().name;
     steps.pop_back();
-    Json& parent = Make(root, steps);
-    if (parent.is_array())
+    Json& parent = *Find(root, steps);
+    if (parent.is_array()) {
       parent.erase(ElementOf(parent, last));
-    else
-      parent.erase(std::get<std::string>(last));
+    } else {
+      parent.erase(last);
+    }
     return TextOf(root);
-  } catch (const JsonError& error) {
-    return Text(ToUtf16(std::string("? ") + error.what()));
-  }
+  });
 }
 
 template <Type type>
@@ -270,7 +254,7 @@ constexpr BuiltIn kFunctions[] = {
     {u"JSONFormatElements", "json", "the JSON on several lines",
      R"(JSONFormatElements ( "{\"b\":[1,2],\"a\":1}" ))",
      [](const Arguments& given) {
-       return Reading(given, [](const Json& json) -> Value {
+       return WithJson(given, [](const Json& json) -> Value {
          std::string text;
          Format(json, "", text);
          return Text(ToUtf16(text));
@@ -279,7 +263,7 @@ constexpr BuiltIn kFunctions[] = {
     {u"JSONGetElement", "json ; path",
      "what stands at the path: a text or a number, 1 or 0 for true and false, JSON for the rest",
      R"(JSONGetElement ( "{\"a\":[1,{\"b\":\"c\"}]}" ; "a[1].b" ))",
-     [](const Arguments& given) { return Reading(given, ValueOf); }},
+     [](const Arguments& given) { return WithElement(given, ValueOf); }},
     {u"JSONListKeys", "json ; path", "the keys of an object or the numbers of an array's elements",
      R"(JSONListKeys ( "{\"b\":1,\"a\":2}" ; "" ))",
      [](const Arguments& given) {

@@ -1,5 +1,7 @@
 #include "calculation/lexer.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 
 #include "calculation/unicode.h"
@@ -15,8 +17,8 @@ bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 // language is left to the name that will not be found.
 bool IsNameUnit(char16_t unit) {
   if (unit < 0x80) {
-    return IsDigit(unit) || (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') ||
-           unit == u'_' || unit == u'.';
+    return u_isalnum(unit) ||
+           std::u16string_view(u"_.~@#%").find(unit) != std::u16string_view::npos;
   }
   constexpr std::u16string_view kSigns = u"¶≠≤≥“”„‘’«»×÷−…";
   return kSigns.find(unit) == std::u16string_view::npos && !IsBlankInLine(unit) && unit >= 0xA0 &&

@@ -101,7 +101,10 @@ Value Subtract(const Value& first, const Value& second) {
   const auto* from = std::get_if<Moment>(&first);
   const auto* taken = std::get_if<Moment>(&second);
   Decimal difference = AsNumber(first) - AsNumber(second);
-  if (from && taken && from->kind == taken->kind) return difference;
+  if (from && taken && from->kind == taken->kind) {
+    if (from->kind == Moment::Kind::kDate) return difference;
+    return Moment{Moment::Kind::kTime, std::move(difference)};
+  }
   return OfKind(first, second, std::move(difference));
 }
 

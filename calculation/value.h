@@ -46,8 +46,8 @@ Value Number(std::size_t count);
 // to case.
 int Compare(const Value& first, const Value& second);
 
-// Dates and times keep their kind where a number is added or taken away; the difference of two of
-// a kind is a number.
+// Dates and times keep their kind if a number is added or taken away. The difference of two dates
+// is a number of days, that of two times or timestamps a time.
 Value Add(const Value& first, const Value& second);
 Value Subtract(const Value& first, const Value& second);
 

@@ -64,6 +64,9 @@ class ScriptReader {
   // at. Throws calculation::Error.
   std::optional<Step> Next();
 
+  // Moves behind the name of the script that the text begins with, if it says one.
+  void SkipName();
+
   // Moves to the script of this name. False if the text has none. Throws calculation::Error.
   bool GoToScript(std::u16string_view name);
 

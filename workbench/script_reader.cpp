@@ -106,6 +106,11 @@ bool ScriptReader::SkipToStep() {
   }
 }
 
+void ScriptReader::SkipName() {
+  if (SkipToStep() || position_ == text_.size()) return;
+  calculation::ReadStatement(text_, position_, true);
+}
+
 bool ScriptReader::GoToScript(std::u16string_view name) {
   for (position_ = text_.find(u"Script"); position_ < text_.size();
        position_ = text_.find(u"Script", position_ + 1)) {

@@ -35,6 +35,7 @@ Variables TakeLocals(Variables& variables) {
 
 void ScriptRunner::Run() {
   ScriptReader reader(text_, functions_);
+  reader.SkipName();
   if (RunScript(reader) == Next::kExitScript && result_) print_(*result_);
 }
 

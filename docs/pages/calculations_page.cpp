@@ -63,7 +63,7 @@ Scripts read as FileMaker copies them as text. The steps are `Set Variable`, `If
 `Exit Loop If`, `End Loop`, `Perform Script`, `Exit Script`, `Halt Script` and `Show Custom Dialog`; `Set Error Capture` and
 `Allow User Abort` are passed over. A bare calculation prints its result, and so does the script's own
 `Exit Script`. Several scripts may stand in a file: a line `Script [ "Name" ]`, which is tarvo's own, begins one that
-`Perform Script` finds, and ends the one before.
+`Perform Script` finds, and ends the one before. The first of the file is what runs.
 
 ```
 Perform Script [ Specified: From list ; "Greet" ; Parameter: "Ann" ]
@@ -82,6 +82,8 @@ Exit Script [ Text Result: "Hello " & Get ( ScriptParameter ) ]
 - FileMaker's loops end after 50,000 rounds; here they end after more.
 - Not known is how FileMaker's texts copied from the script window tell the buttons and fields of
   `Show Custom Dialog`; only its title and message are read.
+- Not known is whether the difference of two timestamps is a time for FileMaker or a number; here it is a time,
+  as that of two times.
 - Not known is how FileMaker writes a time by itself; here it has 24 hours and no AM or PM.
 - Not known is how FileMaker compares a date with a text; here the text is read as a date if it is one.
 - Not known is whether `SortValues` and `UniqueValues` end their last value with ¶; here they do, as their sisters.

@@ -282,7 +282,7 @@ TEST(CalculationTest, DatesAndTimesKeepTheirKind) {
       {"Timestamp ( Date ( 2 ; 28 ; 2024 ) ; Time ( 23 ; 59 ; 59 ) ) + 1",
        "moment:2/29/2024 12:00:00 AM"},
       {"Timestamp ( \"2/28/2024\" ; \"12:30 PM\" ) - Timestamp ( \"2/28/2024\" ; \"0:30\" )",
-       "number:43200"},
+       "moment:12:00:00"},
       {"Let ( t = GetAsTimestamp ( \"2/29/2024 14:30:05\" ) ; GetAsDate ( t ) & \" \" & GetAsTime "
        "( t ) "
        "& Day ( t ) & Hour ( t ) & Minute ( t ) & Seconds ( t ) )",
@@ -325,6 +325,7 @@ TEST(CalculationTest, LoopsEvaluationAndRepetitions) {
       {"Let ( $x = \"Evaluate ( $x )\" ; Evaluate ( $x ) )", "text:?"},
       {"Let ( [ $x[2] = 5 ; $x = 1 ; $x[1 + 2] = 7 ] ; $x & $x[1] & $x[2] & $X[3] & $x[4] )",
        "text:1157"},
+      {"Let ( [ ~x = 1 ; @y = 2 ; ~x# = 3 ] ; ~x & @y & ~X# )", "text:123"},
       {"Let ( [ ${a name} = 3 ; $$b = 4 ] ; ${a name} & ${A NAME} & $${b} & $$b )", "text:3344"},
       {"SetRecursion ( While ( i = 0 ; i < 3 ; i = i + 1 ; i ) ; 3 )", "number:3"},
   });

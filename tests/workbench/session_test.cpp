@@ -83,6 +83,7 @@ TEST(RunTest, ScriptsRunStepByStep) {
        "Set Variable [ $$y ; Value: 3 ]\nExit Script [ Text Result: $z & Get ( ScriptName ) ]\n"
        "Script [ \"Third\" ]\nGet ( ScriptParameter ) & \"3\"",
        "132pSecond\n3\n\n"},
+      {"# all\nScript [ \"a\" ]\n1\nScript [ \"b\" ]\n2", "1\n"},
       {"Perform Script [ \"s\" ]\n1\nScript [ \"s\" ]\nHalt Script", ""},
   };
   for (const auto& [script, output] : cases) {

@@ -12,6 +12,8 @@
 #include <memory>
 #include <string_view>
 
+#include "calculation/unicode.h"
+
 namespace workbench {
 
 struct LineEditor {
@@ -88,14 +90,18 @@ std::size_t TerminalWidth() {
   return size.ws_col;
 }
 
+std::size_t WidthOf(const std::string& name) {
+  return calculation::DisplayWidth(calculation::ToUtf16(name));
+}
+
 // In columns, below the line.
 void ShowBelow(const Names& names) {
   std::size_t width = 0;
-  for (const std::string& name : names) width = std::max(width, name.size() + 2);
+  for (const std::string& name : names) width = std::max(width, WidthOf(name) + 2);
   const std::size_t columns = std::max<std::size_t>(TerminalWidth() / width, 1);
   for (std::size_t i = 0; i < names.size(); ++i) {
     const bool starts_row = i % columns == 0;
-    const std::string padded = names[i] + std::string(width - names[i].size(), ' ');
+    const std::string padded = names[i] + std::string(width - WidthOf(names[i]), ' ');
     std::fprintf(stderr, "%s%s", starts_row ? "\n" : "", padded.c_str());
   }
   std::fputs("\n", stderr);
