@@ -1,5 +1,6 @@
 // Sessions: through a pipe as programs hold them, and at a terminal as users do.
 
+#include "calculation/built_ins.h"
 #include "tests/workbench/terminal.h"
 #include "workbench/function_help.h"
 

@@ -145,8 +145,7 @@ TEST(RunTest, ShowCustomDialogIsAnAlert) {
             "Show Custom Dialog [ \"Hello\" ; 1/2 ]\nGet ( LastMessageChoice )\n"
             "Show Custom Dialog [ Title: \"Again\" ]\nGet ( LastMessageChoice )");
   EXPECT_EQ(ending.output, "2\n1\n") << ending.errors;
-  EXPECT_TRUE(Holds(ending.errors, R"("message":"Hello","explanation":".5")"))
-      << ending.errors;
+  EXPECT_TRUE(Holds(ending.errors, R"("message":"Hello","explanation":".5")")) << ending.errors;
 }
 
 TEST(RunTest, DeepBlocksAreRefused) {

@@ -60,7 +60,7 @@ bool IsHelp(const std::string& line) {
   std::istringstream words(line);
   std::string help, name, more;
   words >> help >> name >> more;
-  return help == "help" && more.empty();
+  return help == "help" && (more.empty() || (name == "Get" && more == "("));
 }
 
 std::string SessionHelp(const PluginFunctions& functions) {
@@ -139,7 +139,9 @@ void Repl::Reporting(const std::function<void()>& work) const {
 void Repl::PrintHelp(const std::string& line) const {
   std::istringstream words(line);
   std::string help, name;
-  words >> help >> name;
+  words >> help >> std::ws;
+  std::getline(words, name);
+  name.erase(name.find_last_not_of(" \t\r") + 1);
   const PluginFunctions& functions = session_.functions();
   Print(name.empty() ? SessionHelp(functions) : HelpOnFunction(name, functions.functions()));
 }
