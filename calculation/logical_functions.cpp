@@ -32,7 +32,7 @@ Value Evaluate(const Arguments& given) {
 
 constexpr BuiltIn kFunctions[] = {
     {u"Case", "test1 ; result1 {; test2 ; result2 ; ... ; default}",
-     "the result of the first test that holds; a last result alone is for where none does",
+     "the result of the first test that holds; a last result alone is for when none does",
      R"(Case ( 0 ; "a" ; 1 ; "b" ; "c" ))", Case},
     {u"Choose", "number ; result0 {; result1 ; ...}", "the result with this number, counted from 0",
      R"(Choose ( 1 ; "a" ; "b" ))", Choose},

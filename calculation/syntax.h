@@ -38,7 +38,7 @@ struct Literal {
   Value value;
 };
 
-// $name or $$name, in small letters, and which of its repetitions; the first where none is said.
+// $name or $$name, in small letters, and which of its repetitions; the first if none is said.
 struct Variable {
   std::u16string name;
   NodePtr repetition;

@@ -20,7 +20,7 @@ constexpr char16_t kFirstMark = 0x300;  // nothing below it joins what stands be
 
 int LengthOf(std::u16string_view text) { return static_cast<int>(text.size()); }
 
-// Fails where memory is exhausted or ICU's data cannot be found.
+// Fails if memory is exhausted or ICU's data cannot be found.
 void Require(UErrorCode status) {
   if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
   if (U_FAILURE(status)) throw std::runtime_error(std::string("ICU: ") + u_errorName(status));

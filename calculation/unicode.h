@@ -45,12 +45,12 @@ class Characters {
 
   std::size_t Count();
 
-  // Where character `number`, from 0, begins; the end of the text where it has no such.
+  // Where character `number`, from 0, begins; the end of the text if it has none.
   std::size_t Offset(std::size_t number);
 
  private:
   std::u16string_view text_;
-  std::unique_ptr<icu::BreakIterator> breaks_;  // made where they are needed
+  std::unique_ptr<icu::BreakIterator> breaks_;  // made when they are needed
 };
 
 std::vector<std::u16string_view> SplitCharacters(std::u16string_view text);

@@ -15,7 +15,7 @@ bool HasNumber(const Value& value) {
   return !text || std::any_of(text->view().begin(), text->view().end(), IsDigit);
 }
 
-// The exponent that begins at `place`, as in 1e3 and 1E-3; empty where none does.
+// The exponent that begins at `place`, as in 1e3 and 1E-3; empty if none does.
 std::u16string_view ExponentAt(std::u16string_view text, std::size_t place) {
   std::size_t end = place + 1;
   if ((text[place] | 0x20) != u'e') return {};

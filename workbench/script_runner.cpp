@@ -143,7 +143,7 @@ void ScriptRunner::ShowCustomDialog(const Step& step) {
   functions_.Tell("Get ( LastMessageChoice )", calculation::Decimal(button));
 }
 
-// Empty where the step is given no such calculation.
+// Empty if the step is given no such calculation.
 Value ScriptRunner::Evaluate(const Step& step, std::size_t calculation) {
   if (calculation >= step.calculations.size()) return {};
   return Evaluator(functions_, variables_).Evaluate(*step.calculations[calculation]);
