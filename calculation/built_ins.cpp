@@ -15,7 +15,7 @@ Arity ArityOf(const BuiltIn& function) {
   };
   const int minimum =
       parameters.starts_with('{') ? 0 : 1 + count(parameters.substr(0, parameters.find('{')));
-  return {minimum, parameters.find("...") == parameters.npos ? 1 + count(parameters) : -1};
+  return {minimum, parameters.find("...") == std::string_view::npos ? 1 + count(parameters) : -1};
 }
 
 std::string Prototype(const BuiltIn& function) {

@@ -55,7 +55,7 @@ void StripZeros(mpz_class& digits, std::size_t& scale) {
 std::optional<long> ReadExponent(std::string_view text) {
   if (text.starts_with('+')) text.remove_prefix(1);
   const std::string_view digits = text.substr(text.starts_with('-') ? 1 : 0);
-  if (digits.empty() || digits.find_first_not_of("0123456789") != digits.npos) return {};
+  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos) return {};
   long exponent = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), exponent);
   if (result.ec != std::errc()) exponent = text.starts_with('-') ? LONG_MIN : LONG_MAX;

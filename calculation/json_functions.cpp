@@ -43,24 +43,29 @@ struct Step {
   bool is_element;
 };
 
+// The step in the bracket at `at`, which moves past it. A key stands in quotes there.
+Step BracketedStep(const std::string& path, std::size_t& at) {
+  const char quote = at + 1 < path.size() ? path[at + 1] : ']';
+  const bool is_key = quote == '"' || quote == '\'';
+  const std::size_t begin = at + (is_key ? 2 : 1);
+  const std::size_t end = path.find(is_key ? std::string{quote, ']'} : "]", begin);
+  if (end == std::string::npos) throw JsonError("a bracket of the path is not closed");
+  at = end + (is_key ? 2 : 1);
+  return {path.substr(begin, end - begin), !is_key};
+}
+
 // a.b[0].c; a key in brackets and quotes may hold points.
 std::vector<Step> StepsOf(const std::string& path) {
   std::vector<Step> steps;
   for (std::size_t at = 0; at < path.size();) {
     if (path[at] == '.') ++at;
-    std::size_t end = std::min(path.find_first_of(".[", at), path.size());
+    const std::size_t end = std::min(path.find_first_of(".[", at), path.size());
     if (end > at || end == path.size() || path[at] == '.') {
       steps.push_back({path.substr(at, end - at), false});
       at = end;
-      continue;
+    } else {
+      steps.push_back(BracketedStep(path, at));
     }
-    const char quote = at + 1 < path.size() ? path[at + 1] : ']';
-    const bool is_key = quote == '"' || quote == '\'';
-    const std::size_t begin = at + (is_key ? 2 : 1);
-    end = path.find(is_key ? std::string{quote, ']'} : "]", begin);
-    if (end == std::string::npos) throw JsonError("a bracket of the path is not closed");
-    steps.push_back({path.substr(begin, end - begin), !is_key});
-    at = end + (is_key ? 2 : 1);
   }
   if (steps.size() > kDeepest) throw JsonError("the path is longer than 200 steps");
   return steps;

@@ -96,7 +96,7 @@ long WholeYear(long written) {
 // A date at the text's start, and where it ends.
 std::optional<Moment> ReadDate(const std::string& text, int& end) {
   std::array<long, 3> numbers{};
-  if (std::sscanf(text.c_str(), "%ld%*[^0-9]%ld%*[^0-9]%ld%n", &numbers[0], &numbers[1],
+  if (std::sscanf(text.c_str(), "%ld%*[^0-9]%ld%*[^0-9]%ld%n", numbers.data(), &numbers[1],
                   &numbers[2], &end) < 3) {
     return std::nullopt;
   }
@@ -149,18 +149,18 @@ const icu::DateFormatSymbols& Names() {
 
 Text NameAt(const icu::UnicodeString* names, int count, long index) {
   if (index < 0 || index >= count) return {};
-  return Text(
-      std::u16string(names[index].getBuffer(), static_cast<std::size_t>(names[index].length())));
+  return {
+      std::u16string(names[index].getBuffer(), static_cast<std::size_t>(names[index].length()))};
 }
 
 }  // namespace
 
 Text AsText(const Moment& moment) {
-  if (moment.kind == Kind::kTime) return Text(ToUtf16(TimeText(moment.number, false)));
-  if (moment.kind == Kind::kDate) return Text(ToUtf16(DateText(moment)));
+  if (moment.kind == Kind::kTime) return {ToUtf16(TimeText(moment.number, false))};
+  if (moment.kind == Kind::kDate) return {ToUtf16(DateText(moment))};
   const Decimal time = Remainder(moment.number, Decimal(kSecondsOfDay));
-  return Text(ToUtf16(DateText(ToMoment(Kind::kDate, moment)) + " " +
-                      TimeText(time, UserStyle().twelve_hours)));
+  return {ToUtf16(DateText(ToMoment(Kind::kDate, moment)) + " " +
+                  TimeText(time, UserStyle().twelve_hours))};
 }
 
 std::optional<Moment> ReadMoment(Kind kind, std::u16string_view utf16) {
@@ -168,7 +168,7 @@ std::optional<Moment> ReadMoment(Kind kind, std::u16string_view utf16) {
   int end = 0;  // a date or a time may be part of a whole timestamp
   if (kind == Kind::kDate) return ReadDate(text, end);
   if (kind == Kind::kTimestamp) return ReadTimestamp(text);
-  if (const std::optional<Moment> time = ReadTime(text)) return time;
+  if (std::optional<Moment> time = ReadTime(text)) return time;
   const std::optional<Moment> timestamp = ReadTimestamp(text);
   return timestamp ? std::optional(ToMoment(kind, *timestamp)) : std::nullopt;
 }
@@ -218,7 +218,7 @@ Moment CurrentMoment(Kind kind) {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  const Moment date = MakeDate(local.tm_mon + 1, local.tm_mday, local.tm_year + 1900);
+  Moment date = MakeDate(local.tm_mon + 1, local.tm_mday, local.tm_year + 1900);
   const Decimal time(local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec);
   if (kind == Kind::kDate) return date;
   if (kind == Kind::kTime) return {kind, time};

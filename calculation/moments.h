@@ -12,8 +12,8 @@ namespace calculation {
 
 Text AsText(const Moment& moment);
 
-// Nothing if the text says none.
-std::optional<Moment> ReadMoment(Moment::Kind kind, std::u16string_view text);
+// Nothing if `utf16` says none.
+std::optional<Moment> ReadMoment(Moment::Kind kind, std::u16string_view utf16);
 
 // What `value` says: a moment of another kind by its part, a number by what it counts, a text as
 // the user's country writes it. Throws NumberError if it says none.

@@ -112,6 +112,7 @@ int Collate(std::u16string_view first, std::u16string_view second) {
   return Require(status), order;
 }
 
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): the branches are the macro's
 char32_t CodePointAt(std::u16string_view text, std::size_t position) {
   UChar32 character = 0;
   U16_GET(text, 0, position, text.size(), character);

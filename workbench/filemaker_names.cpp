@@ -128,7 +128,7 @@ constexpr std::string_view kSteps =
     "Update Link|Upload to Host|View As|Write to Data File|";
 
 bool Holds(std::string_view names, std::string_view name) {
-  if (name.empty() || name.find('|') != name.npos) return false;
+  if (name.empty() || name.find('|') != std::string_view::npos) return false;
   const auto small = [](std::string_view text) {
     return calculation::ToUtf8(calculation::Lowercase(calculation::ToUtf16(text)));
   };

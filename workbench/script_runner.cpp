@@ -112,7 +112,7 @@ ScriptRunner::Next ScriptRunner::Perform(const Step& step) {
   ScriptReader reader(text_, functions_);
   if (!reader.GoToScript(name)) {
     throw Error(step.place, "there is no script \"" + calculation::ToUtf8(name) +
-                                "\" here; a line Script [ \"NAME\" ] begins one");
+                                R"(" here; a line Script [ "NAME" ] begins one)");
   }
   if (++depth_ > kDeepest) {
     throw Error(step.place, "scripts perform each other more than " + std::to_string(kDeepest) +
