@@ -12,24 +12,21 @@
 #include <vector>
 
 #include "displays/protocol/display_json.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {
 
-namespace fs = std::filesystem;
-
 // A bundle whose module, a copy of `module`, is named after its fault.
-std::string MakeBundle(const std::string& fault, const std::string& module = BROKEN_PLUGIN) {
-  static const testing_tools::TemporaryFolder folder;
-  const fs::path contents = fs::path(folder / (fault + ".fmplugin")) / "Contents";
-  fs::remove_all(contents);
-  fs::create_directories(contents / "Linux");
-  fs::create_directories(contents / "Resources/en.lproj");
-  if (fault != "no-info") std::ofstream(contents / "Info.plist") << "<plist/>";
-  if (fault != "no-table") std::ofstream(contents / "Resources/en.lproj/Broken.strings") << "";
-  fs::copy_file(module, contents / "Linux" / fault);
-  return contents.parent_path().string();
+std::string BundleOf(const std::string& fault, const std::string& module = BROKEN_PLUGIN) {
+  static const TemporaryFolder folder;
+  std::filesystem::remove_all(folder / (fault + ".fmplugin"));
+  const std::string bundle = MakeBundle(folder, fault, module);
+  const std::string contents = bundle + "/Contents/";
+  std::filesystem::create_directories(contents + "Resources/en.lproj");
+  if (fault != "no-info") std::ofstream(contents + "Info.plist") << "<plist/>";
+  if (fault != "no-table") std::ofstream(contents + "Resources/en.lproj/Broken.strings") << "";
+  return bundle;
 }
 
 std::string OutputOf(const CheckOptions& options, Status expected) {
@@ -154,7 +151,7 @@ class BrokenPlugin : public testing::TestWithParam<Fault> {};
 
 TEST_P(BrokenPlugin, FailsTheChecksThatItBreaksAndPassesTheOthers) {
   const Fault& fault = GetParam();
-  for (const auto& entry : Results(MakeBundle(fault.name, fault.module), Status::kWrong)) {
+  for (const auto& entry : Results(BundleOf(fault.name, fault.module), Status::kWrong)) {
     EXPECT_EQ(entry.at("result"), ExpectedResult(fault, entry.at("check"))) << entry;
     EXPECT_EQ(entry.at("message") == "", entry.at("result") == "passed") << entry;
   }
@@ -174,7 +171,7 @@ TEST(Check, PassesQuenlix) {
 
 // A check that cannot fail is none. Loading fails together with all that comes later.
 TEST(Check, PassesASoundPluginAndEveryCheckIsSeenToFail) {
-  for (const auto& entry : Results(MakeBundle("sound"), Status::kDone)) {
+  for (const auto& entry : Results(BundleOf("sound"), Status::kDone)) {
     EXPECT_EQ(entry.at("result"), "passed") << entry;
     const std::string check = entry.at("check");
     if (check == "load") continue;
@@ -185,19 +182,19 @@ TEST(Check, PassesASoundPluginAndEveryCheckIsSeenToFail) {
 }
 
 TEST(Check, PrintsALineForEachCheckThatMatches) {
-  const std::string bundle = MakeBundle("mishandles-parameters");
+  const std::string bundle = BundleOf("mishandles-parameters");
   const std::string passed = "passed     ";
   EXPECT_EQ(OutputOf({.bundle = bundle, .pattern = "version-2"}, Status::kDone),
             passed + "version-255\n" + passed + "version-256\n2 passed, 0 failed\n");
   EXPECT_EQ(OutputOf({.bundle = bundle, .pattern = "P*/1?2*"}, Status::kWrong),
             "failed     Plain/1024-units: expected no exception, got one that says: too long\n"
             "crashed    Plain/1025-units: SIGSEGV\n0 passed, 2 failed\n");
-  EXPECT_EQ(OutputOf({.bundle = MakeBundle("never-returns"),
+  EXPECT_EQ(OutputOf({.bundle = BundleOf("never-returns"),
                       .pattern = "Plain/returns",
                       .time_limit = std::chrono::milliseconds(3500)},
                      Status::kWrong),
             "timed out  Plain/returns: expected an end within 3.5 s\n0 passed, 1 failed\n");
-  EXPECT_EQ(OutputOf({.bundle = MakeBundle("no-arguments"), .pattern = "Plain/e"}, Status::kDone),
+  EXPECT_EQ(OutputOf({.bundle = BundleOf("no-arguments"), .pattern = "Plain/e"}, Status::kDone),
             "skipped    Plain/empty: the function takes no parameter\n"
             "0 passed, 0 failed\n");
 }

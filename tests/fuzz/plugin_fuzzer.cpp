@@ -1,7 +1,6 @@
 // A life of the plug-in from bytes: calls of its functions, and a user in the dialogs that they
 // open. After every call the dialog state must be whole and nothing may be left over.
 
-#include <cstring>
 #include <stdexcept>
 
 #include "platform/carbon/CarbonHost.h"
@@ -9,6 +8,7 @@
 #include "platform/fmwrapper/FMHost.h"
 #include "plugin/state/dialog_state.h"
 #include "tests/fuzz/bytes.h"
+#include "tests/support/whole_state.h"
 
 extern "C" void FMExternCallProc(FMX_ExternCallPtr call);
 
@@ -67,26 +67,6 @@ void SendMessage(std::uint8_t message) {
   FMExternCallProc(&block);
 }
 
-void RequireWholeState() {
-  Require(gWindowRef == nullptr, "a window is left");
-  Require(gButtonHandlerRef == nullptr, "a handler is left");
-  Require(DoListBox == 0, "list mode is left on");
-  Require(fmx::host::LiveValues() == 0, "FileMaker values are left");
-  for (const auto& family : {gbuttontexts, gcontroltexts, gPreEnters}) {
-    for (CFStringRef* text : family) Require(*text != nullptr, "a text is null");
-  }
-  for (const ByteBuffer* result : {&Field1, &Field2, &Field3, &Field4, &FieldLC, &myreturntext}) {
-    Require(std::memchr(result->bytes, 0, result->capacity) != nullptr, "a result has no end");
-  }
-  Require(std::strchr("1234E0", FieldLC.bytes[0]) != nullptr, "an unknown way to end");
-  for (std::size_t i = 0; i < kFamilySize; ++i) {
-    Require(*popupctrs[i] == 0 || *popupctrs[i] == CFArrayGetCount(*mypopupArrays[i]),
-            "a menu is not as long as it says");
-  }
-  Require(glistlength == 0 || glistlength == CFArrayGetCount(myListArray),
-          "the list is not as long as it says");
-}
-
 // What the standard dialog leaves once it has got to its end.
 void RequireClearedPresets(const std::u16string& result) {
   if (result.starts_with(u"$$")) return;
@@ -103,7 +83,7 @@ void CallFunction(Bytes& bytes, const FuzzedUser& user) {
   Require(outcome.error == 0, "an error code");
   Require(outcome.result.type == kFMX_NumberType || outcome.result.locale == 3, "a locale is lost");
   Require(!user.is_open(), "a dialog is left open");
-  RequireWholeState();
+  if (const char* broken = BrokenState()) throw std::logic_error(broken);
   if (function.id == 2) RequireClearedPresets(outcome.result.text);
 }
 

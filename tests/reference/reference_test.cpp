@@ -14,10 +14,11 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/run_program.h"
+#include "tests/support/tarvo.h"
 
 namespace {
 
+using workbench::Tarvo;
 using Json = nlohmann::json;
 
 const std::filesystem::path kDocs = PROJECT_SOURCE_DIR "/docs";
@@ -57,10 +58,6 @@ std::vector<Example> ReadExamples() {
     }
   }
   return examples;
-}
-
-testing_tools::Ending Tarvo(std::vector<std::string> arguments) {
-  return testing_tools::Run({.program = TARVO_PROGRAM, .arguments = std::move(arguments)});
 }
 
 // What the plug-in says of itself in a language: `command` is functions or info.
