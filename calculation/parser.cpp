@@ -42,8 +42,7 @@ NodePtr MakeChain(Chain chain) {
   return Make(place, std::move(chain));
 }
 
-// Of texts, each with the number that stands for it: whatever number stands for them changes
-// nothing of the text
+// The styles of texts. The numbers that stand for them do not matter: a style changes no text here.
 constexpr std::u16string_view kStyles[] = {u"Plain",           u"Bold",
                                            u"Italic",          u"Underline",
                                            u"Outline",         u"Shadow",
@@ -54,6 +53,11 @@ constexpr std::u16string_view kStyles[] = {u"Plain",           u"Bold",
                                            u"Titlecase",       u"WordUnderline",
                                            u"DoubleUnderline", u"HighlightYellow",
                                            u"AllStyles"};
+
+void Bind(std::vector<Binding>& bindings, std::size_t slot, NodePtr value) {
+  bindings.emplace_back().target = Local{slot};
+  bindings.back().value = std::move(value);
+}
 
 std::string Quoted(std::u16string_view text) { return "\"" + ToUtf8(text) + "\""; }
 
@@ -346,11 +350,11 @@ void Parser::ParseBinding(std::vector<Binding>& bindings, std::vector<std::u16st
   Expect(u"=", "\"=\"");
   NodePtr value = ParseExpression();
   if (before && std::find(names.begin(), names.end(), name) != names.end()) {
-    bindings.push_back({Local{locals_[name].back()}, std::move(value)});
+    Bind(bindings, locals_[name].back(), std::move(value));
     return;
   }
-  if (before) before->push_back({Local{slots_}, nullptr});
-  bindings.push_back({Local{slots_}, std::move(value)});
+  if (before) Bind(*before, slots_, nullptr);
+  Bind(bindings, slots_, std::move(value));
   locals_[name].push_back(slots_++);
   names.push_back(std::move(name));
 }

@@ -112,8 +112,9 @@ Value Position(const Arguments& given) {
 }
 
 Value Quote(const Arguments& given) {
+  const Text text = given.Text(0);
   std::u16string quoted = u"\"";
-  for (const char16_t unit : given.Text(0).view()) {
+  for (const char16_t unit : text.view()) {
     if (unit == u'"' || unit == u'\\' || unit == u'¶') quoted += u'\\';
     quoted += unit == u'\r' ? u'¶' : unit;
   }

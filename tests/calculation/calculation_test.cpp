@@ -221,6 +221,7 @@ TEST(CalculationTest, TextFunctions) {
        "text:ab"},
       {"Trim ( \"  a b \" ) & Trim ( \"  \" ) & IsEmpty ( \"\" )", "text:a b1"},
       {R"(Quote ( "a\"b\\¶" ))", R"(text:"a\"b\\¶")"},
+      {"Quote ( 12345678.9 )", R"(text:"12345678.9")"},
   });
 }
 
