@@ -111,8 +111,8 @@ void AddOptions(CLI::App& app, Options& options, Words& words) {
   app.set_help_flag("-h,--help", "show this help");
   app.add_flag("--version", words.version, "show the program's version");
   app.add_option("--plugin", options.plugin, "the plug-in bundle to load")->type_name("BUNDLE");
-  app.add_option("--display", words.display, "auto, desktop or scripted")
-      ->check(CLI::IsMember({"auto", "desktop", "scripted"}).description(""))
+  app.add_option("--display", words.display, "auto, desktop, terminal or scripted")
+      ->check(CLI::IsMember({"auto", "desktop", "terminal", "scripted"}).description(""))
       ->type_name("KIND");
   app.add_option("--language", options.language, "the language of the plug-in's texts")
       ->type_name("LANG");
@@ -233,6 +233,7 @@ void CheckOperands(const Options& options) {
 
 DisplayChoice ChoiceOf(const std::string& word) {
   if (word == "desktop") return DisplayChoice::kDesktop;
+  if (word == "terminal") return DisplayChoice::kTerminal;
   return word == "scripted" ? DisplayChoice::kScripted : DisplayChoice::kAuto;
 }
 

@@ -7,7 +7,7 @@
 
 namespace workbench {
 
-enum class DisplayChoice { kAuto, kDesktop, kScripted };
+enum class DisplayChoice { kAuto, kDesktop, kTerminal, kScripted };
 
 // What the command line asks for.
 struct Options {

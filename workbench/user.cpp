@@ -6,6 +6,7 @@
 
 #include "calculation/unicode.h"
 #include "platform/carbon/Carbon.h"
+#include "displays/protocol/default_display.h"
 #include "platform/carbon/CarbonHost.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
@@ -39,6 +40,12 @@ bool IsScripted(const Options& options) {
   return options.answers_file || !options.answers.empty();
 }
 
+display::Display& ShownOn(DisplayChoice choice) {
+  if (choice == DisplayChoice::kDesktop) return display::Desktop();
+  if (choice == DisplayChoice::kTerminal) return display::Terminal();
+  return carbon::DefaultDisplay();
+}
+
 std::vector<std::unique_ptr<Observer>> MakeObservers(const Options& options) {
   std::vector<std::unique_ptr<Observer>> observers;
   if (options.describe) observers.push_back(std::make_unique<DescriptionLog>(*options.describe));
@@ -65,7 +72,7 @@ std::string Explain(const display::ScriptedDisplay::Failure& failure) {
 User::User(const Options& options) {
   std::vector<Answer> answers = ReadAnswers(options);
   if (IsScripted(options)) scripted_.emplace(std::move(answers));
-  display::Display& shown_on = scripted_ ? *scripted_ : carbon::DefaultDisplay();
+  display::Display& shown_on = scripted_ ? *scripted_ : ShownOn(options.display);
   display_.emplace(shown_on, MakeObservers(options));
   carbon::SetDisplay(&*display_);
 }

@@ -11,8 +11,8 @@
 
 namespace workbench {
 
-// Who sees the dialogs and answers them: the user at the desktop or a script of answers. Dialogs
-// are shown to the user for as long as this lives.
+// Who sees the dialogs and answers them: the user at the desktop or the terminal, or a script of
+// answers. Dialogs are shown to the user for as long as this lives.
 class User {
  public:
   // Reads the answers and opens the files that dialogs are written to. Throws Failure (usage).

@@ -64,8 +64,9 @@ void HostSession::Close() {
 // Global coordinates count from its corner, wherever it is on the desktop.
 void HostSession::AnnounceScreen() {
   const QSize screen = QGuiApplication::primaryScreen()->size();
-  connection_.Send(protocol::ReadyLine({0, 0, static_cast<std::int16_t>(screen.height()),
-                                        static_cast<std::int16_t>(screen.width())}));
+  const Rect main_screen{0, 0, static_cast<std::int16_t>(screen.height()),
+                         static_cast<std::int16_t>(screen.width())};
+  connection_.Send(protocol::ReadyLine({main_screen}));
 }
 
 // Windows are centred by the host, which is told whenever the screen is another one.

@@ -1,10 +1,31 @@
-#include "displays/protocol/display_process.h"
+#include "displays/protocol/default_display.h"
+
+#include "displays/protocol/desktop_or_terminal.h"
 #include "platform/carbon/CarbonHost.h"
 #include "platform/carbon/display.h"
 
-// The project's display, which is installed beside this library. Never destroyed: the display
-// process ends when the host does, however it ends.
+namespace display {
+namespace {
+
+DisplayProcess& DesktopProgram() {
+  static auto& program = *new DisplayProcess("tarvo-desktop");
+  return program;
+}
+
+DisplayProcess& TerminalProgram() {
+  static auto& program = *new DisplayProcess("tarvo-terminal");
+  return program;
+}
+
+}  // namespace
+
+Display& Desktop() { return DesktopProgram(); }
+Display& Terminal() { return TerminalProgram(); }
+
+}  // namespace display
+
 display::Display& carbon::DefaultDisplay() {
-  static auto& display = *new display::DisplayProcess("tarvo-desktop");
+  static auto& display =
+      *new display::DesktopOrTerminal(display::DesktopProgram(), display::TerminalProgram());
   return display;
 }

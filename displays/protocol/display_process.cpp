@@ -14,11 +14,11 @@ constexpr Rect kNoScreen{0, 0, 1080, 1920};
 DisplayProcess::DisplayProcess(std::string program, std::chrono::milliseconds patience)
     : program_(std::move(program)), patience_(patience) {}
 
-Rect DisplayProcess::MainScreen() { return Start() ? screen_ : kNoScreen; }
+Rect DisplayProcess::MainScreen() { return GetReady() ? ready_.main_screen : kNoScreen; }
 
 bool DisplayProcess::Open(const Description& dialog) {
   ++dialog_;
-  return Start() && Send(protocol::OpenLine(dialog_, dialog));
+  return GetReady() && Send(protocol::OpenLine(dialog_, dialog));
 }
 
 std::optional<Action> DisplayProcess::NextAction() {
@@ -39,9 +39,17 @@ void DisplayProcess::Change(std::size_t index, const Control& control) {
 // A window reports only actions that its dialog allows, so there is no mistake to report back.
 void DisplayProcess::Reject(const std::string&) {}
 
-void DisplayProcess::Close() { Send(protocol::CloseLine(dialog_)); }
+// What the host writes next is to be seen on a terminal that is as it was.
+void DisplayProcess::Close() {
+  if (!Send(protocol::CloseLine(dialog_)) || !ready_.tells_closed) return;
+  while (const auto message = Receive()) {
+    if (const auto* closed = std::get_if<protocol::Closed>(&*message)) {
+      if (closed->dialog == dialog_) return;
+    }
+  }
+}
 
-bool DisplayProcess::Start() {
+bool DisplayProcess::GetReady() {
   TakeNews();
   if (program_.IsRunning()) return true;
   why_lost_ = program_.Start();
@@ -62,7 +70,7 @@ bool DisplayProcess::IsReady() {
 }
 
 bool DisplayProcess::NoteReady(const protocol::DisplayMessage& message) {
-  if (const auto* ready = std::get_if<protocol::Ready>(&message)) screen_ = ready->main_screen;
+  if (const auto* ready = std::get_if<protocol::Ready>(&message)) ready_ = *ready;
   if (const auto* not_ready = std::get_if<protocol::NotReady>(&message)) why_lost_ = not_ready->why;
   return std::holds_alternative<protocol::Ready>(message);
 }

@@ -22,6 +22,11 @@ class DisplayProcess : public Display {
   explicit DisplayProcess(std::string program,
                           std::chrono::milliseconds patience = std::chrono::seconds(30));
 
+  // Starts the program unless it runs already. False if it cannot show anything; WhyLost then says
+  // why.
+  bool GetReady();
+  bool IsRunning() const { return program_.IsRunning(); }
+
   // The main screen in pixels; 1920 by 1080 at (0, 0) if there is none.
   Rect MainScreen() override;
 
@@ -33,7 +38,6 @@ class DisplayProcess : public Display {
   std::string WhyLost() const override { return why_lost_; }
 
  private:
-  bool Start();
   bool IsReady();
   bool NoteReady(const protocol::DisplayMessage& message);
   void TakeNews();
@@ -43,8 +47,8 @@ class DisplayProcess : public Display {
   DisplayProgram program_;
   std::chrono::milliseconds patience_;
   std::string why_lost_;
-  Rect screen_;
-  int dialog_ = 0;  // tells the actions of this dialog from those of the one before
+  protocol::Ready ready_;  // what the program last said of itself
+  int dialog_ = 0;         // tells the actions of this dialog from those of the one before
 };
 
 }  // namespace display

@@ -45,7 +45,7 @@ std::string FindProgram(const std::string& name) {
 }
 
 // What the child starts with: its socket as number 3, nothing above it, and no signal blocked,
-// ignored or handled.
+// ignored or handled, but that job control stays off where the host has it off.
 class SpawnPlan {
  public:
   explicit SpawnPlan(int socket_of_child) {
@@ -58,6 +58,7 @@ class SpawnPlan {
     sigemptyset(&signals);
     posix_spawnattr_setsigmask(&attributes_, &signals);
     sigfillset(&signals);
+    for (const int stop : {SIGTSTP, SIGTTIN, SIGTTOU}) sigdelset(&signals, stop);
     posix_spawnattr_setsigdefault(&attributes_, &signals);
   }
   SpawnPlan(const SpawnPlan&) = delete;

@@ -10,7 +10,7 @@ namespace display {
 
 // The process of a display and the socket to it. The host's signal handlers, locale, environment
 // and descriptors stay as they are; the program inherits no descriptor but 0, 1, 2 and its socket,
-// and no signal that is blocked, ignored or handled.
+// and no signal that is blocked, ignored or handled, but for those of job control that are ignored.
 class DisplayProgram {
  public:
   // Starts nothing yet. The program stands beside the library that holds this code, or in ../bin

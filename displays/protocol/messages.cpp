@@ -14,12 +14,14 @@ constexpr const char* kChange = "change";
 constexpr const char* kClose = "close";
 constexpr const char* kReady = "ready";
 constexpr const char* kAction = "action";
+constexpr const char* kClosed = "closed";
 
 // The keys of what else they hold.
 constexpr const char* kDialog = "dialog";
 constexpr const char* kControl = "control";
 constexpr const char* kSelection = "selection";
 constexpr const char* kScreen = "screen";
+constexpr const char* kTellsClosed = "tells closed";
 constexpr const char* kError = "error";
 
 std::string Line(const Json& message) { return ToText(message) + '\n'; }
@@ -81,8 +83,10 @@ HostMessage ReadHostMessage(std::string_view line) {
   throw std::invalid_argument("the host says what is not understood");
 }
 
-std::string ReadyLine(const Rect& main_screen) {
-  return Line({{kReady, true}, {kScreen, RectToJson(main_screen)}});
+std::string ReadyLine(const Ready& ready) {
+  Json message{{kReady, true}, {kScreen, RectToJson(ready.main_screen)}};
+  if (ready.tells_closed) message[kTellsClosed] = true;
+  return Line(message);
 }
 
 std::string NotReadyLine(const std::string& why) { return Line({{kReady, false}, {kError, why}}); }
@@ -93,10 +97,15 @@ std::string ActionLine(int dialog, const Action& action) {
   return Line(message);
 }
 
+std::string ClosedLine(int dialog) { return Line(Json::object({{kClosed, dialog}})); }
+
 DisplayMessage ReadDisplayMessage(std::string_view line) {
   const Json message = Json::parse(line);
   if (message.contains(kAction)) return Done{message.at(kDialog), ActionFromJson(message)};
-  if (message.at(kReady).get<bool>()) return Ready{RectFromJson(message.at(kScreen))};
+  if (message.contains(kClosed)) return Closed{message.at(kClosed)};
+  if (message.at(kReady).get<bool>()) {
+    return Ready{RectFromJson(message.at(kScreen)), message.value(kTellsClosed, false)};
+  }
   return NotReady{message.at(kError)};
 }
 

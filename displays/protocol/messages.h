@@ -8,7 +8,9 @@
 // cannot be and ends; it says again that it is ready whenever the main screen has changed. The host
 // opens one dialog at a time, under a number of its own, changes its controls and closes it. What
 // the user does is an action, under the dialog's number, so that one which comes late is not taken
-// for the next dialog's. The display ends when the socket is closed or its host has ended.
+// for the next dialog's. A display that shares a terminal with its host says when a closed dialog
+// is off the screen, and the host waits for that. The display ends when the socket is closed or its
+// host has ended.
 //
 // The functions that read a line throw std::exception if it is no JSON, lacks a key, or holds an
 // unknown value.
@@ -50,13 +52,15 @@ using HostMessage = std::variant<Open, Change, Close>;
 HostMessage ReadHostMessage(std::string_view line);
 
 // The display's part, likewise.
-std::string ReadyLine(const Rect& main_screen);
+struct Ready {
+  Rect main_screen;           // in global coordinates
+  bool tells_closed = false;  // the display says when a dialog is off the screen
+};
+
+std::string ReadyLine(const Ready& ready);
 std::string NotReadyLine(const std::string& why);
 std::string ActionLine(int dialog, const Action& action);
-
-struct Ready {
-  Rect main_screen;  // in global coordinates
-};
+std::string ClosedLine(int dialog);
 
 struct NotReady {
   std::string why;  // one clause for the user
@@ -67,7 +71,11 @@ struct Done {
   Action action;
 };
 
-using DisplayMessage = std::variant<Ready, NotReady, Done>;
+struct Closed {
+  int dialog;
+};
+
+using DisplayMessage = std::variant<Ready, NotReady, Done, Closed>;
 DisplayMessage ReadDisplayMessage(std::string_view line);
 
 }  // namespace display::protocol

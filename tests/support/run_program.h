@@ -101,11 +101,15 @@ inline Ending Run(const Command& command) {
   std::vector<std::string> words{command.program};
   words.insert(words.end(), command.arguments.begin(), command.arguments.end());
   std::vector<std::string> environment = internal::Environment(command.environment);
+  posix_spawnattr_t attributes;  // without the terminal that the tests may have been started in
+  posix_spawnattr_init(&attributes);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
   pid_t process = 0;
   const int error =
-      posix_spawn(&process, command.program.c_str(), &actions, nullptr,
+      posix_spawn(&process, command.program.c_str(), &actions, &attributes,
                   internal::Pointers(words).data(), internal::Pointers(environment).data());
   posix_spawn_file_actions_destroy(&actions);
+  posix_spawnattr_destroy(&attributes);
   if (error != 0) throw std::runtime_error("cannot start " + command.program);
   Ending ending;
   ending.status = internal::WaitFor(process);

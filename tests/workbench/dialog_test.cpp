@@ -51,16 +51,16 @@ TEST(DialogTest, AMissingOrWrongAnswerIsStatus4) {
 }
 
 TEST(DialogTest, NoDisplayIsStatus5AtOnce) {
-  for (const std::vector<std::string>& options :
-       std::vector<std::vector<std::string>>{{}, {"--display", "desktop"}}) {
-    std::vector<std::string> words{"eval", "1", kNames, "2"};
-    words.insert(words.end(), options.begin(), options.end());
-    const Ending ending = Tarvo(words);
+  const std::string no_screen = "neither DISPLAY nor WAYLAND_DISPLAY is set";
+  const std::string no_terminal = "there is no terminal";
+  for (const auto& [kind, reason] : {std::pair{"auto", no_screen + ", and " + no_terminal},
+                                     {"desktop", no_screen},
+                                     {"terminal", no_terminal}}) {
+    const Ending ending = Tarvo({"--display", kind, "eval", "1", kNames, "2"});
     EXPECT_EQ(ending.status, 5);
     EXPECT_EQ(ending.output, "1\n");
-    EXPECT_EQ(ending.errors,
-              "tarvo: no display: the dialog \"Enter the name\" has no window: neither DISPLAY nor "
-              "WAYLAND_DISPLAY is set; --answer or --answers answers it without a screen\n");
+    EXPECT_EQ(ending.errors, "tarvo: no display: the dialog \"Enter the name\" has no window: " +
+                                 reason + "; --answer or --answers answers it without a screen\n");
   }
   EXPECT_EQ(Tarvo({"eval", "TarvoDialogVersion ( 0 )"}).status, 0) << "needs no display";
 }

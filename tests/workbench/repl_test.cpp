@@ -112,7 +112,7 @@ TEST_F(SessionTest, ResultsAndErrorsFollowOneAnother) {
 }
 
 TEST_F(SessionTest, ALostDisplayIsReportedAndTheSessionGoesOn) {
-  Terminal terminal({"repl"}, Environment());
+  Terminal terminal({"--display", "desktop", "repl"}, Environment());
   for (int i = 0; i < 2; ++i) {
     terminal.Expect("tarvo> ");
     terminal.Type("TarvoDialog ( \"0|Lost\" )\n");

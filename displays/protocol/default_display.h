@@ -1,0 +1,19 @@
+#pragma once
+
+// The programs that show dialogs. Unless a host chooses another display, the desktop's does where
+// there is a screen, else the terminal's where there is one. They are never destroyed,
+// since a display process ends when the host does, however it ends, and start nothing before they
+// are needed.
+
+#include "platform/carbon/display.h"
+
+#pragma GCC visibility push(default)
+
+namespace display {
+
+Display& Desktop();
+Display& Terminal();
+
+}  // namespace display
+
+#pragma GCC visibility pop

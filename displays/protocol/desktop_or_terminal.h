@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "displays/protocol/display_process.h"
+#include "platform/carbon/display.h"
+
+namespace display {
+
+// Dialogs are shown on the desktop where there is a screen, else in the terminal where there is
+// one.
+class DesktopOrTerminal : public Display {
+ public:
+  // Both must outlive this.
+  DesktopOrTerminal(DisplayProcess& desktop, DisplayProcess& terminal);
+
+  Rect MainScreen() override;
+  bool Open(const Description& dialog) override;
+  std::optional<Action> NextAction() override;
+  void Change(std::size_t index, const Control& control) override;
+  void Reject(const std::string& reason) override;
+  void Close() override;
+  std::string WhyLost() const override;
+
+ private:
+  bool Choose();
+
+  DisplayProcess& desktop_;
+  DisplayProcess& terminal_;
+  DisplayProcess* chosen_;  // the one that got ready last
+  bool is_ready_ = false;
+};
+
+}  // namespace display
