@@ -1,0 +1,30 @@
+#pragma once
+
+// Where a dialog's controls stand in cells. Columns and rows follow the rectangles of the
+// description; on a screen that is too low the blank rows go first, then the list and the message
+// are made lower, and what is still too high scrolls.
+
+#include <vector>
+
+#include "displays/terminal/canvas.h"
+#include "platform/carbon/display.h"
+
+namespace terminal {
+
+struct Layout {
+  Area frame;               // on the screen, with the frame around the content
+  std::vector<Area> areas;  // of each control, in the content; empty where it is not shown
+  int height = 0;           // of the content, which scrolls if the frame has less room
+};
+
+// The layout on a screen of that many cells; `main_screen` is what the description's position
+// counts in.
+Layout LayOut(const display::Window& window, const Rect& main_screen, int rows, int columns);
+
+// The cancel control is Escape and nothing to look at, whether or not Escape is allowed.
+bool IsSeen(const display::Control& control);
+
+// A text over several lines: a message, and not the label of a field.
+bool IsMessage(const display::Control& control);
+
+}  // namespace terminal
