@@ -13,7 +13,7 @@ test:
 
 release:
 	@scripts/set-up.sh run
-	@scripts/build.sh release tarvo tarvo-desktop Quenlix bundle_resources
+	@scripts/build.sh release tarvo tarvo-desktop tarvo-terminal Quenlix bundle_resources
 
 # Into PREFIX, below DESTDIR if that is given.
 PREFIX ?= /usr/local
@@ -36,6 +36,7 @@ format:
 # The pictures of docs/, drawn by the workbench.
 pictures: release
 	@docs/pictures/make-pictures.sh build/release
+	@docs/pictures/make-text-pictures.sh build/release
 
 # The pages of docs/ that the program's own tables make.
 pages:

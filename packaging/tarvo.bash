@@ -39,7 +39,7 @@ _tarvo() {
     before=${COMP_WORDS[COMP_CWORD - 2]}
   fi
   case $before in
-    --display) _tarvo_offer -W 'auto desktop scripted' ;;
+    --display) _tarvo_offer -W 'auto desktop terminal scripted' ;;
     --plugin | --screenshot) _tarvo_offer -d ;;
     --answers | --describe | --record) _tarvo_offer -f ;;
     --answer | --language | --interface-version | --only) ;;

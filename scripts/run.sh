@@ -14,6 +14,6 @@ if [ "$status" -ne 5 ]; then exit "$status"; fi
 
 answers='enter 1 Ann; enter 2 Lee; press 2'
 pictures=build/release/pictures
-echo "There is no screen here. The same dialog, answered by the script \"$answers\":" >&2
+echo "There is neither a screen nor a terminal here. The same dialog, answered by the script \"$answers\":" >&2
 "$tarvo" --answer "$answers" --screenshot "$pictures" eval "$calculation"
 echo "What it looks like: $pictures/1.png" >&2

@@ -12,7 +12,7 @@ purpose=${1:-run}
 packages="
   cmake g++ make ninja-build pkg-config
   qt6-base-dev qt6-wayland libxcb1-dev libfontconfig-dev libgl-dev
-  nlohmann-json3-dev libcli11-dev libedit-dev libgmp-dev libicu-dev
+  nlohmann-json3-dev libcli11-dev libedit-dev libncurses-dev libgmp-dev libicu-dev
   dpkg-dev file
   fonts-dejavu-core"
 
@@ -21,9 +21,11 @@ case $purpose in
     libgtest-dev clang-format clang-tidy gcovr
     xvfb xdotool openbox x11-utils x11-xserver-utils xauth xclip
     at-spi2-core dbus-daemon weston
+    libvterm-dev
     locales" ;;
   fuzz) packages="$packages clang libclang-rt-dev" ;;
-  bench) packages="$packages libbenchmark-dev sqlite3 libxcb-damage0-dev xvfb zenity yad kdialog" ;;
+  bench) packages="$packages libbenchmark-dev sqlite3 libxcb-damage0-dev xvfb zenity yad kdialog
+    dialog whiptail" ;;
 esac
 
 # Says what to do by hand, where this script cannot.
