@@ -91,7 +91,7 @@ TEST(CompletionTest, BashOffersWhatOptionsAndCommandsTake) {
   const auto offered = [&](const std::string& words) { return Complete(words, folder / ""); };
   EXPECT_EQ(offered("tarvo --display s"), "scripted ");
   EXPECT_EQ(offered("tarvo --display = s"), "scripted ");
-  EXPECT_EQ(offered("tarvo --display ="), "auto desktop scripted ");
+  EXPECT_EQ(offered("tarvo --display ="), "auto desktop terminal scripted ");
   EXPECT_EQ(offered("tarvo --plugin ''"), "Form.fmplugin ");
   EXPECT_EQ(offered("tarvo check F"), "Form.fmplugin ");
   EXPECT_EQ(offered("tarvo run f"), "form.tarvo ");
