@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
-#include <regex>
 #include <stdexcept>
 
 #include "bench/child.h"
@@ -31,8 +30,23 @@ struct Program {
 
 // What a terminal would show of it, without regard to places and colours.
 std::string Shown(const std::string& written) {
-  static const std::regex order("\033\\[[0-9;?>]*[a-zA-Z]|\033\\][^\a]*\a|\033[()].|\033[=>78]");
-  return std::regex_replace(written, order, "");
+  std::string shown;
+  for (std::size_t i = 0; i < written.size(); ++i) {
+    if (written[i] != '\033') {
+      shown += written[i];
+      continue;
+    }
+    const char kind = ++i < written.size() ? written[i] : '\0';
+    if (kind == '[') {
+      while (++i < written.size() && (written[i] < '@' || written[i] > '~')) {
+      }
+    } else if (kind == ']') {
+      i = std::min(written.find('\a', i), written.size());
+    } else if (kind == '(') {
+      ++i;
+    }
+  }
+  return shown;
 }
 
 bool ShowsAll(const Program& program, const std::string& written) {
