@@ -143,7 +143,7 @@ void HostSession::StopAll() {
 
 void HostSession::Suspend() {
   terminal_.GiveBack();
-  signals_.Stop();
+  Signals::Stop();
   if (dialog_) Return();
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
-#include <ranges>
 
 namespace terminal {
 namespace {
@@ -171,8 +170,9 @@ class Builder {
     };
     shrink(below_, 0);
     for (Band& band : bands_) shrink(band.height, band.wanted);
-    for (Band& band : std::views::reverse(bands_)) shrink(band.gap, 0);
-    for (Band& band : std::views::reverse(bands_)) shrink(band.height, band.least);
+    std::for_each(bands_.rbegin(), bands_.rend(), [&](Band& band) { shrink(band.gap, 0); });
+    std::for_each(bands_.rbegin(), bands_.rend(),
+                  [&](Band& band) { shrink(band.height, band.least); });
     for (Band& band : bands_) shrink(band.height, 1);
   }
 

@@ -35,9 +35,10 @@ void Menu::Draw(const Canvas& screen, const Area& place) {
   screen.Frame(frame, {});
   const Canvas canvas = screen.Part(inside_);
   for (int line = 0; line < std::min(inside_.height, Count() - top_); ++line) {
-    const bool current = top_ + line == item_;
+    const int item = top_ + line;
+    const bool current = item == item_;
     const Style style = current ? Style::kFocused : Style::kPlain;
-    const Line text = OneLine(items_[static_cast<std::size_t>(top_ + line)]);
+    const Line text = OneLine(items_[static_cast<std::size_t>(item)]);
     canvas.Fill({line, 0, 1, inside_.width}, style);
     canvas.Put(line, 1, Elide(text, inside_.width - 2), style);
     if (current) canvas.SetCursor(line, 1);

@@ -32,7 +32,7 @@ std::optional<int> Signals::Next() const {
   return static_cast<int>(info.ssi_signo);
 }
 
-void Signals::Stop() const {
+void Signals::Stop() {
   sigset_t stop;
   sigemptyset(&stop);
   sigaddset(&stop, SIGTSTP);

@@ -23,7 +23,7 @@ class Signals {
   bool CanStop() const { return can_stop_; }
 
   // Stops this process as SIGTSTP does, until it is continued.
-  void Stop() const;
+  static void Stop();
 
  private:
   sigset_t blocked_;

@@ -46,7 +46,8 @@ void StaticText::DrawMessage(const Canvas& canvas, bool focused) {
   lines_ = static_cast<int>(lines.size());
   top_ = std::clamp(top_, 0, std::max(lines_ - height_, 0));
   for (int row = 0; row < std::min(height_, lines_ - top_); ++row) {
-    canvas.Put(row, 0, lines[static_cast<std::size_t>(top_ + row)], TextStyle());
+    const int line = top_ + row;
+    canvas.Put(row, 0, lines[static_cast<std::size_t>(line)], TextStyle());
   }
   const Style arrows = focused ? Style::kFocused : Style::kFrame;
   if (top_ > 0) canvas.Arrow(0, canvas.Width() - 1, false, arrows);

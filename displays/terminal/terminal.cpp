@@ -7,6 +7,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <utility>
@@ -120,6 +122,29 @@ std::optional<Click> ClickOf(const MEVENT& event) {
   return click;
 }
 
+// The kind of what was typed: kSign with the sign, or the number of a function key.
+std::optional<int> Read(wchar_t& sign) {
+  wint_t read = 0;
+  const int kind = wget_wch(stdscr, &read);
+  if (kind == ERR) return std::nullopt;
+  sign = static_cast<wchar_t>(read);
+  return kind == KEY_CODE_YES ? static_cast<int>(read) : kSign;
+}
+
+// A sign at once behind Escape is that sign with Alt, which does nothing.
+Key AfterEscape() {
+  wchar_t sign = 0;
+  const std::optional<int> kind = Read(sign);
+  if (!kind) return Key{.kind = Key::Kind::kEscape};
+  if (*kind == kSign && !IsControl(sign)) return Key{};
+  if (*kind == kSign) {
+    unget_wch(sign);
+  } else {
+    ungetch(*kind);
+  }
+  return Key{.kind = Key::Kind::kEscape};
+}
+
 // Stops as long as other processes have the terminal. False if nobody would ever continue this one.
 bool WaitForForeground(int fd) {
   std::signal(SIGTTOU, SIG_DFL);
@@ -143,7 +168,7 @@ Terminal::~Terminal() {
   if (fd_ >= 0) close(fd_);
 }
 
-bool Terminal::Start() {
+bool Terminal::Start() const {
   std::FILE* out = fdopen(dup(fd_), "w");
   std::FILE* in = fdopen(dup(fd_), "r");
   set_escdelay(kEscapeDelay);
@@ -199,14 +224,14 @@ void Terminal::GiveBack() {
   guard_->GivenBack();
 }
 
-bool Terminal::Renew() {
+bool Terminal::Renew() const {
   if (!WaitForForeground(fd_)) return false;
   reset_prog_mode();
   clearok(curscr, TRUE);
   return true;
 }
 
-void Terminal::Resize() {
+void Terminal::Resize() const {
   winsize size{};
   if (ioctl(fd_, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0) return;
   resizeterm(size.ws_row, size.ws_col);
@@ -221,15 +246,6 @@ void Terminal::DropInput() {
 bool Terminal::IsHungUp() const {
   pollfd terminal{fd_, POLLIN, 0};
   return poll(&terminal, 1, 0) > 0 && (terminal.revents & (POLLHUP | POLLERR)) != 0;
-}
-
-// The kind of what was typed: kSign with the sign, or the number of a function key.
-std::optional<int> Terminal::Read(wchar_t& sign) {
-  wint_t read = 0;
-  const int kind = wget_wch(stdscr, &read);
-  if (kind == ERR) return std::nullopt;
-  sign = static_cast<wchar_t>(read);
-  return kind == KEY_CODE_YES ? static_cast<int>(read) : kSign;
 }
 
 std::optional<Event> Terminal::Next() {
@@ -267,20 +283,6 @@ std::optional<Event> Terminal::TakeClicks() {
   return std::nullopt;
 }
 
-// A sign at once behind Escape is that sign with Alt, which does nothing.
-std::optional<Event> Terminal::AfterEscape() {
-  wchar_t sign = 0;
-  const std::optional<int> kind = Read(sign);
-  if (!kind) return Key{.kind = Key::Kind::kEscape};
-  if (*kind == kSign && !IsControl(sign)) return Key{};
-  if (*kind == kSign) {
-    unget_wch(sign);
-  } else {
-    ungetch(*kind);
-  }
-  return Key{.kind = Key::Kind::kEscape};
-}
-
 std::optional<Event> Terminal::TakeIntoPaste(int kind, wchar_t sign) {
   if (kind == kPasteEndKey) return std::exchange(paste_, std::nullopt);
   if (kind == kSign) paste_->text += ToUtf8(sign);
@@ -290,12 +292,12 @@ std::optional<Event> Terminal::TakeIntoPaste(int kind, wchar_t sign) {
 bool StartUnseenTerminal(int rows, int columns) {
   std::FILE* nowhere = std::fopen("/dev/null", "r+");
   if (!nowhere) return false;
-  for (const char* type : {"xterm", "linux", "vt100"}) {
-    if (!newterm(type, nowhere, nowhere)) continue;
-    resizeterm(rows, columns);
-    return true;
-  }
-  return false;
+  const std::array types{"xterm", "linux", "vt100"};
+  const bool started = std::any_of(types.begin(), types.end(), [nowhere](const char* type) {
+    return newterm(type, nowhere, nowhere) != nullptr;
+  });
+  if (started) resizeterm(rows, columns);
+  return started;
 }
 
 }  // namespace terminal

@@ -38,10 +38,10 @@ class Terminal {
 
   // After something else may have used it: sets it up anew and forgets what it shows. Waits and
   // fails as Take does.
-  bool Renew();
+  bool Renew() const;
 
   // The window has another size.
-  void Resize();
+  void Resize() const;
 
   // What was typed before is not for what is shown now.
   void DropInput();
@@ -53,11 +53,9 @@ class Terminal {
   bool IsHungUp() const;
 
  private:
-  bool Start();
-  std::optional<int> Read(wchar_t& sign);
+  bool Start() const;
   std::optional<Event> Translate(int kind, wchar_t sign);
   std::optional<Event> TakeClicks();
-  std::optional<Event> AfterEscape();
   std::optional<Event> TakeIntoPaste(int kind, wchar_t sign);
 
   int fd_ = -1;
