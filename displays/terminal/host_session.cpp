@@ -29,6 +29,9 @@ int HostSession::Run() {
   }
   while (!status_) WaitAndDo();
   terminal_.GiveBack();
+  // What the terminal's processes are still told is not for this one. If the SIGCONT that comes
+  // with a hang-up met LeakSanitizer at work, that would wait without end.
+  setsid();
   return *status_;
 }
 

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -122,8 +123,29 @@ std::optional<Click> ClickOf(const MEVENT& event) {
   return click;
 }
 
+// The terminal library waits for the rest of a mouse's report as long as it takes, and spins if the
+// terminal hangs up meanwhile. Waiting is interrupted; if that does not help this process is ended,
+// and its guard gives the terminal back.
+class LimitedTime {
+ public:
+  LimitedTime() {
+    struct sigaction interrupt {};
+    interrupt.sa_handler = [](int) {};
+    interrupt.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGALRM, &interrupt, nullptr);
+    Set({{2, 0}, {1, 0}});  // after a second, and two more
+  }
+  LimitedTime(const LimitedTime&) = delete;
+  LimitedTime& operator=(const LimitedTime&) = delete;
+  ~LimitedTime() { Set({}); }
+
+ private:
+  static void Set(const itimerval& time) { setitimer(ITIMER_REAL, &time, nullptr); }
+};
+
 // The kind of what was typed: kSign with the sign, or the number of a function key.
 std::optional<int> Read(wchar_t& sign) {
+  const LimitedTime limited;
   wint_t read = 0;
   const int kind = wget_wch(stdscr, &read);
   if (kind == ERR) return std::nullopt;

@@ -26,6 +26,15 @@ std::vector<pid_t> Descendants(pid_t process, const std::string& name) {
   return found;
 }
 
+// Nobody may have asked for its status yet.
+bool HasEnded(pid_t process) {
+  const std::string state =
+      desktop_test::Line("/proc/" + std::to_string(process) + "/status", "State:\t");
+  return state.empty() || state.starts_with("Z");
+}
+
+constexpr const char* kHalfOfAClick = "\033[<0;10;";
+
 Words Shell(const std::string& command = "") {
   Words words{"/bin/bash", "--norc", "--noprofile"};
   if (command.empty()) {
@@ -127,12 +136,17 @@ TEST_F(AtAPrompt, KilledDisplayLeavesTheTerminalAsItWas) {
 }
 
 TEST_F(AtAPrompt, KilledHostLeavesTheTerminalAsItWas) {
-  OpenDialog();
-  kill(Descendants(user_.Program(), "tarvo").at(0), SIGKILL);
-  ExpectAsBefore();
-  user_.Expect("status 137");
-  EXPECT_TRUE(
-      user_.WaitUntil([&] { return Descendants(user_.Program(), "tarvo-terminal").empty(); }));
+  for (const char* typed : {"", "\033", " ", "\033[200~x", kHalfOfAClick}) {
+    Run("clear; echo be'fore'");
+    OpenDialog();
+    user_.Type(typed);
+    EXPECT_TRUE(user_.WaitUntil([&] { return user_.IsAllTaken(); })) << typed;
+    const pid_t display = Descendants(user_.Program(), "tarvo-terminal").at(0);
+    kill(Descendants(user_.Program(), "tarvo").at(0), SIGKILL);
+    EXPECT_TRUE(user_.WaitUntil([&] { return HasEnded(display); })) << typed;
+    ExpectAsBefore();
+    user_.Expect("status 137");
+  }
 }
 
 TEST_F(AtAPrompt, ResultsGoWhereTheHostsOutputGoes) {
@@ -154,6 +168,23 @@ TEST(Guest, HangUpEndsTheDialogWithoutAnAnswer) {
   EXPECT_TRUE(Holds(ReadAll(errors), "the terminal has hung up")) << ReadAll(errors);
 }
 
+// The terminal library may be reading just then.
+TEST(Guest, HangUpWhileTheMouseReportsEndsTheDisplay) {
+  std::string wheel;
+  for (int i = 0; i < 300; ++i) wheel += "\033[<64;10;10M";
+  for (int round = 0; round < 4; ++round) {
+    TerminalUser user(Tarvo({kNames}));
+    user.Expect("<]");
+    const pid_t display = Descendants(user.Program(), "tarvo-terminal").at(0);
+    kill(display, SIGSTOP);
+    user.Type(wheel);
+    kill(display, SIGCONT);
+    std::this_thread::sleep_for(std::chrono::microseconds(600) * round);
+    user.HangUp();
+    EXPECT_TRUE(user.WaitUntil([&] { return HasEnded(display); }));
+  }
+}
+
 TEST(Guest, ADialogFitsTheScreenWhateverItBecomes) {
   TerminalUser user(
       Tarvo({R"(TarvoDialog ( "4|The message|OK|Cancel|||First|Last|Street|Town" ))"}));
@@ -163,8 +194,8 @@ TEST(Guest, ADialogFitsTheScreenWhateverItBecomes) {
     user.Resize(size);
     user.Type("x\x7f");
     if (size.rows >= 12) {
-      user.Expect("Town [");
-      user.Expect("OK");
+      user.Expect("[> OK <]");  // narrower than before
+      user.Expect("Town");
     } else if (size.rows >= 5) {
       EXPECT_TRUE(user.WaitUntil([&] { return !user.Shows("Town") && user.Shows("↓"); }));
       user.Type("\t\t\t");

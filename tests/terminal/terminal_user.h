@@ -50,6 +50,15 @@ class TerminalUser {
     EXPECT_EQ(write(fd_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
   }
 
+  // All that was typed has been read.
+  bool IsAllTaken() const {
+    const int own_end = open(ptsname(fd_), O_RDONLY | O_NOCTTY);
+    int left = 0;
+    ioctl(own_end, FIONREAD, &left);
+    close(own_end);
+    return left == 0;
+  }
+
   void Paste(const std::string& text) const {
     vterm_keyboard_start_paste(emulator_);
     Type(text);
@@ -179,8 +188,8 @@ class TerminalUser {
   }
 
   void ReadSome() {
-    pollfd waiting{fd_, POLLIN, 0};
-    if (fd_ < 0 || poll(&waiting, 1, 20) <= 0) return;
+    pollfd waiting{fd_, POLLIN, 0};  // which waits the whole time if there is no terminal any more
+    if (poll(&waiting, 1, 20) <= 0) return;
     char buffer[4096];
     const ssize_t count = read(fd_, buffer, sizeof buffer);
     if (count <= 0) {
