@@ -178,7 +178,7 @@ std::optional<std::size_t> Dialog::ControlAt(int row, int column) const {
 void Dialog::Draw() {
   BeginDrawing();
   const Canvas screen;
-  layout_ = LayOut(window_, kMainScreen, screen.Height(), screen.Width());
+  layout_ = LayOut(window_, screen.Height(), screen.Width());
   const int room = std::max(layout_.frame.height - 2, 1);
   ScrollToFocus(room);
   DrawFrame(screen);

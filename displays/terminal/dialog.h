@@ -10,9 +10,6 @@
 
 namespace terminal {
 
-// The screen that descriptions count in: their positions are taken as proportions of it.
-inline constexpr Rect kMainScreen{0, 0, 1080, 1920};
-
 // An open dialog or alert: its controls, which of them has the focus, and what the user's keys and
 // clicks mean. Nothing is decided here.
 class Dialog {

@@ -193,7 +193,7 @@ int Start(int position, int size, int screen, int cells, int cell_screen) {
 
 }  // namespace
 
-Layout LayOut(const display::Window& window, const Rect& main_screen, int rows, int columns) {
+Layout LayOut(const display::Window& window, int rows, int columns) {
   const Builder builder(window, rows, columns);
   const Rect& content = window.content;
   Layout layout;
@@ -201,10 +201,10 @@ Layout LayOut(const display::Window& window, const Rect& main_screen, int rows, 
   layout.height = builder.Height();
   layout.frame.height = std::min(layout.height + 2 * kFrame, rows);
   layout.frame.width = std::min(builder.Width() + 2 * kFrame, columns);
-  layout.frame.row = Start(content.top, content.bottom - content.top,
-                           main_screen.bottom - main_screen.top, layout.frame.height, rows);
-  layout.frame.column = Start(content.left, content.right - content.left,
-                              main_screen.right - main_screen.left, layout.frame.width, columns);
+  layout.frame.row = Start(content.top, content.bottom - content.top, kMainScreen.bottom,
+                           layout.frame.height, rows);
+  layout.frame.column = Start(content.left, content.right - content.left, kMainScreen.right,
+                              layout.frame.width, columns);
   return layout;
 }
 

@@ -11,15 +11,17 @@
 
 namespace terminal {
 
+// The screen that descriptions count in: their positions are taken as proportions of it.
+inline constexpr Rect kMainScreen{0, 0, 1080, 1920};
+
 struct Layout {
   Area frame;               // on the screen, with the frame around the content
   std::vector<Area> areas;  // of each control, in the content; empty where it is not shown
   int height = 0;           // of the content, which scrolls if the frame has less room
 };
 
-// The layout on a screen of that many cells; `main_screen` is what the description's position
-// counts in.
-Layout LayOut(const display::Window& window, const Rect& main_screen, int rows, int columns);
+// The layout on a screen of that many cells.
+Layout LayOut(const display::Window& window, int rows, int columns);
 
 // The cancel control is Escape and nothing to look at, whether or not Escape is allowed.
 bool IsSeen(const display::Control& control);

@@ -1,5 +1,7 @@
 #include "displays/terminal/shown_text.h"
 
+#include <unicode/utf8.h>
+
 #include <algorithm>
 #include <climits>
 #include <cwchar>
@@ -12,20 +14,12 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr std::size_t kMostMarks = 4;  // that a cell can hold beside its character
 
-// The character that begins at `text[i]`; `i` then is behind it. Bytes that are none become U+FFFD.
+// The character that begins at `text[i]`; `i` then is behind it. Whatever comes here is UTF-8: JSON
+// holds nothing else.
 char32_t Decode(std::string_view text, std::size_t& i) {
-  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  const unsigned char first = byte(i++);
-  if (first < 0x80) return first;
-  const int further = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-  if (first < 0xC2 || first > 0xF4) return kReplacement;
-  char32_t sign = first & (0x3F >> further);
-  for (int k = 0; k < further; ++k) {
-    if (i == text.size() || (byte(i) & 0xC0) != 0x80) return kReplacement;
-    sign = sign << 6 | (byte(i++) & 0x3F);
-  }
-  const bool is_surrogate = sign >= 0xD800 && sign < 0xE000;
-  return is_surrogate || sign > 0x10FFFF ? kReplacement : sign;
+  char32_t sign = 0;
+  U8_NEXT_UNSAFE(text, i, sign);
+  return sign;
 }
 
 // Those that would go on to order what stands behind the text.
@@ -130,12 +124,10 @@ Line Elide(Line line, int width) {
 }
 
 std::string ToUtf8(wchar_t sign) {
-  const auto code = static_cast<char32_t>(sign);
-  const auto tail = [code](int shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
-  if (code < 0x80) return {static_cast<char>(code)};
-  if (code < 0x800) return {static_cast<char>(0xC0 | code >> 6), tail(0)};
-  if (code < 0x10000) return {static_cast<char>(0xE0 | code >> 12), tail(6), tail(0)};
-  return {static_cast<char>(0xF0 | code >> 18), tail(12), tail(6), tail(0)};
+  char bytes[U8_MAX_LENGTH];
+  std::size_t count = 0;
+  U8_APPEND_UNSAFE(bytes, count, static_cast<char32_t>(sign));
+  return {bytes, count};
 }
 
 bool StartsWith(std::string_view text, const std::wstring& prefix) {

@@ -34,8 +34,7 @@ void StaticText::Draw(const Canvas& canvas, bool focused) {
 }
 
 void StaticText::DrawLabel(const Canvas& canvas) const {
-  const Line line = Elide(OneLine(text_), canvas.Width());
-  canvas.Put(0, canvas.Width() - WidthOf(line), line, TextStyle());
+  canvas.Put(0, 0, Elide(OneLine(text_), canvas.Width()), TextStyle());
 }
 
 void StaticText::DrawMessage(const Canvas& canvas, bool focused) {

@@ -4,8 +4,7 @@
 
 namespace terminal {
 
-// The message, which scrolls where it is longer than its place, or the label of a field, which ends
-// right beside it.
+// The message, which scrolls if it is longer than its place, or the label of a field.
 class StaticText : public ControlView {
  public:
   explicit StaticText(const display::Control& control);
