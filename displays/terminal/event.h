@@ -44,7 +44,7 @@ struct Paste {
   std::string text;  // UTF-8
 };
 
-// A button of the mouse going down, or its wheel, at a cell of the screen.
+// A click of the mouse or a turn of its wheel, at a cell of the screen.
 struct Click {
   int row = 0;
   int column = 0;

@@ -112,14 +112,16 @@ Key ControlKey(wchar_t sign) {
 
 bool IsControl(wchar_t sign) { return sign < 0x20 || sign == 0x7F; }
 
-// Nothing for what is no press of the button or the wheel.
+// Nothing for what is neither the wheel nor the button, which counts when it is released: the
+// terminal library takes no further press until it has seen the release, and the next dialog or
+// program would not know what to do with it.
 std::optional<Click> ClickOf(const MEVENT& event) {
   Click click{.row = event.y, .column = event.x};
   click.shift = event.bstate & BUTTON_SHIFT;
   click.control = event.bstate & BUTTON_CTRL;
   if (event.bstate & BUTTON4_PRESSED) click.wheel = -1;
   if (event.bstate & BUTTON5_PRESSED) click.wheel = 1;
-  if (click.wheel == 0 && !(event.bstate & BUTTON1_PRESSED)) return std::nullopt;
+  if (click.wheel == 0 && !(event.bstate & BUTTON1_RELEASED)) return std::nullopt;
   return click;
 }
 
@@ -203,8 +205,6 @@ bool Terminal::Start() const {
   keypad(stdscr, TRUE);
   nodelay(stdscr, TRUE);
   mouseinterval(0);
-  // The releases mean nothing, but behind an event that is not asked for the library waits for
-  // another.
   mousemask(BUTTON1_PRESSED | BUTTON1_RELEASED | BUTTON4_PRESSED | BUTTON5_PRESSED | BUTTON_SHIFT |
                 BUTTON_CTRL,
             nullptr);

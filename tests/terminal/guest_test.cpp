@@ -157,6 +157,21 @@ TEST_F(AtAPrompt, ResultsGoWhereTheHostsOutputGoes) {
   ExpectAsBefore();
 }
 
+TEST_F(AtAPrompt, ASessionsNextDialogTakesTheFirstClick) {
+  Run("$TARVO repl");
+  for (const char* name : {"Ann", "Lee"}) {
+    user_.Expect("\ntarvo>\n");
+    Run("TarvoDialog ( \"1|Name|OK||||First\" )");
+    user_.Expect("<]");
+    user_.Type(name);
+    user_.Click("OK");
+    user_.Expect(std::string("1|") + name);
+  }
+  user_.Expect("\ntarvo>\n");
+  user_.Type("\004");
+  ExpectAsBefore();
+}
+
 TEST(Guest, HangUpEndsTheDialogWithoutAnAnswer) {
   const TemporaryFolder folder;
   const std::string errors = folder / "errors";

@@ -67,9 +67,11 @@ class TerminalUser {
 
   // Clicks at the first cell where the screen shows `text`, or so many columns from there.
   void Click(const std::string& text, int columns = 0, VTermModifier held = VTERM_MOD_NONE) {
+    Expect(text);
     const VTermPos place = Find(text);
     vterm_mouse_move(emulator_, place.row, place.col + columns, held);
     vterm_mouse_button(emulator_, 1, true, held);
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));  // as a hand does
     vterm_mouse_button(emulator_, 1, false, held);
   }
 
