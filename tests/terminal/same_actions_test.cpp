@@ -64,6 +64,7 @@ class SameActions : public testing::Test {
   static Words OnDesktop(const Words& calculations, const std::vector<Turn>& turns,
                          const std::string& record) {
     const desktop_test::XSession user(desktop_test::XSession::Manager::kNone);
+    desktop_test::OutputOf("xset r off");
     const std::string screen = std::string("DISPLAY=") + std::getenv("DISPLAY");
     Words words = Tarvo(calculations, {"--record-passwords", "--record", record});
     words.erase(words.begin());
@@ -72,7 +73,9 @@ class SameActions : public testing::Test {
     });
     for (const Turn& turn : turns) {
       EXPECT_NE(user.ActiveWindow(turn.title), 0U) << turn.title;
-      user.Key(turn.keys);
+      // One by one: a menu needs time to open, and no key may repeat on a busy machine.
+      std::istringstream keys(turn.keys);
+      for (std::string key; keys >> key;) user.Key(key);
     }
     return {ending.get().output, ReadAll(record)};
   }
