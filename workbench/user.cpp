@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "calculation/unicode.h"
-#include "platform/carbon/Carbon.h"
 #include "displays/protocol/default_display.h"
+#include "platform/carbon/Carbon.h"
 #include "platform/carbon/CarbonHost.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
