@@ -88,7 +88,7 @@ TEST_F(DisplayProcessTest, OneThatIsNotReadySaysWhy) {
 TEST_F(DisplayProcessTest, AnActionOfAnotherDialogIsDropped) {
   const Action press = MakeAction(Action::Kind::kPress);
   const Action escape = MakeAction(Action::Kind::kEscape);
-  DisplayProcess display(MakeDisplay(Say(ReadyLine({0, 0, 600, 800})) + Hear() +
+  DisplayProcess display(MakeDisplay(Say(ReadyLine({.main_screen = {0, 0, 600, 800}})) + Hear() +
                                      Say(ActionLine(0, escape) + ActionLine(1, press)) + Hear() +
                                      Hear() + Say(ActionLine(1, press) + ActionLine(2, escape)) +
                                      Hear()));

@@ -126,7 +126,8 @@ TEST(UninitialisedPlugin, AnswersEveryFunctionThatIsRegistered) {
   failure = {};
   auto functions = fmx::host::Functions();
   // Results first, while there is none.
-  std::ranges::stable_partition(functions, [](const auto& f) { return f.id >= 5 && f.id <= 10; });
+  std::stable_partition(functions.begin(), functions.end(),
+                        [](const auto& f) { return f.id >= 5 && f.id <= 10; });
   std::string results;
   for (const fmx::host::Function& function : functions) {
     ScriptedDialogs dialogs(display::ParseAnswerText("press 1"));

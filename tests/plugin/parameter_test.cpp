@@ -5,7 +5,7 @@ namespace {
 class Parameter : public PluginHost {};
 
 TEST_F(Parameter, VersionIsANumberWhateverIsAsked) {
-  for (const std::size_t length : {0, 1, 5000}) {
+  for (const std::size_t length : {0u, 1u, 5000u}) {
     const auto outcome = Evaluate("TarvoDialogVersion", std::u16string(length, u'x'));
     EXPECT_EQ(outcome.error, 0);
     EXPECT_EQ(outcome.result.type, kFMX_NumberType);
