@@ -9,7 +9,7 @@
 namespace desktop {
 namespace {
 
-constexpr int kMessagePadding = 3;
+constexpr int kMessagePadding = 3;  // above; its left edge is that of the labels
 
 bool IsLabel(const display::Control& control) { return control.id >= control_id::Label(1); }
 
@@ -35,9 +35,7 @@ QString StaticText::CutText() const {
 }
 
 QRect StaticText::TextRect() const {
-  if (!is_label_) {
-    return rect().adjusted(kMessagePadding, kMessagePadding, -kMessagePadding, 0);
-  }
+  if (!is_label_) return rect().adjusted(0, kMessagePadding, 0, 0);
   // A label stands on the line of the text in its field.
   const int line = fontMetrics().lineSpacing();
   return {0, (height() - line) / 2, width(), line};
