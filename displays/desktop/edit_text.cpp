@@ -1,8 +1,12 @@
 #include "displays/desktop/edit_text.h"
 
+#include <sys/prctl.h>
+
+#include <algorithm>
 #include <limits>
 
 #include "displays/desktop/dialog_style.h"
+#include "displays/desktop/masked_passwords.h"
 #include "displays/desktop/shown_text.h"
 #include "platform/carbon/control_ids.h"
 
@@ -13,12 +17,30 @@ using display::Action;
 EditText::EditText(const display::Control& control, QWidget* parent)
     : QLineEdit(parent), number_(control_id::FieldNumber(control.id)) {
   setMaxLength(std::numeric_limits<int>::max());
-  if (control.kind == display::ControlKind::kPassword) setEchoMode(QLineEdit::Password);
+  if (control.kind == display::ControlKind::kPassword) KeepSecret();
   setFont(SmallFont());
   setTextMargins(1, 0, 1, 0);  // the text begins at the rectangle: Qt keeps 3 pixels
   setGeometry(RectOf(control).adjusted(-kFieldFrame, -kFieldFrame, kFieldFrame, kFieldFrame));
   // Not textEdited: what a screen reader or a dictation puts in is the user's, too.
   connect(this, &QLineEdit::textChanged, this, [this] { edited_ = true; });
+}
+
+EditText::~EditText() { WipeHeld(); }
+
+void EditText::KeepSecret() {
+  setEchoMode(QLineEdit::Password);
+  TellPasswordsMasked();
+  prctl(PR_SET_DUMPABLE, 0);  // from here on no core dump
+  connect(this, &QLineEdit::textChanged, this, [this](const QString& now) {
+    WipeHeld();
+    held_ = now;
+  });
+}
+
+// In place: a string that is assigned to would be written elsewhere.
+void EditText::WipeHeld() {
+  auto* characters = const_cast<QChar*>(held_.constData());
+  std::fill_n(characters, held_.size(), QChar());
 }
 
 // A password is never told, so the host's empty text is no reason to empty the field.

@@ -44,6 +44,26 @@ TEST_F(Accessibility, DialogIsToldInFull) {
   EXPECT_EQ(reader_.Tree().find("secret"), std::string::npos);
 }
 
+// Typed, put in and deleted: what is told is the mask.
+TEST_F(Accessibility, PasswordNeverCrossesTheBus) {
+  const testing_tools::TemporaryFolder folder;
+  const std::string file = folder / "events";
+  const auto told = [&](const std::string& text) {
+    return OutputOf("cat '" + file + "'").find("string \"" + text + "\"") != std::string::npos;
+  };
+  Open(Dialog({Field(1, ControlKind::kPassword), Field(2, ControlKind::kEdit)}, 1));
+  ASSERT_TRUE(reader_.WaitForLine("  password text: Label 1 focused"));
+  const auto recording = reader_.Record(file);
+  user_.Type("qzx");
+  user_.Key("BackSpace");
+  reader_.Enter("Label 1", "dictated");
+  user_.Key("End BackSpace Tab k Return");
+  EXPECT_EQ(Next(), "enter 1 dictate");
+  EXPECT_TRUE(WaitFor([&] { return told("k"); })) << "the field beside it is told";
+  for (const char* secret : {"q", "z", "x", "qz", "dictated", "d"}) EXPECT_FALSE(told(secret));
+  EXPECT_TRUE(told("●"));
+}
+
 TEST_F(Accessibility, ControlThatBecomesVisibleIsToldThen) {
   display::Window dialog = Dialog({Field(1, ControlKind::kRadio)}, 1);
   Control& radio = dialog.controls[FieldIndex(1)];

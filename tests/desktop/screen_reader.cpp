@@ -42,8 +42,8 @@ ScreenReader::ScreenReader() : bus_(QString()) {
   bus_ = QDBusConnection::connectToBus(QString::fromStdString(address), "session");
   Call(service, "org.freedesktop.DBus.Properties", "Set",
        {"org.a11y.Status", "IsEnabled", QVariant::fromValue(QDBusVariant(true))});
-  const QString tree = Call(service, "org.a11y.Bus", "GetAddress").toString();
-  bus_ = QDBusConnection::connectToBus(tree, "accessibility");
+  address_ = Call(service, "org.a11y.Bus", "GetAddress").toString();
+  bus_ = QDBusConnection::connectToBus(address_, "accessibility");
 }
 
 ScreenReader::~ScreenReader() = default;
@@ -137,6 +137,19 @@ ScreenReader::Node ScreenReader::Find(const std::string& name) const {
 
 void ScreenReader::Act(const std::string& name) const {
   Call(Find(name), "org.a11y.atspi.Action", "DoAction", {0});
+}
+
+// Programs tell only what somebody has asked for.
+std::unique_ptr<Process> ScreenReader::Record(const std::string& file) const {
+  Call({"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"}, "org.a11y.atspi.Registry",
+       "RegisterEvent", {"object:", QStringList(), ""});
+  const std::string address = address_.toStdString();
+  auto monitor = std::make_unique<Process>(std::vector<std::string>{
+      "sh", "-c",
+      "exec dbus-monitor --address '" + address +
+          "' \"interface='org.a11y.atspi.Event.Object'\" > '" + file + "'"});
+  WaitFor([&] { return std::filesystem::exists(file) && std::filesystem::file_size(file) > 0; });
+  return monitor;
 }
 
 void ScreenReader::Enter(const std::string& name, const std::string& text) const {

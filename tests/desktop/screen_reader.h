@@ -29,6 +29,10 @@ class ScreenReader {
   // Does the first action that a node of that name offers.
   void Act(const std::string& name) const;
 
+  // Writes all that is told about objects from now on into a file, as dbus-monitor prints it, as
+  // long as the process lives.
+  std::unique_ptr<Process> Record(const std::string& file) const;
+
   // Puts a text into the field of that name.
   void Enter(const std::string& name, const std::string& text) const;
 
@@ -52,6 +56,7 @@ class ScreenReader {
 
   const testing_tools::TemporaryFolder folder_;
   std::unique_ptr<Process> daemon_;
+  QString address_;      // of the bus with the accessibility tree
   QDBusConnection bus_;  // that of the accessibility tree
 };
 
