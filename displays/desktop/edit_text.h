@@ -25,7 +25,8 @@ class EditText : public QLineEdit, public ControlView {
 
   int number_;
   bool edited_ = false;
-  QString held_;  // of a password: its text, so that no change of it leaves the one before in memory
+  QString
+      held_;  // of a password: its text, so that no change of it leaves the one before in memory
 };
 
 }  // namespace desktop

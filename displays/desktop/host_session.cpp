@@ -30,7 +30,8 @@ void EndWithMessage(const std::string& reason) {
 
 HostSession::HostSession(int fd)
     : connection_(fd, {[this](std::string_view line) { Receive(line); },
-                       [] { QCoreApplication::exit(0); }, EndWithMessage}) {
+                       [] { QCoreApplication::exit(0); }, EndWithMessage}),
+      watch_([this] { EndWithoutAnswer(); }) {
   AnnounceScreen();
   WatchScreen();
   WatchHost();
@@ -47,6 +48,7 @@ void HostSession::Do(const protocol::Open& message) {
   open_->Present([this, number = dialog_](const auto& action) {
     connection_.Send(protocol::ActionLine(number, action));
   });
+  watch_.Watch(open_->winId());
 }
 
 void HostSession::Do(const protocol::Change& message) {
@@ -57,8 +59,15 @@ void HostSession::Do(const protocol::Change& message) {
 void HostSession::Do(const protocol::Close&) { Close(); }
 
 void HostSession::Close() {
+  watch_.Watch(0);
   if (open_) open_->Dismiss();
   open_ = nullptr;
+}
+
+// Qt goes on without the window, and the user can never answer. The next dialog gets a new process.
+void HostSession::EndWithoutAnswer() {
+  connection_.Send(protocol::NotReadyLine("another program has removed the dialog's window"));
+  QCoreApplication::exit(1);
 }
 
 // Global coordinates count from its corner, wherever it is on the desktop.

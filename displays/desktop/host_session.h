@@ -8,6 +8,7 @@
 #include "displays/desktop/connection.h"
 #include "displays/desktop/modal_window.h"
 #include "displays/desktop/window_pool.h"
+#include "displays/desktop/window_watch.h"
 #include "displays/protocol/messages.h"
 
 namespace desktop {
@@ -24,6 +25,7 @@ class HostSession {
   void Do(const display::protocol::Change& message);
   void Do(const display::protocol::Close& message);
   void Close();
+  void EndWithoutAnswer();
   void AnnounceScreen();
   void WatchScreen();
   void WatchHost();
@@ -31,6 +33,7 @@ class HostSession {
   Connection connection_;
   std::unique_ptr<QSocketNotifier> host_ended_;
   WindowPool windows_;
+  WindowWatch watch_;
   ModalWindow* open_ = nullptr;
   int dialog_ = 0;  // the number that the host gave to the open dialog
 };

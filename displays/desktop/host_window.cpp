@@ -1,28 +1,19 @@
 #include "displays/desktop/host_window.h"
 
-#include <xcb/xcb.h>
-
 #include <QGuiApplication>
 #include <QScreen>
-#include <cstdlib>
-#include <memory>
+
+#include "displays/desktop/x_server.h"
 
 namespace desktop {
 namespace {
 
-struct Freeing {
-  void operator()(void* reply) const { std::free(reply); }
-};
-
-template <class Reply>
-using Owned = std::unique_ptr<Reply, Freeing>;
-
 // In the X server's pixels.
 std::optional<QRect> NativeRect(xcb_connection_t* connection, xcb_window_t window) {
-  const Owned<xcb_get_geometry_reply_t> size(
+  const XReply<xcb_get_geometry_reply_t> size(
       xcb_get_geometry_reply(connection, xcb_get_geometry(connection, window), nullptr));
   if (!size) return std::nullopt;
-  const Owned<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+  const XReply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
       connection, xcb_translate_coordinates(connection, window, size->root, 0, 0), nullptr));
   if (!place) return std::nullopt;
   return QRect(place->dst_x, place->dst_y, size->width, size->height);
@@ -48,9 +39,8 @@ WId HostWindow() {
 }
 
 std::optional<QRect> HostWindowRect() {
-  const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (HostWindow() == 0 || x11 == nullptr) return std::nullopt;
-  const auto native = NativeRect(x11->connection(), static_cast<xcb_window_t>(HostWindow()));
+  if (HostWindow() == 0) return std::nullopt;
+  const auto native = NativeRect(XServer(), static_cast<xcb_window_t>(HostWindow()));
   return native ? std::optional(Scaled(*native)) : std::nullopt;
 }
 

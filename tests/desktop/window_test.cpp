@@ -64,6 +64,7 @@ TEST_F(ManagedWindow, ThatIsUsedAgainIsAsNew) {
 TEST_F(ManagedWindow, ThatWasMinimisedIsAsNewAndGone) {
   const xcb_window_t first = Open(Dialog({Field(1, ControlKind::kEdit, "Ann")}, 1, "First"));
   OutputOf("xdotool windowminimize --sync " + std::to_string(first));
+  std::this_thread::sleep_for(std::chrono::milliseconds(700));  // it is not taken for removed
   user_.RequestClose(first);
   EXPECT_EQ(Next(), "close");
   display_.Close();
@@ -77,6 +78,28 @@ TEST_F(ManagedWindow, CloseRequestIsReportedAndTheWindowStays) {
   user_.RequestClose(Open(Dialog({Field(1, ControlKind::kEdit)}, 1, "A title [*] & <b>")));
   EXPECT_EQ(Next(), "close");
   EXPECT_EQ(AfterKey("Return"), "return");
+}
+
+constexpr const char* kRemoved = "another program has removed the dialog's window";
+
+TEST_F(ManagedWindow, ThatAnotherProgramRemovesEndsTheDialogWithoutAnAnswer) {
+  const auto unmap = [](xcb_window_t window) {
+    OutputOf("xdotool windowunmap " + std::to_string(window));
+  };
+  unmap(Open(Dialog({}, 0)));
+  EXPECT_EQ(Next(), "gone");
+  EXPECT_EQ(display_.WhyLost(), kRemoved);
+  user_.Destroy(Open(display::Alert{1, "Again", "", "OK", {}, {}}));
+  EXPECT_EQ(Next(), "gone");
+  EXPECT_EQ(display_.WhyLost(), kRemoved);
+}
+
+TEST_F(Window, ThatAnotherProgramRemovesEndsTheDialogWithoutWindowManager) {
+  user_.Destroy(Open(Dialog({}, 0)));
+  EXPECT_EQ(Next(), "gone");
+  EXPECT_EQ(display_.WhyLost(), kRemoved);
+  OutputOf("xdotool windowunmap " + std::to_string(Open(Dialog({}, 0))));
+  EXPECT_EQ(Next(), "gone");
 }
 
 // Nobody else raises it there.

@@ -178,6 +178,11 @@ class XSession {
     return window;
   }
 
+  void Destroy(xcb_window_t window) const {
+    xcb_destroy_window(connection_, window);
+    xcb_flush(connection_);
+  }
+
   // What xprop tells of properties of a window.
   static std::string Properties(xcb_window_t window, const std::string& names) {
     return OutputOf("xprop -id " + std::to_string(window) + " " + names);
