@@ -245,21 +245,17 @@ void DrawPopupFrame(QPainter& painter, const QWidget& popup, bool open) {
   painter.drawPolyline(QPolygonF({tip + QPointF(-4, -4), tip, tip + QPointF(4, -4)}));
 }
 
+// The focus is a ring inside. A coloured frame would make any button look like the one that Return
+// presses.
 void DrawButtonFrame(QPainter& painter, const QAbstractButton& button, bool is_default) {
   const QRectF bezel = QRectF(button.rect()).adjusted(0, kBezelInset, 0, -kBezelInset);
   const QColor fill = PressedOrHovered(ButtonFill(button, is_default), button);
   const bool accented = is_default && button.isEnabled();
   const Colors colors(button);
-  if (!accented) {
-    const bool focused = button.hasFocus();
-    DrawRounded(painter, bezel, fill, focused ? colors.Accent() : colors.Border(), focused ? 2 : 1);
-    return;
-  }
-  DrawRounded(painter, bezel, fill, fill.darker(115));
-  if (button.hasFocus()) {
-    DrawRounded(painter, bezel.adjusted(2, 2, -2, -2), Qt::transparent,
-                colors.Of(QPalette::HighlightedText), 1, kRadius - 1);
-  }
+  DrawRounded(painter, bezel, fill, accented ? fill.darker(115) : colors.Border());
+  if (!button.hasFocus()) return;
+  DrawRounded(painter, bezel.adjusted(2, 2, -2, -2), Qt::transparent,
+              accented ? colors.Of(QPalette::HighlightedText) : colors.Accent(), 1.5, kRadius - 1);
 }
 
 QColor ButtonTextColor(const QWidget& button, bool is_default) {

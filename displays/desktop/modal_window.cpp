@@ -51,6 +51,7 @@ void ModalWindow::Present(Report report) {
   if (windowState() != Qt::WindowNoState) DropNativeWindow();
   if (!windowHandle()) StandAboveHostWindow();
   qApp->installEventFilter(this);
+  content_.grace.Begin();
   if (!focusWidget()) setFocus();
   raise();  // an X server keeps a window at the height at which it was hidden
   show();
@@ -76,6 +77,12 @@ void ModalWindow::Send(const Action& action) {
     if (const auto edit = view->TakeEdit()) content_.report(*edit);
   }
   content_.report(action);
+  KeyGrace::NoteAnswer();
+}
+
+bool ModalWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate) content_.grace.NoteActive();
+  return QWidget::event(event);
 }
 
 bool ModalWindow::focusNextPrevChild(bool next) {
@@ -115,20 +122,21 @@ bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
   return false;
 }
 
-// A key that is held down acts once, and not at all if it has been held since the dialog before.
-// Only in an edit text a held space bar goes on typing.
+// A key that is held down acts once, and not at all if it has been held since the dialog before or
+// was meant for another program. Only in an edit text a held space bar goes on typing.
 bool ModalWindow::HandleKey(const QKeyEvent& key) {
-  const bool repeats = Repeats(key);
+  const bool expected = content_.grace.IsOver();
+  const bool acts = expected && !Repeats(key);
   switch (key.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (!repeats) Send({.kind = Action::Kind::kReturn, .text = {}});
+      if (acts) Send({.kind = Action::Kind::kReturn, .text = {}});
       return true;
     case Qt::Key_Escape:
-      if (!repeats) Send({.kind = Action::Kind::kEscape, .text = {}});
+      if (acts) Send({.kind = Action::Kind::kEscape, .text = {}});
       return true;
     case Qt::Key_Space:
-      return repeats && !qobject_cast<QLineEdit*>(focusWidget());
+      return !acts && !(expected && qobject_cast<QLineEdit*>(focusWidget()));
     default:
       return false;
   }

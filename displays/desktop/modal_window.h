@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "displays/desktop/control_view.h"
+#include "displays/desktop/key_grace.h"
 #include "platform/carbon/display.h"
 
 namespace desktop {
@@ -46,6 +47,7 @@ class ModalWindow : public QWidget {
   void SetTabOrder(std::vector<QWidget*> order) { content_.tab_order = std::move(order); }
   void AddToTabOrder(QWidget* widget) { content_.tab_order.push_back(widget); }
 
+  bool event(QEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* object, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -62,6 +64,7 @@ class ModalWindow : public QWidget {
     Report report;
     std::vector<ControlView*> views;  // in order of creation; Qt owns the widgets
     std::vector<QWidget*> tab_order;
+    KeyGrace grace;
     bool menu_takes_key = false;  // the key that Qt has announced is for an open menu
     int released_key = 0;         // the last key that was released
     quint64 released_at = 0;      // by the screen's clock

@@ -1,7 +1,9 @@
 #include "displays/desktop/push_button.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <limits>
 
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
@@ -46,6 +48,24 @@ QString PushButton::CutText() const {
 QSize PushButton::sizeHint() const {
   const int wanted = fontMetrics().horizontalAdvance(OneLine(text_)) + 4 * kTextMargin;
   return {std::clamp(wanted, kLeastWidth, kMostWidth), kHeight};
+}
+
+// An arrow goes to the nearest button on its side; Qt's go by the order of Tab. Button 1 is the
+// rightmost.
+void PushButton::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (key == Qt::Key_Up || key == Qt::Key_Down) return;
+  if (key != Qt::Key_Left && key != Qt::Key_Right) return QPushButton::keyPressEvent(event);
+  const int side = key == Qt::Key_Left ? -1 : 1;
+  QWidget* nearest = this;
+  int least = std::numeric_limits<int>::max();
+  for (auto* button : parentWidget()->findChildren<PushButton*>(Qt::FindDirectChildrenOnly)) {
+    const int distance = (button->x() - x()) * side;
+    if (distance <= 0 || distance >= least || !button->isEnabled() || button->isHidden()) continue;
+    nearest = button;
+    least = distance;
+  }
+  nearest->setFocus(Qt::TabFocusReason);
 }
 
 void PushButton::paintEvent(QPaintEvent*) {

@@ -19,6 +19,7 @@ class PushButton : public QPushButton, public ControlView {
   QSize sizeHint() const override;
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent*) override;
 
  private:

@@ -1,7 +1,6 @@
 #include "displays/desktop/x_server.h"
 
 #include <QGuiApplication>
-#include <cstdint>
 #include <cstring>
 
 namespace desktop {
@@ -10,6 +9,8 @@ xcb_connection_t* XServer() {
   const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
   return x11 ? x11->connection() : nullptr;
 }
+
+xcb_window_t XRoot() { return xcb_setup_roots_iterator(xcb_get_setup(XServer())).data->root; }
 
 std::uint32_t XProperty(xcb_window_t window, const char* name) {
   xcb_connection_t* const server = XServer();

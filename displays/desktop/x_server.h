@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 
@@ -10,6 +11,9 @@ namespace desktop {
 
 // The connection; null on Wayland.
 xcb_connection_t* XServer();
+
+// The window behind all others.
+xcb_window_t XRoot();
 
 struct FreeReply {
   void operator()(void* reply) const { std::free(reply); }

@@ -69,7 +69,7 @@ TEST_F(Controls, FocusIsSeenOnEveryKind) {
     int x, y;
   };
   for (const Place& edge : {Place{280, 57}, Place{280, 87}, Place{155, 118}, Place{155, 148},
-                            Place{368, 193}, Place{263, 192}}) {
+                            Place{368, 193}, Place{263, 193}}) {
     const unsigned without = user_.PixelAt(kLeft + edge.x, kTop + edge.y);
     user_.Key("Tab");
     EXPECT_TRUE(user_.WaitForChange(kLeft + edge.x, kTop + edge.y, without)) << edge.y;
@@ -193,6 +193,15 @@ TEST_F(Controls, TabGoesThroughFieldsThenButtonsAndWraps) {
   user_.Key("Tab End b");
   EXPECT_EQ(AfterKey("shift+Tab space"), "enter 1 ab");
   EXPECT_EQ(Next(), "press 2");
+}
+
+TEST_F(Controls, ArrowsBetweenButtonsGoTheWayTheyPoint) {
+  Open(Dialog({Field(1, ControlKind::kEdit)}, 0));
+  user_.Key("Tab Tab");
+  EXPECT_EQ(AfterKey("Left space"), "press 2");
+  EXPECT_EQ(AfterKey("Left Up Down space"), "press 2");
+  EXPECT_EQ(AfterKey("Right space"), "press 1");
+  EXPECT_EQ(AfterKey("Right space"), "press 1");
 }
 
 TEST_F(Controls, AlertAnswersKeysAndItsButtons) {

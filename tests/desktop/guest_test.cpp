@@ -111,6 +111,50 @@ TEST_F(Guest, HeldKeyAnswersOnceAndNoLaterDialog) {
   EXPECT_EQ(AfterKey("Escape"), "escape");
 }
 
+// A screen on which another program has the keyboard, and a user who is slow to look up.
+class Typing : public UserTest {
+ protected:
+  explicit Typing(XSession::Manager manager = XSession::Manager::kNone) : UserTest(manager) {
+    other_ = user_.MakeWindow();
+    setenv("TARVO_KEY_GRACE", "60000", 1);
+  }
+
+  xcb_window_t OpenOverOther(const std::string& title) {
+    const std::string other = std::to_string(other_);
+    OutputOf("xdotool windowfocus --sync " + other + " windowactivate " + other + " 2>/dev/null");
+    return Open(Dialog({Field(1, ControlKind::kCheckBox)}, 1, title));
+  }
+
+  xcb_window_t other_;
+};
+
+class ManagedTyping : public Typing {
+ protected:
+  ManagedTyping() : Typing(XSession::Manager::kOpenbox) {}
+};
+
+TEST_F(Typing, AnswersNoDialogThatComesUnexpected) {
+  OpenOverOther("First");
+  user_.Key("Return space KP_Enter Escape");
+  EXPECT_EQ(AfterClick(155, 67), "click 1") << "and nothing before";
+  display_.Close();
+  OpenOverOther("Second");
+  EXPECT_EQ(AfterKey("Return"), "return") << "it follows the answer to the first";
+}
+
+TEST_F(ManagedTyping, AnswersNoDialogThatComesUnexpected) {
+  OpenOverOther("First");
+  user_.Key("Return space KP_Enter Escape");
+  EXPECT_EQ(AfterClick(155, 67), "click 1");
+}
+
+TEST_F(ManagedTyping, InTheHostsWindowAnswersAtOnce) {
+  OutputOf("xprop -id " + std::to_string(other_) + " -f _NET_WM_PID 32c -set _NET_WM_PID " +
+           std::to_string(getpid()));
+  OpenOverOther("Asked for");
+  EXPECT_EQ(AfterKey("space"), "click 1");
+}
+
 TEST_F(Guest, KilledDisplayEndsTheDialogAndTheNextOneStartsAnother) {
   Open(Dialog({}, 0));
   const pid_t first = DisplayProcesses().at(0);
