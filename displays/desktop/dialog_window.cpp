@@ -2,6 +2,8 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
 #include <QScreen>
 #include <string>
 #include <utility>
@@ -28,6 +30,12 @@ int LabelOf(const Control& input) {
   return control_id::Label(control_id::FieldNumber(input.id));
 }
 
+// As Tab does it: a text is selected whole.
+void Focus(ControlView& view) {
+  view.Widget()->setFocus();
+  if (auto* field = qobject_cast<QLineEdit*>(view.Widget())) field->selectAll();
+}
+
 // Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
 // name.
 QString TitleFor(const std::string& text) {
@@ -47,7 +55,7 @@ void DialogWindow::Fill(display::Window description) {
   views_.resize(description_.controls.size());
   for (std::size_t i = 0; i < views_.size(); ++i) {
     Show(i);
-    if (views_[i] && description_.controls[i].focused) views_[i]->Widget()->setFocus();
+    if (views_[i] && description_.controls[i].focused) Focus(*views_[i]);
   }
   OrderTabs();
   NameInputs();
@@ -97,7 +105,7 @@ void DialogWindow::Change(std::size_t index, const Control& control) {
   Show(index);
   OrderTabs();
   NameInputs();
-  if (focus_moved && views_[index]) views_[index]->Widget()->setFocus();
+  if (focus_moved && views_[index]) Focus(*views_[index]);
 }
 
 // Fields or the list first, then the buttons.
@@ -116,17 +124,25 @@ void DialogWindow::OrderTabs() {
 
 // The list and the window itself go by the message.
 void DialogWindow::NameInputs() {
-  for (const Control& label : description_.controls) {
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    const Control& label = description_.controls[i];
     if (label.kind != ControlKind::kStatic) continue;
     const QString text = ToQString(label.text.value_or(""));
     if (label.id == control_id::kMessage) setAccessibleDescription(text);
-    for (std::size_t i = 0; i < views_.size(); ++i) {
-      const Control& input = description_.controls[i];
-      if (views_[i] && IsInput(input) && label.id == LabelOf(input)) {
-        views_[i]->Widget()->setAccessibleName(text);
-      }
-    }
+    QWidget* const input = InputOf(label.id);
+    if (input) input->setAccessibleName(text);
+    auto* shown = views_[i] ? qobject_cast<QLabel*>(views_[i]->Widget()) : nullptr;
+    if (shown) shown->setBuddy(input);
   }
+}
+
+// The input that the text of that id belongs to; null if there is none to see.
+QWidget* DialogWindow::InputOf(int label) const {
+  for (std::size_t i = 0; i < views_.size(); ++i) {
+    const Control& input = description_.controls[i];
+    if (views_[i] && IsInput(input) && LabelOf(input) == label) return views_[i]->Widget();
+  }
+  return nullptr;
 }
 
 }  // namespace desktop

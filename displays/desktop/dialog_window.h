@@ -31,6 +31,7 @@ class DialogWindow : public ModalWindow {
   void Show(std::size_t index);
   void OrderTabs();
   void NameInputs();
+  QWidget* InputOf(int label) const;
 
   display::Window description_;
   std::vector<ControlView*> views_;  // of each control; null if it has never been visible

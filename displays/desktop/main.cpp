@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr int kSearchInterval = 1000;  // milliseconds between the letters of one search
+
 // What Qt remarks on the desktop around it is of no use to the host's user.
 void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& text) {
   if (type != QtCriticalMsg && type != QtFatalMsg) return;
@@ -39,6 +41,7 @@ int ServeHost(int argc, char** argv, int fd) {
   QApplication application(argc, argv);
   probe.reset();
   desktop::SetUpDialogStyle();
+  QApplication::setKeyboardInputInterval(kSearchInterval);
   desktop::HostSession session(fd);
   fonts.join();  // or the first dialog, which needs them, would look them up once more
   return QApplication::exec();

@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QWindow>
 #include <algorithm>
 
@@ -31,6 +32,20 @@ class AccessibleWindow : public QAccessibleWidget {
   }
 };
 
+bool CanFocus(const QWidget* widget) { return widget->isVisible() && widget->isEnabled(); }
+
+// A letter with Alt is a shortcut on every desktop; Qt types it.
+bool TypesNothing(const QKeyEvent& key) {
+  return key.modifiers() & Qt::AltModifier && !key.text().isEmpty();
+}
+
+// Whether the key types something or moves to an item, and not to another control.
+bool ActsOnInput(const QKeyEvent& key) {
+  const bool moves = key.key() >= Qt::Key_Home && key.key() <= Qt::Key_PageDown;
+  const bool tabs = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
+  return moves || (!tabs && !key.text().isEmpty());
+}
+
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
   auto* window = dynamic_cast<ModalWindow*>(object);
   return window ? new AccessibleWindow(window) : nullptr;
@@ -43,7 +58,7 @@ ModalWindow::ModalWindow()
                            Qt::WindowStaysOnTopHint) {
   InstallAccessibleFactory<MakeAccessible>();
   setWindowModality(Qt::ApplicationModal);
-  setFocusPolicy(Qt::StrongFocus);  // holds the focus if no control has it
+  setFocusPolicy(Qt::NoFocus);  // a click beside the controls leaves the focus where it is
 }
 
 void ModalWindow::Present(Report report) {
@@ -87,8 +102,7 @@ bool ModalWindow::event(QEvent* event) {
 
 bool ModalWindow::focusNextPrevChild(bool next) {
   std::vector<QWidget*> order = content_.tab_order;
-  std::erase_if(order,
-                [](QWidget* widget) { return !widget->isVisible() || !widget->isEnabled(); });
+  std::erase_if(order, [](const QWidget* widget) { return !CanFocus(widget); });
   if (order.empty()) return false;
   if (!next) std::reverse(order.begin(), order.end());
 
@@ -124,7 +138,7 @@ bool ModalWindow::eventFilter(QObject* object, QEvent* event) {
 
 // A key that is held down acts once, and not at all if it has been held since the dialog before or
 // was meant for another program. Only in an edit text a held space bar goes on typing.
-bool ModalWindow::HandleKey(const QKeyEvent& key) {
+bool ModalWindow::HandleKey(QKeyEvent& key) {
   const bool expected = content_.grace.IsOver();
   const bool acts = expected && !Repeats(key);
   switch (key.key()) {
@@ -136,10 +150,23 @@ bool ModalWindow::HandleKey(const QKeyEvent& key) {
       if (acts) Send({.kind = Action::Kind::kEscape, .text = {}});
       return true;
     case Qt::Key_Space:
-      return !acts && !(expected && qobject_cast<QLineEdit*>(focusWidget()));
+      if (!acts && !(expected && qobject_cast<QLineEdit*>(focusWidget()))) return true;
+      break;
     default:
-      return false;
+      break;
   }
+  return TypesNothing(key) || PassToFirstInput(key);
+}
+
+// Without a control that has the focus, what is typed goes to the first input and so does the
+// focus.
+bool ModalWindow::PassToFirstInput(QKeyEvent& key) {
+  if (focusWidget() != this || !ActsOnInput(key)) return false;
+  const auto input = std::find_if(content_.tab_order.begin(), content_.tab_order.end(), CanFocus);
+  if (input == content_.tab_order.end() || qobject_cast<QPushButton*>(*input)) return false;
+  (*input)->setFocus(Qt::TabFocusReason);
+  QCoreApplication::sendEvent(*input, &key);
+  return true;
 }
 
 // An X server reports a held key as pairs of release and press, each with one timestamp. Qt takes a

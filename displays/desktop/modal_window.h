@@ -53,7 +53,8 @@ class ModalWindow : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  bool HandleKey(const QKeyEvent& key);
+  bool HandleKey(QKeyEvent& key);
+  bool PassToFirstInput(QKeyEvent& key);
   bool Repeats(const QKeyEvent& key) const;
   bool ShowCutText(const QObject* object, const QPoint& position);
   void DropNativeWindow();

@@ -72,8 +72,9 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 }  // namespace
 
 Popup::Popup(const display::Control& control, QWidget* parent, const Report& report)
-    : QComboBox(parent) {
+    : QComboBox(parent), menu_(new TypedSearch<QListView>) {
   InstallAccessibleFactory<MakeAccessible>();
+  setView(menu_);
   setFont(SmallFont());
   setGeometry(RectOf(control).adjusted(0, -kFieldFrame, 1, kFieldFrame));
   setItemDelegate(new LineDelegate(kItemHeight, this));
@@ -110,6 +111,13 @@ void Popup::paintEvent(QPaintEvent*) {
   DrawPopupFrame(painter, *this, view()->isVisible());
   painter.setPen(ButtonTextColor(*this, false));
   DrawOneLine(painter, TextRect(), currentText());
+}
+
+// A blank in what is being typed opens no menu.
+void Popup::keyPressEvent(QKeyEvent* event) {
+  if (!menu_->Continues(*event)) return QComboBox::keyPressEvent(event);
+  QKeyEvent letter(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, event->text());
+  QComboBox::keyPressEvent(&letter);
 }
 
 // Turning the wheel over a closed pop-up would choose by accident.

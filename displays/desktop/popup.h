@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QComboBox>
+#include <QListView>
 
 #include "displays/desktop/control_view.h"
+#include "displays/desktop/typed_search.h"
 #include "platform/carbon/display.h"
 
 namespace desktop {
@@ -19,11 +21,14 @@ class Popup : public QComboBox, public ControlView {
   void showPopup() override;
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent*) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
   QRect TextRect() const;
+
+  TypedSearch<QListView>* menu_;
 };
 
 }  // namespace desktop

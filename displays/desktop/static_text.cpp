@@ -1,5 +1,7 @@
 #include "displays/desktop/static_text.h"
 
+#include <QAbstractButton>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "displays/desktop/dialog_style.h"
@@ -39,6 +41,13 @@ QRect StaticText::TextRect() const {
   // A label stands on the line of the text in its field.
   const int line = fontMetrics().lineSpacing();
   return {0, (height() - line) / 2, width(), line};
+}
+
+void StaticText::mousePressEvent(QMouseEvent* event) {
+  QWidget* const input = buddy();
+  if (!input || !input->isEnabled() || event->button() != Qt::LeftButton) return;
+  input->setFocus(Qt::MouseFocusReason);
+  if (auto* toggle = qobject_cast<QAbstractButton*>(input)) toggle->click();
 }
 
 void StaticText::paintEvent(QPaintEvent*) {

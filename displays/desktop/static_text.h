@@ -7,7 +7,8 @@
 
 namespace desktop {
 
-// The message above the controls, or the label of a field, which ends right beside it.
+// The message above the controls, or the label of a field, which ends right beside it. Its buddy,
+// if it has one, is the input that it belongs to, and takes a click on it.
 class StaticText : public QLabel, public ControlView {
  public:
   StaticText(const display::Control& control, QWidget* parent);
@@ -17,6 +18,7 @@ class StaticText : public QLabel, public ControlView {
   QString CutText() const override;
 
  protected:
+  void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent*) override;
 
  private:

@@ -107,6 +107,36 @@ TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
   EXPECT_EQ(AfterKey("Tab Down space Return"), "return");  // an empty menu
 }
 
+TEST_F(Controls, PopupIsSearchedByAllThatIsTyped) {
+  Open(Dialog({PopupField(1, {"Ann", "New Delhi", "New York", "Paris"})}, 1));
+  user_.Type("New Y");
+  EXPECT_EQ(Next(), "choose 1 2");
+  std::string last;
+  while (last != "choose 1 3") last = Next();  // each letter chooses, the same item as well
+  const auto alone = VisibleWindows();
+  EXPECT_EQ(AfterKey("Return"), "return");
+  OutputOf("sleep 1.1");  // the search is over
+  user_.Key("space");
+  EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; }));
+  user_.Type("New D");
+  EXPECT_EQ(AfterKey("Return"), "choose 1 2");
+}
+
+TEST_F(Controls, FocusStaysWhereItIsUntilItIsNeeded) {
+  Open(Dialog({Field(1, ControlKind::kEdit, "preset"), Field(2, ControlKind::kEdit)}, 0));
+  user_.Click(kLeft + 30, kTop + 170);  // nothing is there
+  user_.Type("alt");
+  user_.Key("alt+x");
+  user_.Click(kLeft + 30, kTop + 170);
+  user_.Type("ered");
+  user_.Click(kLeft + 60, kTop + 97);  // the second label
+  user_.Type("b");
+  user_.Key("Return");
+  EXPECT_EQ(Next(), "enter 1 altered") << "over the selected preset";
+  EXPECT_EQ(Next(), "enter 2 b");
+  EXPECT_EQ(Next(), "return");
+}
+
 TEST_F(Controls, TogglesReportClicksAndShowWhatTheHostSays) {
   display::Window dialog =
       Dialog({Field(1, ControlKind::kCheckBox), Field(2, ControlKind::kRadio)}, 1);
@@ -116,6 +146,7 @@ TEST_F(Controls, TogglesReportClicksAndShowWhatTheHostSays) {
   EXPECT_EQ(AfterKey("space"), "click 1");
   EXPECT_EQ(AfterClick(155, 67), "click 1");
   EXPECT_EQ(AfterClick(155, 97), "click 2");  // it is on and stays on
+  EXPECT_EQ(AfterClick(60, 67), "click 1");   // its label
   user_.Click(kLeft + 30, kTop + 170);        // nothing is there
   EXPECT_EQ(user_.PixelAt(kLeft + 150, kTop + 64), off);
 
@@ -146,6 +177,34 @@ TEST_F(Controls, ListReportsRowsByKeys) {
   EXPECT_EQ(AfterKey("Next"), "row 11");
   EXPECT_EQ(AfterKey("Prior"), "row 1");
   EXPECT_EQ(AfterKey("Return"), "return");
+}
+
+TEST_F(Controls, ListIsUsedInFullByKeysAndByDragging) {
+  display::Window dialog = ListDialog(true);
+  dialog.controls[kListIndex].rows = std::vector<std::string>(30);
+  const std::vector<std::string> lines{"Ann", "New Delhi", "New York", "New Zealand"};
+  std::copy(lines.begin(), lines.end(), dialog.controls[kListIndex].rows->begin());
+  Open(dialog);
+  EXPECT_EQ(AfterKey("Down"), "row 1") << "it is ready when it opens";
+  EXPECT_EQ(AfterKey("ctrl+Down ctrl+Down ctrl+space"), "row+ 3");
+  EXPECT_EQ(AfterKey("shift+End"), "row- 4") << "the last line, not the last row";
+  EXPECT_EQ(AfterKey("Down Home"), "row 1");
+  EXPECT_EQ(AfterKey("ctrl+a"), "row 4") << "row 1 again could close the dialog";
+  EXPECT_EQ(Next(), "row- 1");
+  user_.Type("New Y");
+  EXPECT_EQ(Next(), "row 2");
+  EXPECT_EQ(Next(), "row 3");
+  OutputOf("xdotool mousemove " + std::to_string(kLeft + 50) + " " + std::to_string(kTop + 124) +
+           " mousedown 1 mousemove_relative 0 16");
+  EXPECT_EQ(Next(), "row 2 50");
+  EXPECT_EQ(Next(), "row- 3");
+  OutputOf("xdotool mousemove_relative 0 100 mouseup 1");
+  EXPECT_EQ(Next(), "row- 4") << "below it there is no line";
+  const unsigned free = user_.PixelAt(kLeft + 200, kTop + 220);
+  EXPECT_EQ(AfterClick(60, 220), "row 8 60") << "an empty row is the pointer's";
+  dialog.controls[kListIndex].selected = {8};
+  display_.Change(kListIndex, dialog.controls[kListIndex]);
+  EXPECT_TRUE(user_.WaitForChange(kLeft + 200, kTop + 220, free));
 }
 
 TEST_F(Controls, ListShowsTheHostsSelection) {
@@ -180,8 +239,7 @@ TEST_F(Controls, DisabledButtonIsPassedOver) {
 
 TEST_F(Controls, TabGoesThroughFieldsThenButtonsAndWraps) {
   Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kCheckBox)}, 0));
-  user_.Type("nobody has the focus");
-  EXPECT_EQ(AfterKey("Return"), "return");
+  EXPECT_EQ(AfterKey("Return"), "return");  // nobody has the focus
   EXPECT_EQ(AfterKey("Escape"), "escape");
   user_.Key("Tab");
   user_.Type("a");
