@@ -20,7 +20,7 @@ case $purpose in
   test) packages="$packages
     libgtest-dev clang-format clang-tidy gcovr
     xvfb xdotool openbox x11-utils x11-xserver-utils xauth xclip
-    at-spi2-core dbus-bin dbus-daemon weston
+    at-spi2-core dbus-bin dbus-daemon orca weston
     libvterm-dev
     locales" ;;
   fuzz) packages="$packages clang libclang-rt-dev" ;;

@@ -62,12 +62,13 @@ display::Control ButtonControl(int number, const std::string& text, bool is_defa
 }
 
 // One of an alert's texts, as high as it needs to be. It is a label so that a screen reader can go
-// to it.
+// to it, and belongs to the window, which is told with it already.
 class AlertText : public QLabel {
  public:
-  AlertText(const std::string& text, const QFont& font, int width, QWidget* parent)
+  AlertText(const std::string& text, const QFont& font, int width, QWidget* parent, QWidget* window)
       : QLabel(parent), text_(ToQString(text)) {
     setFont(font);
+    setBuddy(window);
     setAccessibleName(text_);
     resize(width, TextHeight(text_, font, width));
   }
@@ -84,13 +85,13 @@ class AlertText : public QLabel {
 };
 
 // The message over the explanation.
-QWidget* MakeTexts(const display::Alert& alert, int width) {
+QWidget* MakeTexts(const display::Alert& alert, int width, QWidget* window) {
   auto* texts = new QWidget;
   int height = 0;
   for (const auto& [text, font] :
        {std::pair{&alert.message, MessageFont()}, std::pair{&alert.explanation, SmallFont()}}) {
     if (text->empty()) continue;
-    auto* label = new AlertText(*text, font, width, texts);
+    auto* label = new AlertText(*text, font, width, texts, window);
     label->move(0, height == 0 ? 0 : height + kBetweenTexts);
     height = label->geometry().bottom() + 1;
   }
@@ -153,7 +154,7 @@ void AlertWindow::LayOut(const display::Alert& alert) {
 // The texts at that width, before the buttons for a screen reader. If they are higher than
 // `most` they scroll, by keys as well.
 QWidget* AlertWindow::AddTexts(const display::Alert& alert, int width, int most) {
-  QWidget* texts = MakeTexts(alert, width);
+  QWidget* texts = MakeTexts(alert, width, this);
   if (texts->height() <= most) {
     texts->setParent(this);
     texts->lower();

@@ -3,7 +3,6 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QLineEdit>
 #include <QScreen>
 #include <string>
 #include <utility>
@@ -24,18 +23,6 @@ bool IsInput(const Control& control) {
 // The cancel control is Escape and nothing to look at, whether or not Escape is allowed.
 bool IsSeen(const Control& control) { return control.visible && !control.is_cancel; }
 
-// The id of the text that names an input.
-int LabelOf(const Control& input) {
-  if (input.kind == ControlKind::kList) return control_id::kMessage;
-  return control_id::Label(control_id::FieldNumber(input.id));
-}
-
-// As Tab does it: a text is selected whole.
-void Focus(ControlView& view) {
-  view.Widget()->setFocus();
-  if (auto* field = qobject_cast<QLineEdit*>(view.Widget())) field->selectAll();
-}
-
 // Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
 // name.
 QString TitleFor(const std::string& text) {
@@ -55,7 +42,7 @@ void DialogWindow::Fill(display::Window description) {
   views_.resize(description_.controls.size());
   for (std::size_t i = 0; i < views_.size(); ++i) {
     Show(i);
-    if (views_[i] && description_.controls[i].focused) Focus(*views_[i]);
+    if (views_[i] && description_.controls[i].focused) views_[i]->Widget()->setFocus();
   }
   OrderTabs();
   NameInputs();
@@ -105,7 +92,7 @@ void DialogWindow::Change(std::size_t index, const Control& control) {
   Show(index);
   OrderTabs();
   NameInputs();
-  if (focus_moved && views_[index]) Focus(*views_[index]);
+  if (focus_moved && views_[index]) views_[index]->Widget()->setFocus(Qt::TabFocusReason);
 }
 
 // Fields or the list first, then the buttons.
@@ -122,25 +109,30 @@ void DialogWindow::OrderTabs() {
   SetTabOrder(std::move(inputs));
 }
 
-// The list and the window itself go by the message.
+// The message describes the window, and each other text names a field. A text that belongs to
+// nothing would be told as a stray one.
 void DialogWindow::NameInputs() {
   for (std::size_t i = 0; i < views_.size(); ++i) {
     const Control& label = description_.controls[i];
     if (label.kind != ControlKind::kStatic) continue;
     const QString text = ToQString(label.text.value_or(""));
-    if (label.id == control_id::kMessage) setAccessibleDescription(text);
-    QWidget* const input = InputOf(label.id);
-    if (input) input->setAccessibleName(text);
+    const bool message = label.id == control_id::kMessage;
+    QWidget* const owner = message ? this : InputOf(label.id);
+    if (!owner) continue;
+    message ? owner->setAccessibleDescription(text) : owner->setAccessibleName(text);
     auto* shown = views_[i] ? qobject_cast<QLabel*>(views_[i]->Widget()) : nullptr;
-    if (shown) shown->setBuddy(input);
+    if (shown) shown->setBuddy(owner);
   }
 }
 
-// The input that the text of that id belongs to; null if there is none to see.
+// The field that the text of that id belongs to; null if there is none to see.
 QWidget* DialogWindow::InputOf(int label) const {
   for (std::size_t i = 0; i < views_.size(); ++i) {
     const Control& input = description_.controls[i];
-    if (views_[i] && IsInput(input) && LabelOf(input) == label) return views_[i]->Widget();
+    if (views_[i] && IsInput(input) && input.kind != ControlKind::kList &&
+        control_id::Label(control_id::FieldNumber(input.id)) == label) {
+      return views_[i]->Widget();
+    }
   }
   return nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include <sys/prctl.h>
 
+#include <QFocusEvent>
 #include <algorithm>
 #include <limits>
 
@@ -26,6 +27,13 @@ EditText::EditText(const display::Control& control, QWidget* parent)
 }
 
 EditText::~EditText() { WipeHeld(); }
+
+// The field that has the focus when its window opens is entered as by Tab: its text is selected.
+void EditText::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  if (!entered_ && event->reason() == Qt::ActiveWindowFocusReason) selectAll();
+  entered_ = true;
+}
 
 void EditText::KeepSecret() {
   setEchoMode(QLineEdit::Password);

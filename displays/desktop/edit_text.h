@@ -19,12 +19,16 @@ class EditText : public QLineEdit, public ControlView {
   void Update(const display::Control& control) override;
   std::optional<display::Action> TakeEdit() override;
 
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+
  private:
   void KeepSecret();
   void WipeHeld();
 
   int number_;
   bool edited_ = false;
+  bool entered_ = false;
   QString
       held_;  // of a password: its text, so that no change of it leaves the one before in memory
 };

@@ -170,10 +170,11 @@ bool ModalWindow::PassToFirstInput(QKeyEvent& key) {
 }
 
 // An X server reports a held key as pairs of release and press, each with one timestamp. Qt takes a
-// pair for a repetition only if both have arrived when it looks.
+// pair for a repetition only if both have arrived when it looks. A key that has been offered to a
+// screen reader first comes without a time.
 bool ModalWindow::Repeats(const QKeyEvent& key) const {
-  return key.isAutoRepeat() ||
-         (key.key() == content_.released_key && key.timestamp() == content_.released_at);
+  const bool at_once = key.timestamp() != 0 && key.timestamp() == content_.released_at;
+  return key.isAutoRepeat() || (at_once && key.key() == content_.released_key);
 }
 
 bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {

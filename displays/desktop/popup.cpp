@@ -80,6 +80,17 @@ Popup::Popup(const display::Control& control, QWidget* parent, const Report& rep
   setItemDelegate(new LineDelegate(kItemHeight, this));
   setAttribute(Qt::WA_Hover);
   if (control.items) addItems(ItemTexts(control));
+  connect(this, &QComboBox::currentIndexChanged, this, [this](int item) {
+    if (hasFocus()) TellItem(item);
+  });
+  // A screen reader selects an item past our keys and pointer, which make it the current one.
+  connect(menu_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this](const QItemSelection& added) {
+            if (added.isEmpty()) return;
+            const int item = added.first().top();
+            const auto choose = [this, item] { ChooseForeign(item); };
+            QMetaObject::invokeMethod(this, choose, Qt::QueuedConnection);
+          });
   connect(
       this, &QComboBox::activated, this,
       [number = control_id::FieldNumber(control.id), report](int index) {
@@ -102,6 +113,27 @@ void Popup::showPopup() {
   if (count() == 0) return;
   view()->setMinimumWidth(std::min(view()->sizeHintForColumn(0) + kScrollBarRoom, kMostWidth));
   QComboBox::showPopup();
+  const auto tell = [this] { TellItem(currentIndex()); };
+  QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);  // after the menu itself
+}
+
+// What Qt tells of a change goes unheard, since it has readers ask for a selection that there is
+// not. They tell what the focus moves to.
+void Popup::TellItem(int item) const {
+  if (!QAccessible::isActive()) return;
+  QAccessibleInterface* menu = QAccessible::queryAccessibleInterface(menu_);
+  QAccessibleInterface* shown = menu ? menu->child(item) : nullptr;
+  if (!shown) return;
+  QAccessibleEvent event(shown, QAccessible::Focus);
+  QAccessible::updateAccessibility(&event);
+}
+
+void Popup::ChooseForeign(int item) {
+  const bool selected = menu_->selectionModel()->isSelected(model()->index(item, 0));
+  if (!selected || item == menu_->currentIndex().row() || item == currentIndex()) return;
+  hidePopup();
+  setCurrentIndex(item);
+  emit activated(item);
 }
 
 QRect Popup::TextRect() const { return rect().adjusted(kFieldFrame + 4, 0, -22, 0); }

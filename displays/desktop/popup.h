@@ -26,6 +26,8 @@ class Popup : public QComboBox, public ControlView {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
+  void TellItem(int item) const;
+  void ChooseForeign(int item);
   QRect TextRect() const;
 
   TypedSearch<QListView>* menu_;

@@ -45,7 +45,9 @@ QRect StaticText::TextRect() const {
 
 void StaticText::mousePressEvent(QMouseEvent* event) {
   QWidget* const input = buddy();
-  if (!input || !input->isEnabled() || event->button() != Qt::LeftButton) return;
+  if (!input || input->isWindow() || !input->isEnabled() || event->button() != Qt::LeftButton) {
+    return;
+  }
   input->setFocus(Qt::MouseFocusReason);
   if (auto* toggle = qobject_cast<QAbstractButton*>(input)) toggle->click();
 }

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QPainter>
+#include <utility>
 
 #include "displays/desktop/accessible_factory.h"
 #include "displays/desktop/dialog_style.h"
@@ -16,6 +17,8 @@ using display::Action;
 // A toggle for a screen reader. Qt's own toggles without a click, which the host would not notice,
 // and takes a radio button for a check box, since it belongs to no group here.
 class AccessibleToggle : public QAccessibleWidget {
+  using Relation = std::pair<QAccessibleInterface*, QAccessible::Relation>;
+
  public:
   AccessibleToggle(QAbstractButton* button, QAccessible::Role role)
       : QAccessibleWidget(button, role), button_(button) {}
@@ -25,6 +28,12 @@ class AccessibleToggle : public QAccessibleWidget {
     state.checkable = true;
     state.checked = button_->isChecked();
     return state;
+  }
+
+  // A screen reader takes the label of a radio button for that of a group, and would tell it twice.
+  QList<Relation> relations(QAccessible::Relation match) const override {
+    return role() == QAccessible::RadioButton ? QList<Relation>()
+                                              : QAccessibleWidget::relations(match);
   }
 
   QStringList actionNames() const override { return {toggleAction(), setFocusAction()}; }

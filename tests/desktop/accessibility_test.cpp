@@ -82,13 +82,15 @@ TEST_F(Accessibility, ListIsToldRowByRow) {
   dialog.controls[kListIndex].rows->at(1) = "Second";
   dialog.controls[kListIndex].selected = {2};
   Open(dialog);
-  EXPECT_TRUE(reader_.WaitForLine("  list: Message"));
+  EXPECT_TRUE(reader_.WaitForLine("  list: "));
   EXPECT_TRUE(reader_.WaitForLine("    list item: Second selected"));
   EXPECT_EQ(AfterKey("Tab Down Down"), "row 1");
   EXPECT_TRUE(reader_.WaitForLine("    list item: Second focused selected"));
   EXPECT_EQ(Next(), "row 2");
   reader_.Act("Second");
   EXPECT_EQ(Next(), "row+ 2");
+  EXPECT_EQ(AfterKey("space"), "row 2");
+  EXPECT_EQ(AfterKey("space"), "row 2") << "though a reader sees each key first";
 }
 
 TEST_F(Accessibility, AlertIsToldWithItsTexts) {
@@ -140,12 +142,21 @@ TEST_F(Accessibility, BusOfTheUsersRuntimeFolderServes) {
 }
 
 TEST_F(Accessibility, ScreenReaderActsForItsUser) {
-  Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kCheckBox)}, 1));
-  ASSERT_TRUE(reader_.WaitForLine("  check box: Label 2"));
+  Open(Dialog({Field(1, ControlKind::kEdit), Field(2, ControlKind::kCheckBox),
+               PopupField(3, {"Red", "Green", "Blue"})},
+              1));
+  ASSERT_TRUE(reader_.WaitForLine("      list item: Blue"));
   reader_.Enter("Label 1", "dictated");
   reader_.Act("Label 2");
   EXPECT_EQ(Next(), "enter 1 dictated");
   EXPECT_EQ(Next(), "click 2");
+  reader_.Act("Blue");
+  EXPECT_EQ(Next(), "choose 3 3") << "in the closed menu";
+  reader_.Act("Label 3");
+  ASSERT_TRUE(reader_.WaitForLine("  combo box: Label 3 (Blue) expanded"));
+  reader_.Act("Green");
+  EXPECT_EQ(Next(), "choose 3 2") << "in the open one";
+  ASSERT_TRUE(reader_.WaitForLine("  combo box: Label 3 (Green)"));
   reader_.Act("Cancel");
   EXPECT_EQ(Next(), "press 2");
 }

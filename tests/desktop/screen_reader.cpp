@@ -146,7 +146,7 @@ std::unique_ptr<Process> ScreenReader::Record(const std::string& file) const {
   const std::string address = address_.toStdString();
   auto monitor = std::make_unique<Process>(std::vector<std::string>{
       "sh", "-c",
-      "exec dbus-monitor --address '" + address +
+      "exec stdbuf -oL dbus-monitor --address '" + address +
           "' \"interface='org.a11y.atspi.Event.Object'\" > '" + file + "'"});
   WaitFor([&] { return std::filesystem::exists(file) && std::filesystem::file_size(file) > 0; });
   return monitor;

@@ -1,0 +1,142 @@
+// What a blind user hears: Orca, the screen reader of Linux desktops, in front of the whole house,
+// used by keys alone.
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "tests/desktop/speech_server.h"
+#include "tests/desktop/x_session.h"
+#include "tests/support/changed_variable.h"
+#include "tests/support/run_program.h"
+#include "tests/support/temporary_folder.h"
+
+namespace desktop_test {
+namespace {
+
+using testing_tools::ChangedVariable;
+
+struct Step {
+  const char* keys;
+  const char* heard;
+};
+
+class Orca : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (OutputOf("command -v orca").empty()) GTEST_SKIP() << "Orca is not installed";
+    bus_ = std::make_unique<Process>(
+        std::vector<std::string>{"sh", "-c",
+                                 "exec dbus-daemon --session --nofork --print-address "
+                                 "--address=\"$DBUS_SESSION_BUS_ADDRESS\" 2>/dev/null"},
+        Process::Output::kRead);
+    bus_->Line();
+    OutputOf(
+        "dbus-send --print-reply --dest=org.a11y.Bus /org/a11y/bus"
+        " org.freedesktop.DBus.Properties.Set string:org.a11y.Status string:IsEnabled"
+        " variant:boolean:true");
+    orca_ =
+        std::make_unique<Process>(std::vector<std::string>{"sh", "-c", "exec orca 2>/dev/null"});
+    ASSERT_NO_FATAL_FAILURE(Expect("Screen reader on."));
+    alarm(50);  // a dialog that nobody answers ends the test instead of holding it up
+  }
+  void TearDown() override {
+    alarm(0);
+    if (orca_) orca_->Signal(SIGKILL);  // it takes its time for anything less
+  }
+
+  // Begins to evaluate; Result is what the last calculation gives.
+  void Evaluate(std::vector<std::string> calculations) {
+    calculations.insert(calculations.begin(), "eval");
+    const std::string screen = std::string("DISPLAY=") + std::getenv("DISPLAY");
+    ending_ = std::async(std::launch::async, [calculations, screen] {
+      return testing_tools::Run({TARVO_PROGRAM, calculations, "", {screen}, ""});
+    });
+  }
+  std::string Result() {
+    const std::string output = ending_.get().output;
+    const std::size_t start = output.rfind('\n', output.size() - 2);
+    return output.substr(start + 1, output.size() - start - 2);
+  }
+
+  void Expect(const std::string& words) {
+    WaitFor([&] { return speech_.Heard() == words; });
+    ASSERT_EQ(speech_.Heard(), words);
+    speech_.Forget();
+  }
+
+  void Walk(const std::vector<Step>& steps) {
+    for (const auto& [keys, heard] : steps) {
+      SCOPED_TRACE(keys);
+      if (*keys != '\0') user_.Key(keys);
+      ASSERT_NO_FATAL_FAILURE(Expect(heard));
+    }
+  }
+
+  const testing_tools::TemporaryFolder folder_;
+  const ChangedVariable home_{"HOME", (folder_ / "").c_str()};
+  const ChangedVariable runtime_{"XDG_RUNTIME_DIR", (folder_ / "").c_str()};
+  const ChangedVariable address_{"DBUS_SESSION_BUS_ADDRESS",
+                                 ("unix:path=" + (folder_ / "bus")).c_str()};
+  const ChangedVariable server_{"SPEECHD_ADDRESS", ("unix_socket:" + (folder_ / "speech")).c_str()};
+  const ChangedVariable settings_{"GSETTINGS_BACKEND", "memory"};
+  const ChangedVariable language_{"LC_ALL", "C.UTF-8"};
+  SpeechServer speech_{folder_ / "speech"};
+  XSession user_{XSession::Manager::kOpenbox};
+  std::unique_ptr<Process> bus_;
+  std::unique_ptr<Process> orca_;
+  std::future<testing_tools::Ending> ending_;
+};
+
+TEST_F(Orca, TellsEveryKindOfField) {
+  Evaluate(
+      {R"(TarvoPopUps ( "red¶green¶blue" ))", R"(TarvoSetCustomControls ( "2|3|4|1" ))",
+       R"(TarvoSetCaption ( "Order" ))",
+       R"(TarvoCustomDialog ( "4|Choose the colour|OK|Cancel|||Colour|Copy to me|Gift|Code" ))"});
+  Walk({{"", "Order dialog Choose the colour. Colour combo box. red."},
+        {"Down", "List with 3 items. green."},
+        {"Down", "blue."},
+        {"Tab", "Copy to me check box not checked."},
+        {"space", "checked"},
+        {"space", "not checked"},
+        {"Tab", "Gift. not selected radio button"},
+        {"space", "selected"},
+        {"Tab", "Code password text."},
+        {"s", "black circle"},
+        {"BackSpace", "black circle"},
+        {"Tab", "OK push button."},
+        {"Right", ""},
+        {"Left", "Cancel push button."}});
+  user_.Key("space");
+  EXPECT_EQ(Result(), "2|blue|0|1|");
+}
+
+TEST_F(Orca, TellsEveryRowAndHowManyThereAre) {
+  Evaluate({R"(TarvoFillListBox ( "Ann¶New Delhi¶New York¶Paris" ))",
+            R"(TarvoSetCaption ( "Towns" ))",
+            R"(TarvoDoListBox ( "Choose your town|OK|No|||||0||1" ))"});
+  Walk({{"", "Towns dialog Choose your town."},
+        {"Down", "List with 4 items. Ann."},
+        {"ctrl+Down", "New Delhi."},
+        {"ctrl+space", "selected"},
+        {"ctrl+space", "unselected"},
+        {"shift+End", "Paris."},
+        {"Tab", "OK push button."}});
+  user_.Key("Return");
+  EXPECT_EQ(Result(), "1|New Delhi|New York|Paris");
+}
+
+TEST_F(Orca, TellsAnAlertOnceAndItsButtons) {
+  Evaluate({R"(TarvoAlert ( "2|Delete record?|This cannot be undone.|Delete|Cancel" ))",
+            R"(TarvoSetCaption ( "Names" ))",
+            R"(TarvoDialog ( "2|Enter the name|OK|Cancel|||First name|London in the town|||" ))"});
+  Walk({{"", "alert Delete record? This cannot be undone. Delete push button."},
+        {"Tab", "Cancel push button."},
+        {"space", "Names dialog Enter the name. First name text."},
+        {"Tab", "London in the town text."}});
+  user_.Key("B Return");
+  EXPECT_EQ(Result(), "1||B||");
+}
+
+}  // namespace
+}  // namespace desktop_test
