@@ -1,6 +1,8 @@
 #include "displays/desktop/alert_window.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
@@ -117,6 +119,14 @@ void AlertWindow::Dismiss() {
   ModalWindow::Dismiss();
   buttons_.clear();
   other_ = nullptr;
+}
+
+// Copies the texts, which nothing can select.
+void AlertWindow::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Copy)) return ModalWindow::keyPressEvent(event);
+  QStringList texts{accessibleName(), accessibleDescription()};
+  texts.removeAll(QString());
+  QGuiApplication::clipboard()->setText(texts.join(QStringLiteral("\n\n")));
 }
 
 void AlertWindow::AddButton(int number, const std::optional<std::string>& text, bool is_default) {

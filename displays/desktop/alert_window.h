@@ -20,6 +20,9 @@ class AlertWindow : public ModalWindow {
 
   QAccessible::Role AccessibleRole() const override { return QAccessible::AlertMessage; }
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void AddButton(int number, const std::optional<std::string>& text, bool is_default);
   void LayOut(const display::Alert& alert);

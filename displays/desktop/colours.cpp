@@ -64,12 +64,7 @@ QPalette DarkPalette() {
                    window);
   palette.setColor(QPalette::Highlight, accent);
   palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, base);
-  palette.setColor(QPalette::ToolTipText, text);
   palette.setColor(QPalette::PlaceholderText, faint);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(QPalette::Disabled, role, faint);
-  }
   return palette;
 }
 

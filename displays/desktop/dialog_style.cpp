@@ -3,12 +3,14 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QFontDatabase>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -25,9 +27,11 @@ constexpr int kLeastThumb = 24;
 constexpr int kThumbInset = 4;
 constexpr int kListFrame = 2;
 constexpr double kRadius = 4;
-constexpr int kBezelInset = 3;  // a button's bezel is lower than its rectangle
+constexpr int kBezelInset = 3;  // a button's bezel is lower than its rectangle, above and below
 constexpr double kToggleSize = 15;
-constexpr int kRowMargin = 5;
+constexpr int kToolTipMargin = 6;
+constexpr double kFaint =
+    0.45;  // how much of its colour a disabled text keeps: a contrast of 3 to 1
 
 QFont SystemFont(int pixels) {
   QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
@@ -44,16 +48,16 @@ QColor Mix(const QColor& a, const QColor& b, double share_of_b) {
 
 // The colours of one widget in the state that it is in.
 struct Colors {
-  explicit Colors(const QWidget& widget) : palette(widget.palette()) {
-    if (!widget.isEnabled()) group = QPalette::Disabled;
-  }
+  explicit Colors(const QWidget& widget) : Colors(widget, widget.isEnabled()) {}
+  Colors(const QWidget& widget, bool enabled)
+      : palette(widget.palette()), group(enabled ? QPalette::Active : QPalette::Disabled) {}
   QColor Of(QPalette::ColorRole role) const { return palette.color(group, role); }
   QColor Border() const { return Mix(Of(QPalette::Window), Of(QPalette::WindowText), 0.45); }
   QColor Accent() const { return palette.color(QPalette::Active, QPalette::Highlight); }
   bool Dark() const { return Of(QPalette::Window).lightness() < 128; }
 
   QPalette palette;
-  QPalette::ColorGroup group = QPalette::Active;
+  QPalette::ColorGroup group;
 };
 
 // A rounded rectangle whose border lies inside `rect`.
@@ -119,6 +123,7 @@ class DialogStyle : public QProxyStyle {
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
     if (metric == PM_ScrollBarExtent) return kScrollBarWidth;
+    if (metric == PM_ToolTipLabelFrameWidth) return kToolTipMargin;
     if (metric == PM_DefaultFrameWidth && IsListBox(widget)) return kListFrame;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
@@ -214,10 +219,25 @@ class DialogStyle : public QProxyStyle {
   }
 };
 
+// The palette with disabled texts that can be read and tool tips in the dialog's colours.
+QPalette ReadablePalette(QPalette palette) {
+  const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+  const QColor faint = Mix(palette.color(QPalette::Active, QPalette::Window), text, kFaint);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, faint);
+  }
+  palette.setColor(QPalette::ToolTipBase, palette.color(QPalette::Active, QPalette::Base));
+  palette.setColor(QPalette::ToolTipText, palette.color(QPalette::Active, QPalette::Text));
+  return palette;
+}
+
 }  // namespace
 
 void SetUpDialogStyle() {
-  if (DesktopPrefersDark()) QApplication::setPalette(DarkPalette());
+  const QPalette palette =
+      ReadablePalette(DesktopPrefersDark() ? DarkPalette() : QApplication::palette());
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
   // The application owns the style, which the analyser does not see.
   QApplication::setStyle(new DialogStyle);
   QApplication::setFont(SmallFont());  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
@@ -231,10 +251,11 @@ QFont MessageFont() {
   return font;
 }
 
-void DrawPopupFrame(QPainter& painter, const QWidget& popup, bool open) {
-  const Colors colors(popup);
+void DrawPopupFrame(QPainter& painter, const QComboBox& popup, bool open) {
+  const bool usable = popup.isEnabled() && popup.count() > 0;
+  const Colors colors(popup, usable);
   const bool ringed = popup.hasFocus() || open;
-  QColor fill = ButtonFill(popup, false);
+  QColor fill = usable ? ButtonFill(popup, false) : colors.Of(QPalette::Window);
   if (open) fill = fill.darker(106);
   DrawRounded(painter, popup.rect(), fill, ringed ? colors.Accent() : colors.Border(),
               ringed ? 2 : 1);
@@ -248,7 +269,7 @@ void DrawPopupFrame(QPainter& painter, const QWidget& popup, bool open) {
 // The focus is a ring inside. A coloured frame would make any button look like the one that Return
 // presses.
 void DrawButtonFrame(QPainter& painter, const QAbstractButton& button, bool is_default) {
-  const QRectF bezel = QRectF(button.rect()).adjusted(0, kBezelInset, 0, -kBezelInset);
+  const QRectF bezel(0, kBezelInset, button.width(), kButtonHeight - 2 * kBezelInset);
   const QColor fill = PressedOrHovered(ButtonFill(button, is_default), button);
   const bool accented = is_default && button.isEnabled();
   const Colors colors(button);
@@ -300,28 +321,30 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const bool selected = option.state & QStyle::State_Selected;
   painter->save();
   if (selected) painter->fillRect(option.rect, option.palette.highlight());
-  if (option.state & QStyle::State_HasFocus) {
+  // Of a selected row the colour shows enough, unless others are selected as well.
+  const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
+  const bool one = view && view->selectionModel()->selectedRows().size() == 1;
+  if (option.state & QStyle::State_HasFocus && !(selected && one)) {
     const QColor base =
         option.palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight);
     DrawRounded(*painter, option.rect, Qt::transparent, base, 1, 2);
   }
   painter->setFont(option.font);
   painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
-  DrawOneLine(*painter, option.rect.adjusted(kRowMargin, 0, -kRowMargin, 0),
-              index.data().toString());
+  DrawOneLine(*painter, option.rect.adjusted(margin_, 0, -margin_, 0), index.data().toString());
   painter->restore();
 }
 
 QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const int text = option.fontMetrics.horizontalAdvance(OneLine(index.data().toString()));
-  return {text + 2 * kRowMargin, height_};
+  return {text + 2 * margin_, height_};
 }
 
 bool LineDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                              const QStyleOptionViewItem& option, const QModelIndex& index) {
   if (event->type() != QEvent::ToolTip) return false;
   const QString text = index.data().toString();
-  const bool cut = IsCut(text, view->font(), option.rect.width() - 2 * kRowMargin);
+  const bool cut = IsCut(text, view->font(), option.rect.width() - 2 * margin_);
   ShowToolTip(cut ? text : QString(), event->globalPos(), view);
   return true;
 }

@@ -5,6 +5,7 @@
 #include <QStyledItemDelegate>
 
 class QAbstractButton;
+class QComboBox;
 class QPainter;
 class QWidget;
 
@@ -23,7 +24,10 @@ QFont MessageFont();
 // below; a line of text is lower than a comfortable field.
 constexpr int kFieldFrame = 4;
 
-void DrawPopupFrame(QPainter& painter, const QWidget& popup, bool open);
+// A button is drawn as high as this, though the rectangle of some is a pixel higher.
+constexpr int kButtonHeight = 32;
+
+void DrawPopupFrame(QPainter& painter, const QComboBox& popup, bool open);
 void DrawButtonFrame(QPainter& painter, const QAbstractButton& button, bool is_default);
 void DrawCheckBox(QPainter& painter, const QAbstractButton& box);
 void DrawRadioButton(QPainter& painter, const QAbstractButton& button);
@@ -36,7 +40,9 @@ void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text);
 // whole of a text that does not fit is its tool tip.
 class LineDelegate : public QStyledItemDelegate {
  public:
-  LineDelegate(int height, QObject* parent) : QStyledItemDelegate(parent), height_(height) {}
+  // `margin` is kept free at both ends of a line.
+  LineDelegate(int height, int margin, QObject* parent)
+      : QStyledItemDelegate(parent), height_(height), margin_(margin) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
@@ -46,6 +52,7 @@ class LineDelegate : public QStyledItemDelegate {
 
  private:
   int height_;
+  int margin_;
 };
 
 }  // namespace desktop

@@ -17,7 +17,8 @@ namespace {
 using display::Action;
 
 constexpr int kUsualRowHeight = 16;  // for a description that says none
-constexpr int kFrame = 2;            // outside the rectangle
+constexpr int kRowMargin = 5;
+constexpr int kFrame = 2;  // outside the rectangle
 
 Action::Kind KindFor(Qt::KeyboardModifiers modifiers) {
   if (modifiers & Qt::ControlModifier) return Action::Kind::kRowToggle;
@@ -42,7 +43,7 @@ ListBox::ListBox(const display::Control& control, QWidget* parent, Report report
   setFont(SmallFont());
   setGeometry(RectOf(control).adjusted(-kFrame, -kFrame, kFrame, kFrame));
   setFrameShape(QFrame::StyledPanel);
-  setItemDelegate(new LineDelegate(row_height_, this));
+  setItemDelegate(new LineDelegate(row_height_, kRowMargin, this));
   setUniformItemSizes(true);
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   verticalScrollBar()->setSingleStep(row_height_);

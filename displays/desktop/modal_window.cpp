@@ -198,8 +198,10 @@ void ModalWindow::DropNativeWindow() {
   setWindowState(Qt::WindowNoState);
 }
 
+// Above the host's window alone, if there is one.
 void ModalWindow::StandAboveHostWindow() {
   if (HostWindow() == 0) return;
+  setWindowFlag(Qt::WindowStaysOnTopHint, !HostWindowRect());
   host_window_.reset(QWindow::fromWinId(HostWindow()));
   winId();  // makes the native window
   if (host_window_) windowHandle()->setTransientParent(host_window_.get());

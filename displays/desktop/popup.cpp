@@ -18,6 +18,7 @@ namespace {
 using display::Action;
 
 constexpr int kItemHeight = 20;
+constexpr int kMenuFrame = 1;
 constexpr int kScrollBarRoom = 20;
 constexpr int kMostWidth = 600;
 
@@ -77,9 +78,10 @@ Popup::Popup(const display::Control& control, QWidget* parent, const Report& rep
   setView(menu_);
   setFont(SmallFont());
   setGeometry(RectOf(control).adjusted(0, -kFieldFrame, 1, kFieldFrame));
-  setItemDelegate(new LineDelegate(kItemHeight, this));
+  setItemDelegate(new LineDelegate(kItemHeight, kFieldFrame - kMenuFrame, this));
   setAttribute(Qt::WA_Hover);
   if (control.items) addItems(ItemTexts(control));
+  setMaxVisibleItems(std::max(1, count()));  // as many as the screen has room for
   connect(this, &QComboBox::currentIndexChanged, this, [this](int item) {
     if (hasFocus()) TellItem(item);
   });
@@ -136,7 +138,7 @@ void Popup::ChooseForeign(int item) {
   emit activated(item);
 }
 
-QRect Popup::TextRect() const { return rect().adjusted(kFieldFrame + 4, 0, -22, 0); }
+QRect Popup::TextRect() const { return rect().adjusted(kFieldFrame, 0, -22, 0); }
 
 void Popup::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -17,7 +17,6 @@ using display::Action;
 constexpr int kTextMargin = 7;
 constexpr int kLeastWidth = 90;
 constexpr int kMostWidth = 220;
-constexpr int kHeight = 32;
 
 }  // namespace
 
@@ -47,7 +46,7 @@ QString PushButton::CutText() const {
 
 QSize PushButton::sizeHint() const {
   const int wanted = fontMetrics().horizontalAdvance(OneLine(text_)) + 4 * kTextMargin;
-  return {std::clamp(wanted, kLeastWidth, kMostWidth), kHeight};
+  return {std::clamp(wanted, kLeastWidth, kMostWidth), kButtonHeight};
 }
 
 // An arrow goes to the nearest button on its side; Qt's go by the order of Tab. Button 1 is the
@@ -72,7 +71,7 @@ void PushButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   DrawButtonFrame(painter, *this, isDefault());
   painter.setPen(ButtonTextColor(*this, isDefault()));
-  const QRect room = rect().adjusted(kTextMargin, 0, -kTextMargin, 0);
+  const QRect room(kTextMargin, 0, width() - 2 * kTextMargin, kButtonHeight);
   painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine,
                    fontMetrics().elidedText(OneLine(text_), Qt::ElideRight, room.width()));
 }

@@ -13,16 +13,18 @@ std::size_t VisibleWindows() {
 }
 
 TEST_F(Controls, EditedFieldsAreReportedOnceBeforeTheNextAction) {
+  const std::string long_text(40000, 'x');  // Qt's own limit is lower
   Open(Dialog({Field(1, ControlKind::kEdit, "Ann"), Field(2, ControlKind::kPassword),
-               Field(3, ControlKind::kEdit, "as it was")},
+               Field(3, ControlKind::kEdit, long_text), Field(4, ControlKind::kEdit, "as it was")},
               1));
   user_.Key("End");
   user_.Type(" & <b>Lee</b>");
   user_.Key("Tab");
   user_.Type("secret");
-  user_.Key("Return");
+  user_.Key("Tab End y Return");
   EXPECT_EQ(Next(), "enter 1 Ann & <b>Lee</b>");
   EXPECT_EQ(Next(), "enter 2 secret");
+  EXPECT_EQ(Next(), "enter 3 " + long_text + 'y');
   EXPECT_EQ(Next(), "return");
   EXPECT_EQ(AfterKey("KP_Enter"), "return");
 }
@@ -105,6 +107,17 @@ TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
   EXPECT_EQ(AfterKey("Escape"), "escape");
   EXPECT_EQ(AfterKey("Return"), "return");
   EXPECT_EQ(AfterKey("Tab Down space Return"), "return");  // an empty menu
+}
+
+TEST_F(Controls, LongMenuShowsAllThatTheScreenHasRoomForAndTheWheelChoosesNothing) {
+  std::vector<std::string> items(30, "Item");
+  Open(Dialog({PopupField(1, items)}, 1));
+  OutputOf("xdotool mousemove " + std::to_string(kLeft + 280) + " " + std::to_string(kTop + 67) +
+           " click 5 click 4");
+  const unsigned behind = user_.PixelAt(kLeft + 160, kTop + 600);
+  user_.Key("space");
+  EXPECT_TRUE(user_.WaitForChange(kLeft + 160, kTop + 600, behind));
+  EXPECT_EQ(AfterKey("End Return"), "choose 1 30") << "and nothing before";
 }
 
 TEST_F(Controls, PopupIsSearchedByAllThatIsTyped) {
@@ -269,6 +282,8 @@ TEST_F(Controls, AlertAnswersKeysAndItsButtons) {
   EXPECT_EQ(AfterKey("space"), "press 1");
   EXPECT_EQ(AfterKey("Tab space"), "press 2");
   EXPECT_EQ(AfterKey("Tab space"), "press 3");
+  user_.Key("ctrl+c");
+  EXPECT_EQ(OutputOf("xclip -selection clipboard -o"), "Delete?\n\nFor good.");
 }
 
 }  // namespace

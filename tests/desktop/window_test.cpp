@@ -140,6 +140,9 @@ TEST_F(ManagedWindow, StaysAboveTheWindowThatTheHostNames) {
     char hexadecimal[16];
     std::snprintf(hexadecimal, sizeof hexadecimal, "0x%x", named);
     EXPECT_NE(XSession::Properties(shown, "WM_TRANSIENT_FOR").find(hexadecimal), std::string::npos);
+    const bool above_all =
+        XSession::Properties(shown, "_NET_WM_STATE").find("ABOVE") != std::string::npos;
+    EXPECT_EQ(above_all, named != host_window);
   }
   unsetenv("WINDOWID");
 }
@@ -170,14 +173,29 @@ TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
   setenv("WINDOWID", host_window.c_str(), 1);
   display::Alert alert{1, "Over it", "", "OK", {}, {}};
   alert.position = 0xB00A;
-  EXPECT_EQ(Place(Open(alert)).substr(0, 5), "680,5");
+  const auto stands_at = [&](const std::string& place) {  // once the one before has gone
+    Open(alert);
+    return WaitFor([&] { return Place(user_.ActiveWindow(" ")).starts_with(place); });
+  };
+  EXPECT_TRUE(stands_at("680,5"));
   display_.Close();
   OutputOf("xdotool windowmove " + host_window + " 1200 0");
-  EXPECT_EQ(Place(Open(alert)).substr(0, 4), "840,") << "moved onto the screen";
+  EXPECT_TRUE(stands_at("840,")) << "moved onto the screen";
   display_.Close();
   alert.position = 0;
-  EXPECT_EQ(Place(Open(alert)).substr(0, 4), "420,") << "in the middle of the screen";
+  EXPECT_TRUE(stands_at("420,")) << "in the middle of the screen";
   unsetenv("WINDOWID");
+}
+
+TEST_F(Window, OfAnAlertShowsTheIconOfItsKind) {
+  for (const auto& [type, colour] :
+       {std::pair{0, 0xd6333bU}, {1, 0x2f7dd8U}, {2, 0xf6c02cU}, {3, 0x76808cU}}) {
+    const std::string place = Place(Open(display::Alert{type, "Kind", "", "OK", {}, {}}));
+    const int x = std::stoi(place) + 34;  // beside its mark
+    const int y = std::stoi(place.substr(place.find(',') + 1)) + 58;
+    EXPECT_TRUE(WaitFor([&, colour = colour] { return user_.PixelAt(x, y) == colour; })) << type;
+    display_.Close();
+  }
 }
 
 }  // namespace
