@@ -11,6 +11,7 @@
 #include "tests/desktop/example_dialogs.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/x_session.h"
+#include "tests/support/changed_variable.h"
 #include "tests/support/temporary_folder.h"
 
 namespace desktop_test {
@@ -77,6 +78,14 @@ TEST_F(Render, ScaleAndDarkColoursAreTheEnvironments) {
   setenv("GTK_THEME", "Adwaita:dark", 1);
   EXPECT_NE(Picture(ListDialog(false)), plain);
   unsetenv("GTK_THEME");
+  fs::create_directory(folder_ / "gtk-3.0");
+  const testing_tools::ChangedVariable settings("XDG_CONFIG_HOME", (folder_ / "").c_str());
+  for (const auto& [setting, dark] : {std::pair{"gtk-application-prefer-dark-theme=1", true},
+                                      {"gtk-theme-name=Adwaita-dark", true},
+                                      {"gtk-theme-name=Adwaita", false}}) {
+    folder_.Write("gtk-3.0/settings.ini", std::string("[Settings]\n") + setting + '\n');
+    EXPECT_EQ(Picture(ListDialog(false)) != plain, dark) << setting;
+  }
 }
 
 TEST_F(Render, DarkColoursAreThePortals) {
