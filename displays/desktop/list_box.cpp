@@ -109,7 +109,8 @@ void ListBox::mouseMoveEvent(QMouseEvent* event) {
 
 void ListBox::keyPressEvent(QKeyEvent* event) {
   const int row = currentRow();
-  if (event->key() == Qt::Key_Space && row >= 0 && !Continues(*event)) {
+  const bool searches = Continues(*event);
+  if (event->key() == Qt::Key_Space && row >= 0 && !searches) {
     Choose(KindFor(event->modifiers()), row, display::kRowMiddle);
     return;
   }

@@ -17,11 +17,13 @@ class TypedSearch : public View {
     View::keyboardSearch(text);
   }
 
-  // Whether a key is a part of what is being typed, which for a blank means that it acts no other
-  // way.
-  bool Continues(const QKeyEvent& key) const {
-    return key.key() == Qt::Key_Space && since_.isValid() &&
-           !since_.hasExpired(QApplication::keyboardInputInterval());
+  // Whether a blank is a part of what is being typed, and thus acts no other way. A search ends
+  // with a key that moves or adds.
+  bool Continues(const QKeyEvent& key) {
+    const bool blank = key.key() == Qt::Key_Space;
+    const bool moves = key.key() >= Qt::Key_Home && key.key() <= Qt::Key_PageDown;
+    if (moves || (blank && key.modifiers() != Qt::NoModifier)) since_.invalidate();
+    return blank && since_.isValid() && !since_.hasExpired(QApplication::keyboardInputInterval());
   }
 
  protected:

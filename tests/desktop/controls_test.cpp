@@ -207,6 +207,9 @@ TEST_F(Controls, ListIsUsedInFullByKeysAndByDragging) {
   user_.Type("New Y");
   EXPECT_EQ(Next(), "row 2");
   EXPECT_EQ(Next(), "row 3");
+  EXPECT_EQ(AfterKey("Up Down space"), "row 2") << "which ends the search";
+  EXPECT_EQ(Next(), "row 3");
+  EXPECT_EQ(Next(), "row 3");
   OutputOf("xdotool mousemove " + std::to_string(kLeft + 50) + " " + std::to_string(kTop + 124) +
            " mousedown 1 mousemove_relative 0 16");
   EXPECT_EQ(Next(), "row 2 50");
