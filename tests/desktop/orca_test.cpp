@@ -37,6 +37,8 @@ class Orca : public testing::Test {
         " variant:boolean:true");
     orca_ =
         std::make_unique<Process>(std::vector<std::string>{"sh", "-c", "exec orca 2>/dev/null"});
+    const auto speaks = [this] { return !speech_.Heard().empty(); };
+    for (int i = 0; i < 3 && !WaitFor(speaks); ++i) continue;  // it starts slowly the first time
     ASSERT_NO_FATAL_FAILURE(Expect("Screen reader on."));
     alarm(50);  // a dialog that nobody answers ends the test instead of holding it up
   }
