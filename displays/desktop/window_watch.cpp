@@ -1,7 +1,6 @@
 #include "displays/desktop/window_watch.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 #include <chrono>
 #include <utility>
 
@@ -24,6 +23,9 @@ bool IsUnmapped(xcb_window_t window) {
 
 WindowWatch::WindowWatch(std::function<void()> gone) : gone_(std::move(gone)) {
   QCoreApplication::instance()->installNativeEventFilter(this);
+  check_.setSingleShot(true);
+  check_.setInterval(kManagersTime);
+  QObject::connect(&check_, &QTimer::timeout, &check_, [this] { CheckUnmapped(); });
 }
 
 WindowWatch::~WindowWatch() {
@@ -41,20 +43,17 @@ bool WindowWatch::nativeEventFilter(const QByteArray& type, void* message, qintp
       break;
     case XCB_UNMAP_NOTIFY:
       if (reinterpret_cast<const xcb_unmap_notify_event_t*>(event)->window == watched_) {
-        CheckLater();
+        check_.start();
       }
       break;
   }
   return false;
 }
 
-void WindowWatch::CheckLater() {
-  QTimer::singleShot(kManagersTime, qApp, [this, unmapped = static_cast<xcb_window_t>(watched_)] {
-    if (watched_ == unmapped && IsUnmapped(unmapped) &&
-        XProperty(unmapped, "WM_STATE") != kIconic) {
-      TellGone();
-    }
-  });
+void WindowWatch::CheckUnmapped() {
+  const auto window = static_cast<xcb_window_t>(watched_);
+  if (window == 0 || !IsUnmapped(window)) return;
+  if (XProperty(window, "WM_STATE") != kIconic) TellGone();
 }
 
 void WindowWatch::TellGone() {

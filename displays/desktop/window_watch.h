@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+#include <QTimer>
 #include <QWindow>
 #include <functional>
 
@@ -20,11 +21,12 @@ class WindowWatch : public QAbstractNativeEventFilter {
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
  private:
-  void CheckLater();
+  void CheckUnmapped();
   void TellGone();
 
   std::function<void()> gone_;
   WId watched_ = 0;
+  QTimer check_;  // runs from an unmapping until its cause is known
 };
 
 }  // namespace desktop
