@@ -1,6 +1,7 @@
 #include "displays/terminal/dialog.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "displays/terminal/alert.h"
@@ -19,8 +20,7 @@ bool IsInput(const Control& control) {
 
 // Where arrow keys have nothing else to do they go on to what is beside, as Tab does.
 bool ArrowsMoveFocus(const Control& control) {
-  return control.kind == ControlKind::kButton || control.kind == ControlKind::kCheckBox ||
-         control.kind == ControlKind::kRadio;
+  return control.kind == ControlKind::kCheckBox || control.kind == ControlKind::kRadio;
 }
 
 int StepOf(const Key& key) {
@@ -88,6 +88,7 @@ void Dialog::HandleKey(const Key& key) {
   if (view && view->Handle(key)) return;
   if (view && ArrowsMoveFocus(window_.controls[*focus_]) && StepOf(key) != 0)
     MoveFocus(StepOf(key));
+  if (view && window_.controls[*focus_].kind == ControlKind::kButton) MoveToButtonBeside(key);
   if (!follow_) ScrollBy((key.kind == Key::Kind::kPageUp ? -1 : 1) * (layout_.frame.height - 3));
 }
 
@@ -141,6 +142,21 @@ void Dialog::MoveFocus(int step) {
   const bool wraps = current == order.end() || current + 1 == order.end();
   focus_ = wraps ? order.front() : *(current + 1);
   views_[*focus_]->Enter();
+}
+
+// An arrow goes to the nearest button on its side.
+void Dialog::MoveToButtonBeside(const Key& key) {
+  if (key.kind != Key::Kind::kLeft && key.kind != Key::Kind::kRight) return;
+  const int side = StepOf(key);
+  const int own = window_.controls[*focus_].rect.left;
+  int least = std::numeric_limits<int>::max();
+  for (const std::size_t other : TabOrder()) {
+    const Control& control = window_.controls[other];
+    const int distance = (control.rect.left - own) * side;
+    if (control.kind != ControlKind::kButton || distance <= 0 || distance >= least) continue;
+    focus_ = other;
+    least = distance;
+  }
 }
 
 // A message that is longer than its place scrolls first, then the whole content.

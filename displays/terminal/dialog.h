@@ -33,6 +33,7 @@ class Dialog {
   void HandleClick(const Click& click);
   void Send(const display::Action& action);
   void MoveFocus(int step);
+  void MoveToButtonBeside(const Key& key);
   std::vector<std::size_t> TabOrder() const;
   void ScrollBy(int rows);
   void ScrollToFocus(int room);

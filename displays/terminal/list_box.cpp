@@ -55,11 +55,11 @@ void ListBox::DrawRow(const Canvas& canvas, int row, int line, bool focused) con
 }
 
 bool ListBox::Handle(const Key& key) {
-  if (key.kind == Key::Kind::kSign && key.sign == L' ') {
+  if (key.kind == Key::Kind::kSign && key.sign == L' ' && !type_ahead_.Continues(key)) {
     if (row_ >= 0) Choose(KindFor(key), row_, display::kRowMiddle);
     return true;
   }
-  const int moved = RowAfterKey(key, row_, Count(), std::max(height_ - 1, 1));
+  const int moved = RowAfterKey(key, row_, LineCount(), std::max(height_ - 1, 1));
   const int found = moved >= 0 ? moved : type_ahead_.Find(key, rows_, row_);
   if (found < 0) return false;
   const bool extends = key.shift && moved >= 0;
@@ -82,6 +82,14 @@ bool ListBox::Scroll(int rows) {
   const int before = std::exchange(top_, ScrollTo(-1, top_ + rows, height_, Count()));
   follow_ = false;
   return top_ != before;
+}
+
+// How many rows there are up to the last one that holds a text, but one at least: the empty ones
+// below are the pointer's alone.
+int ListBox::LineCount() const {
+  const auto last = std::find_if(rows_.rbegin(), rows_.rend(),
+                                 [](const std::string& row) { return !row.empty(); });
+  return std::max(1, static_cast<int>(rows_.rend() - last));
 }
 
 // The middle of the column in the window, as a pointer on the desktop would have it.

@@ -23,6 +23,7 @@ class ListBox : public ControlView {
   void DrawRow(const Canvas& canvas, int row, int line, bool focused) const;
   void Choose(display::Action::Kind kind, int row, int x);
   int Count() const { return static_cast<int>(rows_.size()); }
+  int LineCount() const;
   int WindowX(int column) const;
 
   Report report_;

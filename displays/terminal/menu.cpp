@@ -52,7 +52,9 @@ void Menu::Draw(const Canvas& screen, const Area& place) {
 
 Menu::State Menu::Handle(const Key& key) {
   if (key.kind == Key::Kind::kEscape) return State::kDropped;
-  if (key.kind == Key::Kind::kReturn || key.IsSign(L' ')) return State::kChosen;
+  if (key.kind == Key::Kind::kReturn || (key.IsSign(L' ') && !type_ahead_.Continues(key))) {
+    return State::kChosen;
+  }
   const int moved = RowAfterKey(key, item_, Count(), std::max(inside_.height - 1, 1));
   const int found = moved >= 0 ? moved : type_ahead_.Find(key, items_, item_);
   if (found >= 0) item_ = found;

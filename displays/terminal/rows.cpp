@@ -36,11 +36,19 @@ int ScrollTo(int row, int top, int height, int count) {
   return std::clamp(top, 0, std::max(count - height, 0));
 }
 
+bool TypeAhead::IsUnderWay() const {
+  return !typed_.empty() && std::chrono::steady_clock::now() - last_ <= kPause;
+}
+
+bool TypeAhead::Continues(const Key& key) {
+  if (key.kind != Key::Kind::kSign || key.control) typed_.clear();
+  return key.IsSign(L' ') && IsUnderWay();
+}
+
 int TypeAhead::Find(const Key& key, const std::vector<std::string>& texts, int row) {
   if (key.kind != Key::Kind::kSign || key.control) return -1;
-  const auto now = std::chrono::steady_clock::now();
-  if (now - last_ > kPause) typed_.clear();
-  last_ = now;
+  if (!IsUnderWay()) typed_.clear();
+  last_ = std::chrono::steady_clock::now();
   // The same sign again goes on to the next row that begins with it.
   const bool goes_on = typed_.empty() || typed_ == std::wstring(1, key.sign);
   if (typed_ != std::wstring(1, key.sign)) typed_ += key.sign;

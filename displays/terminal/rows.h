@@ -23,7 +23,13 @@ class TypeAhead {
   // The row that the sign leads to from `row`, or -1.
   int Find(const Key& key, const std::vector<std::string>& texts, int row);
 
+  // Whether the key is a blank of the text that is being typed, and thus acts no other way. Any
+  // other key that is no sign ends the text.
+  bool Continues(const Key& key);
+
  private:
+  bool IsUnderWay() const;
+
   std::wstring typed_;
   std::chrono::steady_clock::time_point last_;
 };

@@ -140,6 +140,24 @@ TEST_F(Controls, ListIsChosenByKeys) {
   EXPECT_EQ(Recorded(), "return; row 1; row- 2; row 4; row+ 4; row 3; return; ");
 }
 
+// A blank is a part of what is typed, End goes to the last line, and arrows go the way they point.
+TEST_F(Controls, RowsMenusAndButtonsAreFoundByKeys) {
+  auto user = Start({R"(TarvoFillListBox ( "New Delhi¶New York¶Oslo" ))", kList[1],
+                     R"(TarvoPopUps ( "New Delhi¶New York" ))", R"(TarvoSetCustomControls ( "2" ))",
+                     R"(TarvoDoListBox ( "Choose|OK|No|Never" ))",
+                     R"(TarvoCustomDialog ( "1|Where?|OK||||City" ))"});
+  user->Expect("<]");
+  user->Type(std::string(kTab) + "new y");
+  user->ExpectCursorAt("* New York");
+  user->Type(std::string("\033OF") + kTab + kTab + kLeft + kRight + " ");  // End; button 2
+  user->Expect("Where?");
+  user->Type(std::string(" new y") + kReturn);
+  user->Expect("[New York");
+  user->Type(kReturn);
+  user->Expect("1|New York|||");
+  EXPECT_EQ(Recorded(), "row 1; row 2; row 3; press 2; choose 1 2; return; ");
+}
+
 TEST_F(Controls, SpaceTwiceOnARowIsADoubleClick) {
   auto user = Start({kList[0], R"(TarvoDoListBox ( "Choose|OK|No||||1" ))"});
   user->Expect("<]");

@@ -25,5 +25,7 @@ inline constexpr const char* kTab = "\t";
 inline constexpr const char* kEscape = "\033";
 inline constexpr const char* kUp = "\033OA";
 inline constexpr const char* kDown = "\033OB";
+inline constexpr const char* kLeft = "\033OD";
+inline constexpr const char* kRight = "\033OC";
 
 }  // namespace terminal_test

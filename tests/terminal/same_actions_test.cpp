@@ -118,14 +118,14 @@ TEST_F(SameActions, List) {
       {R"(TarvoFillListBox ( "one¶two¶three¶four" ))", R"(TarvoSetCaption ( "List" ))",
        R"(TarvoDoListBox ( "Choose|OK|No|||||1||1" ))"},
       {{"List", "List",
-        "Return Tab Down Down shift+Down shift+Down Home space Down Up f ctrl+space space Tab "
+        "Return Tab Down Down shift+Down shift+Down Home space End Up f ctrl+space space Tab "
         "Return"}});
 }
 
 TEST_F(SameActions, AlertsAndEscape) {
   ExpectSame({R"(TarvoAlert ( "2|Sure?|It is for good.|Yes|No" ))", R"(TarvoAllowEscape ( 1 ))",
               R"(TarvoSetCaption ( "Last" ))", R"(TarvoDialog ( "1|Name" ))"},
-             {{" ", "Sure?", "Left Right Tab space"}, {"Last", "Last", "x Escape"}});
+             {{" ", "Sure?", "Right Left Left Right Tab space"}, {"Last", "Last", "x Escape"}});
 }
 
 }  // namespace
