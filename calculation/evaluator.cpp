@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "calculation/built_ins.h"
+#include "calculation/interruption.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
 
@@ -74,6 +75,7 @@ Finally(Work) -> Finally<Work>;
 }  // namespace
 
 Value Evaluator::Evaluate(const Node& node) {
+  CheckInterruption();
   return std::visit([&](const auto& form) { return this->Compute(form, node.place); }, node.form);
 }
 

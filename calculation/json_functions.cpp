@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "calculation/built_ins.h"
+#include "calculation/interruption.h"
 #include "calculation/unicode.h"
 
 namespace calculation {
@@ -26,6 +27,7 @@ class JsonError : public std::runtime_error {
 Json Parsed(const std::string& text) {
   try {
     return Json::parse(text, [](int depth, Json::parse_event_t, const Json&) {
+      CheckInterruption();
       if (depth > kDeepest) throw JsonError("nested more than 200 levels deep");
       return true;
     });
@@ -164,6 +166,7 @@ Value ValueOf(const Json& json) {
 
 // A tab for each level, and everything on a line of its own.
 void Format(const Json& json, const std::string& indent, std::string& text) {
+  CheckInterruption();
   if (json.empty() || !json.is_structured()) {
     text += json.dump();
     return;

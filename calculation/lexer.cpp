@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "calculation/interruption.h"
 #include "calculation/unicode.h"
 
 namespace calculation {
@@ -97,6 +98,7 @@ void Lexer::SkipLine() {
 }
 
 Token Lexer::TakeToken() {
+  CheckInterruption();
   const char16_t unit = Peek();
   if (unit == u'"') return TakeText(unit);
   if (unit == u'“' && has_quoted_names_) return TakeText(u'”');

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "calculation/built_ins.h"
+#include "calculation/interruption.h"
 #include "calculation/moments.h"
 #include "calculation/unicode.h"
 
@@ -19,6 +20,7 @@ using Values = std::vector<std::u16string_view>;
 Values ValuesOf(std::u16string_view text) {
   Values values;
   while (!text.empty()) {
+    CheckInterruption();
     const std::size_t end = std::min(text.find(u'\r'), text.size());
     values.push_back(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
@@ -31,6 +33,7 @@ Text Lines(const Values& values, long first, long last) {
   std::u16string lines;
   last = std::min(last, static_cast<long>(values.size()));
   for (long i = std::max(first, 0L); i < last; ++i) {
+    CheckInterruption();
     lines += values[static_cast<std::size_t>(i)];
     lines += u'\r';
   }
@@ -41,6 +44,7 @@ Text Lines(const Values& values) { return Lines(values, 0, static_cast<long>(val
 
 // A value of a list as what the list holds: 1 texts, 2 numbers, 3 dates, 4 times, 5 timestamps.
 Value AsKind(std::u16string_view value, long kind) {
+  CheckInterruption();
   if (kind == 2) return AsNumber(Text(value));
   if (kind < 3 || kind > 5) return Text(value);
   return ToMoment(static_cast<Moment::Kind>(kind - 3), Text(value));

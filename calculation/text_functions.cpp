@@ -5,6 +5,7 @@
 #include <set>
 
 #include "calculation/built_ins.h"
+#include "calculation/interruption.h"
 #include "calculation/text_search.h"
 #include "calculation/unicode.h"
 
@@ -76,6 +77,7 @@ Value Code(const Arguments& given) {
   Decimal codes;
   Decimal step(1);
   for (std::size_t i = 0; i < text.size(); ++i, step = step * Decimal(kCodeUnit)) {
+    CheckInterruption();
     const char32_t character = CodePointAt(text, i);
     if (character > 0xFFFF) ++i;
     codes = codes + step * Decimal(static_cast<long>(character));
@@ -90,6 +92,7 @@ Value Filter(const Arguments& given) {
   const std::set<std::u16string_view> characters(kept.begin(), kept.end());
   std::u16string filtered;
   for (const std::u16string_view character : SplitCharacters(text)) {
+    CheckInterruption();
     if (characters.contains(character)) filtered += character;
   }
   return Text(filtered);

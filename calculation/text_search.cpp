@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "calculation/interruption.h"
 #include "calculation/unicode.h"
 
 namespace calculation {
@@ -91,6 +92,7 @@ SearchKey SearchKey::Reversed() const {
 }
 
 std::size_t SearchKey::Next(const SearchKey& wanted, std::size_t from) const {
+  CheckInterruption();
   if (wanted.IsEmpty()) return kNone;
   const void* const found = memmem(bytes_.data() + from, bytes_.size() - from, wanted.bytes_.data(),
                                    wanted.bytes_.size());

@@ -10,6 +10,7 @@
 #include <new>
 #include <string>
 
+#include "calculation/interruption.h"
 #include "calculation/user_locale.h"
 #include "platform/corefoundation/encoding.h"
 
@@ -130,6 +131,7 @@ bool IsBlankInLine(char16_t unit) {
 }
 
 std::size_t Characters::EndOf(std::size_t position) {
+  CheckInterruption();
   const std::size_t next = position + 1;
   if (next == text_.size() || text_[position] == u'\r') return next;
   if (text_[position] < kFirstMark && text_[next] < kFirstMark) return next;
@@ -164,6 +166,7 @@ std::vector<std::u16string_view> SplitWords(std::u16string_view text) {
   const Breaks breaks = BreaksIn(text, true);
   for (int at = breaks->first(), end = 0; (end = breaks->next()) != icu::BreakIterator::DONE;
        at = end) {
+    CheckInterruption();
     if (breaks->getRuleStatus() == UBRK_WORD_NONE) continue;  // blanks and punctuation
     words.push_back(text.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(end - at)));
   }

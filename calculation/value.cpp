@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "calculation/interruption.h"
 #include "calculation/moments.h"
 #include "calculation/unicode.h"
 
@@ -78,6 +79,7 @@ Value Truth(bool truth) { return Decimal(truth ? 1 : 0); }
 Value Number(std::size_t count) { return Decimal(static_cast<long>(count)); }
 
 int Compare(const Value& first, const Value& second) {
+  CheckInterruption();
   const auto* text = std::get_if<Text>(&first);
   const auto* other_text = std::get_if<Text>(&second);
   if (text && other_text) return Collate(*text, *other_text);

@@ -2,7 +2,8 @@
 
 _tarvo_commands='eval run repl functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
-  --answers --answer --describe --screenshot --record --record-passwords --only'
+  --answers --answer --describe --screenshot --record --record-passwords
+  --passwords --strict --only'
 
 # The command among the words before the cursor; nothing if there is none yet.
 _tarvo_command() {
@@ -10,7 +11,7 @@ _tarvo_command() {
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
       --plugin | --display | --language | --interface-version | --answers | --answer | \
-        --describe | --screenshot | --record | --only)
+        --describe | --screenshot | --record | --passwords | --only)
         [[ ${COMP_WORDS[i + 1]} == = ]] && ((i++))
         ((i++))
         ;;
@@ -41,7 +42,7 @@ _tarvo() {
   case $before in
     --display) _tarvo_offer -W 'auto desktop terminal scripted' ;;
     --plugin | --screenshot) _tarvo_offer -d ;;
-    --answers | --describe | --record) _tarvo_offer -f ;;
+    --answers | --describe | --record | --passwords) _tarvo_offer -f ;;
     --answer | --language | --interface-version | --only) ;;
     *)
       if [[ $word == -* ]]; then

@@ -126,6 +126,9 @@ void AddOptions(CLI::App& app, Options& options, Words& words) {
   app.add_option("--answer", options.answers, "the same from a text, separated by ;")
       ->allow_extra_args(false)
       ->option_text("TEXT");
+  app.add_option("--passwords", options.passwords, "passwords for a recording, one a line")
+      ->type_name("FILE");
+  app.add_flag("--strict", options.strict, "fail if answers are left over or for another dialog");
   app.add_option("--describe", options.describe, "write every dialog as it opened, as JSON")
       ->type_name("FILE");
   app.add_option("--screenshot", options.screenshot, "draw every dialog as it opened")

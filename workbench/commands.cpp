@@ -10,6 +10,7 @@
 #include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/check.h"
 #include "workbench/files.h"
+#include "workbench/interruption.h"
 #include "workbench/output.h"
 #include "workbench/plugin.h"
 #include "workbench/plugin_functions.h"
@@ -49,6 +50,7 @@ std::string FunctionsAsTable(const std::vector<fmx::host::Function>& functions) 
 }  // namespace
 
 void EvaluateCalculations(const Options& options) {
+  HeedInterruptions();
   Session session(options);
   for (std::size_t i = 0; i < options.operands.size(); ++i) {
     const bool is_only = options.operands.size() == 1;
@@ -59,6 +61,7 @@ void EvaluateCalculations(const Options& options) {
 }
 
 void RunScript(const Options& options) {
+  HeedInterruptions();
   const std::string& path = options.operands.front();
   const std::string text = ReadFile(path);
   Session session(options);

@@ -8,11 +8,12 @@ namespace workbench {
 // How the program ends.
 enum class Status {
   kDone = 0,
-  kWrong = 1,      // a calculation or script is wrong, or its results cannot be written
-  kUsage = 2,      // the command line is wrong
-  kBundle = 3,     // the bundle cannot be loaded, or refuses
-  kAnswer = 4,     // an answer is missing, or names what its dialog does not have
-  kNoDisplay = 5,  // there is nothing to show a dialog on
+  kWrong = 1,          // a calculation or script is wrong, or its results cannot be written
+  kUsage = 2,          // the command line is wrong
+  kBundle = 3,         // the bundle cannot be loaded, or refuses
+  kAnswer = 4,         // an answer is missing, or names what its dialog does not have
+  kNoDisplay = 5,      // there is nothing to show a dialog on
+  kInterrupted = 130,  // by Control-C
 };
 
 // Ends the program. what() is the message for the user, without the program's name.

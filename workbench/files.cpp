@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "calculation/interruption.h"
 #include "workbench/failure.h"
 
 namespace workbench {
@@ -23,6 +24,7 @@ std::string ReadAll(int fd, const std::string& path) {
   char buffer[65536];
   while (true) {
     const ssize_t count = read(fd, buffer, sizeof buffer);
+    calculation::CheckInterruption();
     if (count == 0) return content;
     if (count > 0) {
       content.append(buffer, static_cast<std::size_t>(count));
@@ -46,6 +48,7 @@ fs::path ProgramPath() {
 std::string ReadFile(const std::string& path) {
   if (path == "-") return ReadAll(STDIN_FILENO, "standard input");
   const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  calculation::CheckInterruption();
   if (fd < 0) throw Failure(Status::kUsage, "cannot read " + path + ": " + std::strerror(errno));
   struct Closer {
     int fd;

@@ -4,14 +4,15 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <exception>
 #include <string>
 #include <vector>
 
+#include "calculation/interruption.h"
 #include "workbench/command_line.h"
 #include "workbench/commands.h"
 #include "workbench/failure.h"
+#include "workbench/interruption.h"
 #include "workbench/options.h"
 #include "workbench/output.h"
 #include "workbench/repl/repl.h"
@@ -52,7 +53,7 @@ Status Do(const Options& options) {
 }
 
 int Report(Status status, const char* message) {
-  std::fprintf(stderr, "tarvo: %s\n", message);
+  workbench::Warn(message);
   return static_cast<int>(status);
 }
 
@@ -65,6 +66,8 @@ int main(int argc, char** argv) {
     return static_cast<int>(Do(workbench::ParseCommandLine({argv + 1, argv + argc})));
   } catch (const Failure& failure) {
     return Report(failure.status(), failure.what());
+  } catch (const calculation::Interrupted& interrupted) {
+    return Report(Status::kInterrupted, interrupted.what());
   } catch (const std::bad_alloc&) {
     return Report(Status::kWrong, "there is not enough memory");
   } catch (const std::exception& error) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "calculation/interruption.h"
 #include "displays/protocol/display_json.h"
 #include "displays/scripted/answers.h"
 #include "displays/scripted/dialog_name.h"
@@ -11,8 +12,6 @@
 
 namespace workbench {
 namespace {
-
-constexpr const char* kPasswordPlaceholder = "<password>";
 
 // The project's display can also draw a dialog into a file. Carbon, which starts it to show
 // dialogs, tells no host what it is called.
@@ -25,8 +24,7 @@ void DescriptionLog::Opened(const display::Description& dialog) {
 }
 
 void Recording::Opened(const display::Description& dialog) {
-  const std::string name = display::NameOf(dialog);
-  file_.Write("# dialog " + std::to_string(++count_) + (name.empty() ? "" : ": " + name));
+  file_.Write(display::FormatDialogLine(++count_, display::FullNameOf(dialog)));
 }
 
 void Recording::Acted(const display::Action& action, bool secret) {
@@ -45,6 +43,7 @@ void Screenshots::Opened(const display::Description& dialog) {
   const std::string file = folder_ + "/" + std::to_string(++count_) + ".png";
   const std::string painter = FindCompanion(kPainter);
   if (!RunChild({painter, "--render", file}, display::FormatDescription(dialog) + "\n")) {
+    if (calculation::interruption) return;  // the painter heeds it too
     throw Failure(Status::kWrong, "cannot draw " + file + " with " + painter);
   }
 }

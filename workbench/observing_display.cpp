@@ -24,8 +24,9 @@ void BreakLines(std::string& text) {
 }  // namespace
 
 ObservingDisplay::ObservingDisplay(display::Display& shown_on,
-                                   std::vector<std::unique_ptr<Observer>> observers)
-    : shown_on_(shown_on), observers_(std::move(observers)) {}
+                                   std::vector<std::unique_ptr<Observer>> observers,
+                                   std::optional<std::vector<std::string>> passwords)
+    : shown_on_(shown_on), observers_(std::move(observers)), passwords_(std::move(passwords)) {}
 
 Rect ObservingDisplay::MainScreen() { return shown_on_.MainScreen(); }
 
@@ -50,6 +51,7 @@ std::optional<Action> ObservingDisplay::NextAction() {
   }
   BreakLines(action->text);
   const bool secret = IsSecret(*action);
+  if (secret && !FillInPassword(*action)) return std::nullopt;
   if (!Tell([&](Observer& observer) { observer.Acted(*action, secret); })) return std::nullopt;
   return action;
 }
@@ -83,6 +85,19 @@ bool ObservingDisplay::IsSecret(const Action& action) const {
             control.id == control_id::Field(action.number)) ||
            (action.kind == Action::Kind::kType && control.focused);
   });
+}
+
+// False, which is told, if there is no password for the placeholder.
+bool ObservingDisplay::FillInPassword(Action& action) {
+  if (!passwords_ || action.text != kPasswordPlaceholder) return true;
+  if (next_password_ == passwords_->size()) {
+    shown_on_.Reject(
+        "the recording does not hold this password; --passwords or TARVO_PASSWORDS "
+        "supplies it");
+    return false;
+  }
+  action.text = (*passwords_)[next_password_++];
+  return true;
 }
 
 }  // namespace workbench

@@ -12,6 +12,9 @@
 
 namespace workbench {
 
+// Stands in a recording for what was entered into a password field.
+inline constexpr const char* kPasswordPlaceholder = "<password>";
+
 // Is told of every dialog that opens and of everything that its user does. What it throws ends the
 // dialog, as if its display were gone, and the program.
 class Observer {
@@ -28,8 +31,10 @@ class Observer {
 // end.
 class ObservingDisplay : public display::Display {
  public:
-  // `shown_on` must outlive this display.
-  ObservingDisplay(display::Display& shown_on, std::vector<std::unique_ptr<Observer>> observers);
+  // `shown_on` must outlive this display. `passwords` take the place of the placeholders, one after
+  // the other; none if users enter theirs, whatever they are.
+  ObservingDisplay(display::Display& shown_on, std::vector<std::unique_ptr<Observer>> observers,
+                   std::optional<std::vector<std::string>> passwords);
 
   // A dialog that could not be opened, or whose display went away while it was open.
   struct Lost {
@@ -53,9 +58,12 @@ class ObservingDisplay : public display::Display {
   template <class Report>
   bool Tell(Report report);
   bool IsSecret(const display::Action& action) const;
+  bool FillInPassword(display::Action& action);
 
   display::Display& shown_on_;
   std::vector<std::unique_ptr<Observer>> observers_;
+  std::optional<std::vector<std::string>> passwords_;
+  std::size_t next_password_ = 0;
   std::vector<display::Control> controls_;  // of the open dialog, as they now are
   std::string name_;                        // of the open dialog
   std::optional<Lost> lost_;

@@ -22,7 +22,9 @@ struct Options {
   std::optional<std::string> screenshot;
   std::optional<std::string> record;
   bool record_passwords = false;
-  std::string only;  // which checks run
+  std::optional<std::string> passwords;  // a file with those that recordings do not hold
+  bool strict = false;                   // answers that do not fit are an error
+  std::string only;                      // which checks run
 
   std::string command;
   std::vector<std::string> operands;

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <variant>
 
 #include "calculation/decimal.h"
+#include "calculation/interruption.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
 #include "workbench/failure.h"
@@ -19,7 +21,9 @@ void Print(std::string_view text) {
     const ssize_t count = write(STDOUT_FILENO, text.data(), text.size());
     if (count >= 0) {
       text.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
+    } else if (errno == EINTR) {
+      calculation::CheckInterruption();
+    } else {
       throw Failure(Status::kWrong,
                     std::string("cannot write to standard output: ") + std::strerror(errno));
     }
@@ -41,6 +45,8 @@ std::string FormatResultAsJson(const calculation::Value& result) {
   if (point == 0 || (point == 1 && text[0] == '-')) text.insert(point, "0");
   return R"({"type": "number", "result": )" + text + "}\n";
 }
+
+void Warn(const std::string& message) { std::fprintf(stderr, "tarvo: %s\n", message.c_str()); }
 
 std::string JsonText(std::string_view text) { return display::TextToJson(text); }
 

@@ -16,6 +16,9 @@ std::string FormatResult(const calculation::Value& result);
 // The same as a JSON object: {"type": "text", "result": "…"} or {"type": "number", "result": 220}.
 std::string FormatResultAsJson(const calculation::Value& result);
 
+// Tells the user on standard error, behind the program's name.
+void Warn(const std::string& message);
+
 // A text, UTF-8, as JSON writes it.
 std::string JsonText(std::string_view text);
 

@@ -115,6 +115,7 @@ class ScriptRunner {
   void Run();
 
  private:
+  class OtherScript;
   enum class Next { kStep, kLeaveLoop, kExitScript, kHalt };
 
   Next RunStep(const Step& step);

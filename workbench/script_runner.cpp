@@ -105,7 +105,33 @@ ScriptRunner::Next ScriptRunner::RunLoop(const Step& step) {
   }
 }
 
-// The other script sees the $$variables alone.
+// While another script runs, which sees the $$variables alone. However it ends, the script that
+// performs it has its own variables again.
+class ScriptRunner::OtherScript {
+ public:
+  OtherScript(ScriptRunner& runner, const Value& name, const Value& parameter)
+      : runner_(runner), locals_(TakeLocals(runner.variables_)) {
+    ++runner.depth_;
+    runner.functions_.Tell(kName, name);
+    runner.functions_.Tell(kParameter, parameter);
+  }
+  OtherScript(const OtherScript&) = delete;
+  OtherScript& operator=(const OtherScript&) = delete;
+  ~OtherScript() {
+    --runner_.depth_;
+    runner_.functions_.Tell(kName, outer_name_);
+    runner_.functions_.Tell(kParameter, outer_parameter_);
+    TakeLocals(runner_.variables_);
+    runner_.variables_.merge(locals_);
+  }
+
+ private:
+  ScriptRunner& runner_;
+  const Value outer_name_ = runner_.functions_.Get(kName);
+  const Value outer_parameter_ = runner_.functions_.Get(kParameter);
+  Variables locals_;
+};
+
 ScriptRunner::Next ScriptRunner::Perform(const Step& step) {
   const Text name = calculation::AsText(Evaluate(step, 0));
   const Value parameter = Evaluate(step, 1);
@@ -114,22 +140,13 @@ ScriptRunner::Next ScriptRunner::Perform(const Step& step) {
     throw Error(step.place, "there is no script \"" + calculation::ToUtf8(name) +
                                 R"(" here; a line Script [ "NAME" ] begins one)");
   }
-  if (++depth_ > kDeepest) {
+  if (depth_ == kDeepest) {
     throw Error(step.place, "scripts perform each other more than " + std::to_string(kDeepest) +
                                 " levels deep");
   }
-  const Value outer_name = functions_.Get(kName);
-  const Value outer_parameter = functions_.Get(kParameter);
-  Variables locals = TakeLocals(variables_);
-  functions_.Tell(kName, name);
-  functions_.Tell(kParameter, parameter);
+  const OtherScript other(*this, name, parameter);
   const Next next = RunScript(reader);
   functions_.Tell("Get ( ScriptResult )", result_.value_or(Value()));
-  functions_.Tell(kName, outer_name);
-  functions_.Tell(kParameter, outer_parameter);
-  TakeLocals(variables_);
-  variables_.merge(locals);
-  --depth_;
   return next == Next::kHalt ? next : Next::kStep;
 }
 

@@ -70,6 +70,7 @@ void Session::End() {
     throw Failure(Status::kWrong,
                   std::string("the plug-in threw while it was shut down: ") + error.what());
   }
+  user_.CheckAnswers();
 }
 
 void Session::PrintResult(const calculation::Value& result) const {

@@ -35,7 +35,8 @@ class Session {
   // What calculations can name now: functions, the language's own too, and variables.
   std::vector<std::string> Names() const;
 
-  // Ends the plug-in's life. Throws Failure if the plug-in throws.
+  // Ends the plug-in's life. Throws Failure if the plug-in throws, or if answers are left over that
+  // should not be.
   void End();
 
  private:

@@ -1,16 +1,21 @@
 #include "workbench/user.h"
 
+#include <cstdlib>
 #include <memory>
+#include <sstream>
 #include <type_traits>
 #include <utility>
 
+#include "calculation/interruption.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/default_display.h"
 #include "platform/carbon/Carbon.h"
 #include "platform/carbon/CarbonHost.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
+#include "workbench/interruption.h"
 #include "workbench/observers.h"
+#include "workbench/output.h"
 
 namespace workbench {
 namespace {
@@ -33,6 +38,19 @@ std::vector<Answer> ReadAnswers(const Options& options) {
                   source + ", line " + std::to_string(error.line()) + ": " + error.what());
   }
   return answers;
+}
+
+// Of the file, or else of the environment, one a line.
+std::vector<std::string> ReadPasswords(const Options& options) {
+  const char* const environment = std::getenv("TARVO_PASSWORDS");
+  std::istringstream lines(options.passwords ? ReadFile(*options.passwords)
+                                             : std::string(environment ? environment : ""));
+  std::vector<std::string> passwords;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    passwords.push_back(line);
+  }
+  return passwords;
 }
 
 bool IsScripted(const Options& options) {
@@ -69,11 +87,15 @@ std::string Explain(const display::ScriptedDisplay::Failure& failure) {
 
 }  // namespace
 
-User::User(const Options& options) {
-  std::vector<Answer> answers = ReadAnswers(options);
-  if (IsScripted(options)) scripted_.emplace(std::move(answers));
-  display::Display& shown_on = scripted_ ? *scripted_ : ShownOn(options.display);
-  display_.emplace(shown_on, MakeObservers(options));
+User::User(const Options& options)
+    : strict_(options.strict),
+      is_scripted_(IsScripted(options)),
+      scripted_(ReadAnswers(options), options.strict) {
+  display::Display& shown_on =
+      is_scripted_ ? static_cast<display::Display&>(scripted_) : ShownOn(options.display);
+  shown_on.StopWaitingWhenReadable(InterruptionDescriptor());
+  display_.emplace(shown_on, MakeObservers(options),
+                   is_scripted_ ? std::optional(ReadPasswords(options)) : std::nullopt);
   carbon::SetDisplay(&*display_);
 }
 
@@ -108,9 +130,15 @@ int User::ShowMessage(const std::string& title, const std::string& message,
 }
 
 void User::CheckDialogs() {
-  const auto scripted = scripted_ ? scripted_->TakeFailure() : std::nullopt;
+  for (const std::string& note : scripted_.TakeNotes()) Warn(note);
+  const auto scripted = scripted_.TakeFailure();
   const auto failure = display_->TakeFailure();
   const auto lost = display_->TakeLost();
+  if (lost && calculation::interruption) {
+    throw Failure(Status::kInterrupted,
+                  "interrupted while the dialog \"" + lost->name + "\" was open");
+  }
+  calculation::CheckInterruption();
   if (failure) throw Failure(*failure);
   if (scripted) throw Failure(Status::kAnswer, Explain(*scripted));
   if (lost) {
@@ -118,6 +146,14 @@ void User::CheckDialogs() {
                                           "\" has no window: " + lost->reason +
                                           "; --answer or --answers answers it without a screen");
   }
+}
+
+void User::CheckAnswers() const {
+  const std::string left = scripted_.LeftOver();
+  if (left.empty()) return;
+  const std::string what = left + (is_scripted_ ? "" : ": --display has dialogs shown to the user");
+  if (strict_) throw Failure(Status::kAnswer, what);
+  Warn(what);
 }
 
 }  // namespace workbench

@@ -32,8 +32,13 @@ class User {
   // Throws Failure, which says why, if a dialog since the last call was not ended by its user.
   void CheckDialogs();
 
+  // Says on standard error which answers are left over, or throws Failure if that is strict.
+  void CheckAnswers() const;
+
  private:
-  std::optional<display::ScriptedDisplay> scripted_;
+  bool strict_;
+  bool is_scripted_;
+  display::ScriptedDisplay scripted_;
   mutable std::optional<ObservingDisplay> display_;
 };
 

@@ -4,6 +4,7 @@
 #include <fontconfig/fontconfig.h>
 
 #include <QApplication>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -28,6 +29,7 @@ void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& t
 }
 
 int ServeHost(int argc, char** argv, int fd) {
+  signal(SIGINT, SIG_IGN);  // Control-C at the host's terminal is the host's to answer
   auto probe = std::make_unique<desktop::ScreenProbe>();
   if (!probe->WhyNone().empty()) {
     desktop::ReportNoScreen(fd, probe->WhyNone());

@@ -52,6 +52,11 @@ void DesktopOrTerminal::Change(std::size_t index, const Control& control) {
 
 void DesktopOrTerminal::Reject(const std::string& reason) { chosen_->Reject(reason); }
 
+void DesktopOrTerminal::StopWaitingWhenReadable(int descriptor) {
+  desktop_.StopWaitingWhenReadable(descriptor);
+  terminal_.StopWaitingWhenReadable(descriptor);
+}
+
 void DesktopOrTerminal::Close() { chosen_->Close(); }
 
 std::string DesktopOrTerminal::WhyLost() const {

@@ -20,6 +20,7 @@ class DesktopOrTerminal : public Display {
   void Change(std::size_t index, const Control& control) override;
   void Reject(const std::string& reason) override;
   void Close() override;
+  void StopWaitingWhenReadable(int descriptor) override;
   std::string WhyLost() const override;
 
  private:

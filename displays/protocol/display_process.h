@@ -35,6 +35,9 @@ class DisplayProcess : public Display {
   void Change(std::size_t index, const Control& control) override;
   void Reject(const std::string& reason) override;
   void Close() override;
+  void StopWaitingWhenReadable(int descriptor) override {
+    program_.StopWaitingWhenReadable(descriptor);
+  }
   std::string WhyLost() const override { return why_lost_; }
 
  private:

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -94,6 +95,7 @@ bool EndsSoon(pid_t process) {
 }
 
 int MillisecondsUntil(Clock::time_point deadline) {
+  if (deadline == Clock::time_point::max()) return -1;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
   return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
 }
@@ -136,18 +138,26 @@ void DisplayProgram::Stop() {
 bool DisplayProgram::HasLine(std::chrono::milliseconds time) {
   const auto deadline = Clock::now() + time;
   while (IsRunning() && !HasWholeLine()) {
-    pollfd waiting{socket_, POLLIN, 0};
-    const int ready = poll(&waiting, 1, MillisecondsUntil(deadline));
-    if (ready < 0 && errno == EINTR) continue;
-    if (ready <= 0) return false;
+    if (!WaitForMore(deadline)) return false;
     Receive();
   }
   return IsRunning();
 }
 
+// False if the program says nothing until then, or if nothing is to be waited for. The host's
+// signals do not end the waiting.
+bool DisplayProgram::WaitForMore(Clock::time_point deadline) const {
+  pollfd waiting[] = {{socket_, POLLIN, 0}, {stop_, POLLIN, 0}};
+  int ready;
+  do {
+    ready = poll(waiting, std::size(waiting), MillisecondsUntil(deadline));
+  } while (ready < 0 && errno == EINTR);
+  return ready > 0 && waiting[1].revents == 0;
+}
+
 std::optional<std::string> DisplayProgram::ReadLine() {
   while (!HasWholeLine()) {
-    if (!Receive()) return std::nullopt;
+    if (!IsRunning() || !WaitForMore(Clock::time_point::max()) || !Receive()) return std::nullopt;
   }
   const std::size_t end = received_.find('\n');
   std::string line = received_.substr(0, end);

@@ -31,10 +31,14 @@ class DisplayProgram {
   // a second.
   void Stop();
 
+  // From now on nothing is waited for while this file descriptor can be read. The program stays.
+  void StopWaitingWhenReadable(int descriptor) { stop_ = descriptor; }
+
   // Whether there is a whole line to read within that time. If the program is gone, it is stopped.
   bool HasLine(std::chrono::milliseconds time);
 
-  // The next line without its end. Nothing if the program is gone, which is then stopped.
+  // The next line without its end. Nothing if the program is gone, which is then stopped, or if
+  // nothing is to be waited for.
   std::optional<std::string> ReadLine();
 
   // Writes a line with its end. False if the program is gone, which is then stopped.
@@ -42,11 +46,13 @@ class DisplayProgram {
 
  private:
   bool HasWholeLine() const { return received_.find('\n') != std::string::npos; }
+  bool WaitForMore(std::chrono::steady_clock::time_point deadline) const;
   bool Receive();
 
   std::string name_;
   std::string path_;    // empty: there is none
   int socket_ = -1;     // -1: the program does not run
+  int stop_ = -1;       // ends waiting when it can be read
   pid_t process_ = -1;  // of the running program
   std::string received_;
 };

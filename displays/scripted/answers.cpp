@@ -133,13 +133,32 @@ void ForEachPiece(std::string_view text, char separator, Take take) {
   }
 }
 
+constexpr std::string_view kDialogLine = "# dialog ";
+
+// The name in a line that says which dialog the answers behind it are for.
+std::optional<std::string> DialogIn(std::string_view line) {
+  if (!line.starts_with(kDialogLine)) return std::nullopt;
+  line.remove_prefix(kDialogLine.size());
+  line.remove_prefix(std::min(line.find_first_not_of("0123456789"), line.size()));
+  if (line.empty()) return "";
+  if (!line.starts_with(": ")) return std::nullopt;
+  return std::string(line.substr(2));
+}
+
 std::vector<Answer> ParsePieces(std::string_view text, char separator, const std::string& source) {
   std::vector<Answer> answers;
+  int dialog_line = 0;
+  std::string dialog;
   ForEachPiece(text, separator, [&](std::string_view piece, int number) {
     if (piece.ends_with('\r')) piece.remove_suffix(1);
     SkipBlanks(piece);
+    if (auto name = DialogIn(piece)) {
+      dialog_line = number;
+      dialog = std::move(*name);
+    }
     if (piece.empty() || piece.starts_with('#')) return;
-    answers.push_back({ParseAction(piece, number), source, number, std::string(piece)});
+    answers.push_back(
+        {ParseAction(piece, number), source, number, std::string(piece), dialog_line, dialog});
   });
   return answers;
 }
@@ -153,6 +172,10 @@ std::vector<Answer> ParseAnswers(std::string_view file, const std::string& sourc
 
 std::vector<Answer> ParseAnswerText(std::string_view text, const std::string& source) {
   return ParsePieces(text, ';', source);
+}
+
+std::string FormatDialogLine(int number, const std::string& name) {
+  return std::string(kDialogLine) + std::to_string(number) + (name.empty() ? "" : ": " + name);
 }
 
 std::string FormatAnswer(const Action& action) {

@@ -5,9 +5,10 @@
 //   enter N TEXT    type TEXT    choose N ITEM    click N    row R [X]    row+ R [X]    row- R [X]
 //   press K    return    escape    tab    close
 //
-// Empty lines and lines that start with # are skipped. TEXT starts after one blank and runs to the
-// end of the line. A line break in it is a CR; if TEXT ends with a CR, the line ends with CR LF,
-// since one CR before the LF is part of the line's end.
+// Empty lines and lines that start with # are skipped, but for "# dialog N: NAME", with which a
+// recording says which dialog the answers behind it are for. TEXT starts after one blank and runs
+// to the end of the line. A line break in it is a CR; if TEXT ends with a CR, the line ends with CR
+// LF, since one CR before the LF is part of the line's end.
 
 #include <stdexcept>
 #include <string>
@@ -23,6 +24,10 @@ struct Answer {
   std::string source;  // what messages call its file or text
   int line = 0;        // its number in the file, or among the answers of a text, from 1
   std::string text;    // as it was written
+
+  // What a recording says the answer is for: where it says so, and the name. 0: it does not say.
+  int dialog_line = 0;
+  std::string dialog = {};
 };
 
 // A line that is no answer. what() says what was expected.
@@ -44,5 +49,8 @@ std::vector<Answer> ParseAnswerText(std::string_view text, const std::string& so
 
 // The line, without its end, that reads as `action`.
 std::string FormatAnswer(const Action& action);
+
+// The line that says which dialog the answers behind it are for, the how-manieth and its name.
+std::string FormatDialogLine(int number, const std::string& name);
 
 }  // namespace display

@@ -6,8 +6,8 @@
 namespace display {
 namespace {
 
-std::string NameOf(const Window& window) {
-  if (!window.title.empty()) return window.title;
+// The first static text that says something.
+std::string MessageOf(const Window& window) {
   const auto message =
       std::find_if(window.controls.begin(), window.controls.end(), [](const Control& control) {
         return control.kind == ControlKind::kStatic && control.text && !control.text->empty();
@@ -15,15 +15,37 @@ std::string NameOf(const Window& window) {
   return message == window.controls.end() ? "" : *message->text;
 }
 
-std::string NameOf(const Alert& alert) { return alert.message; }
+std::string MessageOf(const Alert& alert) { return alert.explanation; }
+
+std::string CaptionOf(const Window& window) { return window.title; }
+
+std::string CaptionOf(const Alert& alert) { return alert.message; }
+
+std::string OnOneLine(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char sign) { return sign == '\r' || sign == '\n'; }, ' ');
+  return text;
+}
 
 }  // namespace
 
 std::string NameOf(const Description& dialog) {
-  std::string name = std::visit([](const auto& shown) { return NameOf(shown); }, dialog);
-  std::replace_if(
-      name.begin(), name.end(), [](char sign) { return sign == '\r' || sign == '\n'; }, ' ');
-  return name;
+  return std::visit(
+      [](const auto& shown) {
+        const std::string caption = CaptionOf(shown);
+        return OnOneLine(caption.empty() ? MessageOf(shown) : caption);
+      },
+      dialog);
+}
+
+std::string FullNameOf(const Description& dialog) {
+  return std::visit(
+      [](const auto& shown) {
+        const std::string caption = CaptionOf(shown);
+        const std::string message = MessageOf(shown);
+        return OnOneLine(caption + (caption.empty() || message.empty() ? "" : ": ") + message);
+      },
+      dialog);
 }
 
 }  // namespace display

@@ -12,7 +12,7 @@
 namespace display {
 
 // Answers dialogs from a script, one list of answers for all dialogs, on a screen of 1920 by 1080
-// pixels that nobody sees. Answers that are left over are no error.
+// pixels that nobody sees.
 class ScriptedDisplay : public Display {
  public:
   // An answer that was missing, or that named what its dialog does not have.
@@ -23,11 +23,18 @@ class ScriptedDisplay : public Display {
     std::string reason;  // one clause
   };
 
-  explicit ScriptedDisplay(std::vector<Answer> answers);
+  // `strict`: a dialog other than the one that its answers were recorded for is a failure.
+  explicit ScriptedDisplay(std::vector<Answer> answers, bool strict = false);
 
   // The first failure, if there was one. Until it is taken, no dialog gets an action.
   const std::optional<Failure>& failure() const { return failure_; }
   std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
+
+  // What was noticed since the last call, each on one line: a dialog other than the recorded one.
+  std::vector<std::string> TakeNotes() { return std::exchange(notes_, {}); }
+
+  // Which answers no dialog has asked for, as one clause with their place; empty if there are none.
+  std::string LeftOver() const;
 
   Rect MainScreen() override;
   bool Open(const Description& dialog) override;
@@ -37,11 +44,14 @@ class ScriptedDisplay : public Display {
   void Close() override;
 
  private:
+  void Compare(const std::string& name);
   void Fail(const std::string& reason);
 
   std::vector<Answer> answers_;
+  bool strict_;
   std::size_t next_ = 0;
   std::string caption_;
+  std::vector<std::string> notes_;
   std::optional<Failure> failure_;
 };
 

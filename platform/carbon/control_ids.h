@@ -11,6 +11,10 @@ inline constexpr std::int32_t kMessage = 1;
 inline constexpr std::int32_t kList = 1;
 inline constexpr std::int32_t kCancel = 999;  // the control that stands for Escape
 
+inline constexpr std::int32_t kMost = 4;  // buttons, and fields, in a window
+
+constexpr bool IsNumber(std::int32_t number) { return number >= 1 && number <= kMost; }
+
 constexpr std::int32_t Button(std::int32_t number) { return 199 + number; }
 constexpr std::int32_t Label(std::int32_t number) { return 202 + 2 * number; }
 constexpr std::int32_t Field(std::int32_t number) { return 203 + 2 * number; }

@@ -63,6 +63,7 @@ std::shared_ptr<Control> FindById(const Window& window, int id) {
 
 // Field `number` if it is of a kind that `accepts` takes, otherwise null.
 std::shared_ptr<Control> FindField(const Window& window, int number, bool (*accepts)(ControlKind)) {
+  if (!control_id::IsNumber(number)) return nullptr;
   auto control = FindById(window, control_id::Field(number));
   return control && accepts(control->kind) ? control : nullptr;
 }
@@ -151,6 +152,7 @@ Refusal PressButton(WindowRef reference, const std::shared_ptr<Control>& button)
 }
 
 Refusal Press(WindowRef reference, const Window& window, const Action& action) {
+  if (!control_id::IsNumber(action.number)) return Missing("button", action.number);
   const auto button = FindById(window, control_id::Button(action.number));
   if (!button || button->kind != ControlKind::kButton) return Missing("button", action.number);
   return PressButton(reference, button);

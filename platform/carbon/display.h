@@ -148,6 +148,11 @@ class Display {
 
   virtual void Close() = 0;
 
+  // From now on no call waits while the file descriptor `descriptor` can be read: NextAction
+  // returns none then, and the display stays as it is. A display that never waits has no use for
+  // it.
+  virtual void StopWaitingWhenReadable(int /*descriptor*/) {}
+
   // Why Open returned false or NextAction none the last time, as one clause for the user, without a
   // full stop. Empty if the display has told the user by other means.
   virtual std::string WhyLost() const { return {}; }

@@ -7,6 +7,7 @@
 #include "tests/desktop/x_session.h"
 #include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/workbench/terminal.h"
 
 namespace {
 
@@ -100,6 +101,33 @@ TEST_F(EndToEnd, ClicksOnRowsCountAndThoseOnTheScrollBarDoNot) {
   user_.Click(kLeft + 5, kTop + 125);
   user_.Click(kLeft + 402, kTop + 125);
   EXPECT_EQ(Printed(calculations), "3\nList\n1|two\n");
+}
+
+// At the terminal, which sends the signal to the display too.
+TEST_F(EndToEnd, ControlCClosesTheDialogAndSaysSo) {
+  const std::string dialog = R"(TarvoDialog ( "0|Still there?" ))";
+  const std::vector<std::string> environment{std::string("DISPLAY=") + std::getenv("DISPLAY"),
+                                             "HOME=" + (folder_ / "home"), "TERM=xterm"};
+  const std::string message = "interrupted while the dialog \"Still there?\" was open\r\n";
+  workbench::Terminal once({"eval", R"(TarvoSetCaption ( "Still there?" ))", dialog}, environment);
+  Await("Still there?");
+  once.Type("\x03");
+  once.Expect("tarvo: " + message);
+  EXPECT_EQ(once.Status(), 130);
+  workbench::Terminal session({"repl"}, environment);
+  session.Expect("tarvo> ");
+  session.Type(R"(TarvoSetCaption ( "Still there?" ))"
+               "\n");
+  for (int i = 0; i < 2; ++i) {
+    session.Expect("tarvo> ");
+    session.Type(dialog + "\n");
+    Await("Still there?");
+    session.Type("\x03");
+    session.Expect(message);
+  }
+  session.Expect("tarvo> ");
+  session.Type("\x04");
+  EXPECT_EQ(session.Status(), 0);
 }
 
 }  // namespace

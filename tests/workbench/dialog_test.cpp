@@ -10,11 +10,11 @@ using Json = nlohmann::ordered_json;
 constexpr const char* kNames = "TarvoDialog ( \"2|Enter the name|OK|Cancel|||First|Last|||2\" )";
 constexpr const char* kName = "TarvoDialog ( \"1|Your name|OK||||Name\" )";
 
-TEST(DialogTest, TheAnswersOfTheFileComeFirstAndSomeMayBeLeft) {
+TEST(DialogTest, TheAnswersOfTheFileComeFirst) {
   const TemporaryFolder folder;
   const std::string file = folder.Write("a", "# names\r\n\r\nenter 1 Ann\r\nenter 2 Lee; Jr.\r\n");
   const Ending ending = Tarvo({"eval", kNames, "TarvoV1 ( \"\" ) & TarvoLC ( \"\" )", "--answer",
-                               "press 2", "--answers", file, "--answer", "press 1; escape"});
+                               "press 2", "--answers", file});
   EXPECT_EQ(ending.status, 0);
   EXPECT_EQ(ending.output, "2|Ann|Lee; Jr.||\nAnn2\n");
   EXPECT_EQ(ending.errors, "");
@@ -33,6 +33,10 @@ TEST(DialogTest, AMissingOrWrongAnswerIsStatus4) {
       {{"--answers", file}, "/a, line 3: \"press 4\": "},
       {{"--answer", "enter 3 x; press 1"}, "dialog \"Who?\": --answer, line 1: \"enter 3 x\": "},
       {{"--answer", "tab", "--answer", "click 1"}, "--answer, line 2: \"click 1\": "},
+      {{"--answer", "press 5"}, "line 1: \"press 5\": there is no button 5"},
+      {{"--answer", "press 800"}, "line 1: \"press 800\": there is no button 800"},
+      {{"--answer", "press -2147483648"}, "there is no button -2147483648"},
+      {{"--answer", "enter 2147483647 x"}, "there is no"},
   };
   for (const auto& [options, message] : cases) {
     std::vector<std::string> words{"eval", "TarvoSetCaption ( \"Who?\" )", kNames, "3"};
@@ -109,13 +113,76 @@ TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
   EXPECT_EQ(Tarvo({"--answers", record, "eval", kNames}).output, result);
 }
 
+TEST(DialogTest, APlaceholderIsNeverTyped) {
+  const TemporaryFolder folder;
+  const std::string record = folder / "record";
+  Tarvo({"--record", record, "--answer",
+         "type ab; tab; type c; press 1; enter 1 <password>; enter 2 x; press 1", "eval", kNames,
+         kNames});
+  const std::string passwords = folder.Write("passwords", "two\r\nthree\n");
+  const std::string result = "1|ab|one||\n1|<password>|two||\n";
+  const std::vector<std::string> words{"--answers", record, "eval", kNames, kNames};
+  EXPECT_EQ(Tarvo(words, "", {"TARVO_PASSWORDS=one\ntwo"}).output, result);
+  EXPECT_EQ(Tarvo({"--passwords", passwords, "--answers", record, "eval", kNames, kNames}, "",
+                  {"TARVO_PASSWORDS=one"})
+                .output,
+            "1|ab|two||\n1|<password>|three||\n");
+  const Ending ending = Tarvo(words, "", {"TARVO_PASSWORDS=one"});
+  EXPECT_EQ(ending.status, 4);
+  EXPECT_EQ(ending.output, "1|ab|one||\n");
+  EXPECT_TRUE(Holds(ending.errors,
+                    "record, line 8: \"enter 2 <password>\": the recording does "
+                    "not hold this password; --passwords or TARVO_PASSWORDS"))
+      << ending.errors;
+}
+
+TEST(DialogTest, AnswersThatDoNotFitAreTold) {
+  const TemporaryFolder folder;
+  const std::string record = folder / "record";
+  Tarvo({"--record", record, "--answer", "enter 1 Ann; press 1; press 1", "eval",
+         "TarvoSetCaption ( \"Who?\" )", kName, "TarvoAlert ( \"1|Really?|No way¶back.|Yes\" )"});
+  EXPECT_EQ(ReadAll(record),
+            "# dialog 1: Who?: Your name\nenter 1 Ann\npress 1\n"
+            "# dialog 2: Really?: No way back.\npress 1\n");
+  const std::string asked_other = "TarvoDialog ( \"1|Your address|OK||||Name\" )";
+  const std::string alert = "TarvoAlert ( \"1|Really?|No way back.|Yes\" )";
+  const struct {
+    std::vector<std::string> calculations;
+    const char* message;  // empty: all fits
+  } cases[] = {
+      {{kName, alert}, ""},
+      {{kName}, "record, line 5: an answer is left over, \"press 1\"\n"},
+      {{}, "record, line 2: 3 answers are left over, from \"enter 1 Ann\" on\n"},
+      {{asked_other, alert},
+       "record, line 2: \"enter 1 Ann\" was recorded for the dialog \"Who?: Your name\", not for "
+       "\"Who?: Your address\"\n"},
+      {{kName, kName},
+       "record, line 5: \"press 1\" was recorded for the dialog \"Really?: No way back.\", not"},
+  };
+  for (const auto& [calculations, message] : cases) {
+    std::vector<std::string> words{"--answers", record, "eval", "TarvoSetCaption ( \"Who?\" )"};
+    words.insert(words.end(), calculations.begin(), calculations.end());
+    const Ending told = Tarvo(words);
+    EXPECT_EQ(told.status, 0) << message;
+    EXPECT_TRUE(*message != 0 ? told.errors.starts_with("tarvo: ") : told.errors.empty());
+    EXPECT_TRUE(Holds(told.errors, message)) << told.errors;
+    words.insert(words.begin(), "--strict");
+    const Ending strict = Tarvo(words);
+    EXPECT_EQ(strict.status, *message != 0 ? 4 : 0) << message;
+    EXPECT_TRUE(Holds(strict.errors, message)) << strict.errors;
+  }
+  EXPECT_TRUE(Holds(Tarvo({"--answer", "tab; return; press 1", "eval", kName}).errors,
+                    "--answer, line 3: an answer is left over"));
+}
+
 TEST(DialogTest, TypedPasswordsAreRecordedAsPlaceholdersToo) {
   const TemporaryFolder folder;
   const std::string record = folder / "record";
   const Ending ending = Tarvo({"--record", record, "--answer", "type ab; tab; type cd; press 1",
                                "eval", "TarvoSetCaption ( \"One¶two\" )", kNames});
   EXPECT_TRUE(ending.output.ends_with("1|ab|cd||\n")) << ending.output;
-  EXPECT_EQ(ReadAll(record), "# dialog 1: One two\ntype ab\ntab\ntype <password>\npress 1\n");
+  EXPECT_EQ(ReadAll(record),
+            "# dialog 1: One two: Enter the name\ntype ab\ntab\ntype <password>\npress 1\n");
 }
 
 TEST(DialogTest, ScreenshotsAreDrawnWithoutAScreen) {

@@ -1,5 +1,8 @@
 // A plug-in that does what a plug-in should not do, one thing a function.
 
+#include <unistd.h>
+
+#include <cstdio>
 #include <stdexcept>
 
 #include "platform/fmwrapper/FMWrapper.h"
@@ -12,6 +15,14 @@ fmx::errcode Throws(std::int16_t, const fmx::ExprEnv&, const fmx::DataVect&, fmx
 
 fmx::errcode Fails(std::int16_t, const fmx::ExprEnv&, const fmx::DataVect&, fmx::Data&) {
   return 5;
+}
+
+// Never ends, whatever signals come; says so each time.
+fmx::errcode Waits(std::int16_t, const fmx::ExprEnv&, const fmx::DataVect&, fmx::Data&) {
+  while (true) {
+    std::fputs("waiting\n", stderr);
+    pause();
+  }
 }
 
 // Hands back its last parameter.
@@ -43,6 +54,7 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
   if (call->version == 78) return;  // without an answer
   Register(1, u"OddThrow", 1, Throws);
   Register(2, u"OddFail", 1, Fails);
+  Register(3, u"OddWait", 0, Waits);
   Register(4, u"OddSecond ", 2, Last);
   call->result = 51;
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "calculation/interruption.h"
 #include "workbench/failure.h"
 
 namespace workbench {
@@ -19,6 +20,7 @@ Lines::Line PipedLines::Next(bool /*continues*/) {
     text += static_cast<char>(sign);
   }
   if (std::ferror(stdin)) {
+    calculation::CheckInterruption();
     throw Failure(Status::kUsage,
                   std::string("cannot read standard input: ") + std::strerror(errno));
   }

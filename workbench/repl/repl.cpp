@@ -3,17 +3,16 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <sstream>
 
 #include "calculation/built_ins.h"
 #include "workbench/failure.h"
 #include "workbench/function_help.h"
+#include "workbench/interruption.h"
 #include "workbench/output.h"
 #include "workbench/repl/edited_lines.h"
 #include "workbench/repl/piped_lines.h"
@@ -38,23 +37,6 @@ It may take several lines while brackets, quotes or blocks are open.
 
 Functions:
 )";
-
-// Control-C gives up what is being typed, or the dialog that is open, but does not end the session.
-// The handler does nothing: that there is one makes the signal interrupt what waits.
-class Interruptible {
- public:
-  Interruptible() {
-    struct sigaction action {};
-    action.sa_handler = [](int) {};
-    sigaction(SIGINT, &action, &before_);
-  }
-  Interruptible(const Interruptible&) = delete;
-  Interruptible& operator=(const Interruptible&) = delete;
-  ~Interruptible() { sigaction(SIGINT, &before_, nullptr); }
-
- private:
-  struct sigaction before_ {};
-};
 
 bool IsHelp(const std::string& line) {
   std::istringstream words(line);
@@ -100,6 +82,7 @@ Repl::Repl(const Options& options, bool at_terminal)
 
 void Repl::Run() {
   while (true) {
+    if (at_terminal_) ForgetInterruption();
     const Lines::Line line = lines_->Next(!entry_.empty());
     if (line.kind == Lines::Line::Kind::kEnd) break;
     if (line.kind == Lines::Line::Kind::kText) {
@@ -154,8 +137,7 @@ calculation::Source Repl::Entry() const {
 
 void RunRepl(const Options& options) {
   const bool at_terminal = isatty(STDIN_FILENO) && isatty(STDERR_FILENO);
-  std::optional<Interruptible> interruptible;
-  if (at_terminal) interruptible.emplace();
+  HeedInterruptions();
   Repl repl(options, at_terminal);
   if (at_terminal) {
     std::fputs("A session with the plug-in: \"help\" explains, Control-D leaves.\n", stderr);

@@ -1,0 +1,17 @@
+#pragma once
+
+// Control-C: the first one ends what the program is doing, the second one the program at once.
+
+namespace workbench {
+
+// From now on SIGINT interrupts, unless the program was started with it ignored, as a job in the
+// background of a script is.
+void HeedInterruptions();
+
+// What interrupts has been dealt with; the next SIGINT is a first one again.
+void ForgetInterruption();
+
+// Can be read while an interruption has not been dealt with.
+int InterruptionDescriptor();
+
+}  // namespace workbench
