@@ -68,9 +68,15 @@ bool Closes(const Token& token) {
   return token.kind == Token::Kind::kSymbol && (token.text == u")" || token.text == u"]");
 }
 
-void AppendEnd(std::vector<Token>& tokens, std::size_t start, bool is_open) {
-  const std::size_t end = tokens.empty() ? start : tokens.back().place.end;
-  tokens.push_back({Token::Kind::kEnd, {end, end}, is_open ? u"(" : u""});
+// Whether an operand is to follow it.
+bool IsOperator(const Token& token) {
+  if (token.kind == Token::Kind::kSymbol) {
+    return std::u16string_view(u"≠≤≥<>=+-*/^&").find(token.text) != std::u16string_view::npos;
+  }
+  constexpr std::u16string_view kWords[] = {u"and", u"or", u"xor", u"not"};
+  return token.kind == Token::Kind::kName &&
+         std::any_of(std::begin(kWords), std::end(kWords),
+                     [&](auto word) { return IsSameName(word, token.text); });
 }
 
 }  // namespace
@@ -224,28 +230,32 @@ std::vector<Token> ReadCalculation(std::u16string_view text) {
   std::vector<Token> tokens;
   Lexer lexer(text, 0);
   for (lexer.SkipBlanks(); !lexer.AtEnd(); lexer.SkipBlanks()) tokens.push_back(lexer.TakeToken());
-  AppendEnd(tokens, 0, false);
+  AppendEnd(tokens);
   return tokens;
 }
 
-std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position,
-                                 bool has_quoted_names) {
-  std::vector<Token> tokens;
+bool Statement::IsClosed() const {
+  return open == 0 && !tokens.empty() && !IsOperator(tokens.back());
+}
+
+void ReadStatement(std::u16string_view text, std::size_t& position, Statement& statement,
+                   bool has_quoted_names) {
   Lexer lexer(text, position, has_quoted_names);
-  int open = 0;
-  while (!(open == 0 && lexer.AtLineEnd()) && !lexer.AtEnd()) {
-    tokens.push_back(lexer.TakeToken());
-    if (Opens(tokens.back())) ++open;
-    if (Closes(tokens.back())) open = std::max(open - 1, 0);
-    if (open > 0) {
-      lexer.SkipBlanks();
-    } else {
-      lexer.SkipBlanksInLine();
-    }
+  while (true) {
+    const bool closed = statement.IsClosed();
+    closed ? lexer.SkipBlanksInLine() : lexer.SkipBlanks();
+    position = lexer.position();
+    if (lexer.AtEnd() || (closed && lexer.AtLineEnd())) return;
+    const Token& token = statement.tokens.emplace_back(lexer.TakeToken());
+    if (Opens(token)) ++statement.open;
+    if (Closes(token)) statement.open = std::max(statement.open - 1, 0);
+    position = lexer.position();
   }
-  AppendEnd(tokens, position, open > 0);
-  position = lexer.position();
-  return tokens;
+}
+
+void AppendEnd(std::vector<Token>& tokens) {
+  const std::size_t end = tokens.empty() ? 0 : tokens.back().place.end;
+  tokens.push_back({Token::Kind::kEnd, {end, end}, u""});
 }
 
 }  // namespace calculation

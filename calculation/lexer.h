@@ -15,7 +15,7 @@ struct Token {
     kName,      // of a function, a Let variable, a word operator or a script step
     kVariable,  // `text` begins with $ or $$
     kSymbol,    // `text` is the operator; ≠ ≤ ≥ stand for <> <= >= too
-    kEnd,       // behind the last token; `text` is "(" if a bracket is still open
+    kEnd,       // behind the last token
   };
 
   Kind kind = Kind::kEnd;
@@ -67,9 +67,23 @@ class Lexer {
 // All tokens of a calculation, and kEnd.
 std::vector<Token> ReadCalculation(std::u16string_view text);
 
-// The tokens of a script's statement, and kEnd: to the end of the line on which every bracket and
-// parenthesis is closed. `position` moves behind them.
-std::vector<Token> ReadStatement(std::u16string_view text, std::size_t& position,
-                                 bool has_quoted_names = false);
+// The tokens of a script's statement, as far as it has been read.
+struct Statement {
+  std::vector<Token> tokens = {};
+  int open = 0;  // brackets and parentheses
+
+  // False if what follows belongs to it whatever it is: something is open, or the last token is an
+  // operator.
+  bool IsClosed() const;
+};
+
+// Reads a statement on, to the end of the line on which it is closed, or else to the end of the
+// text. `position` moves behind what was read, also if Error is thrown, so that after Unfinished
+// the reading can go on when there is more text.
+void ReadStatement(std::u16string_view text, std::size_t& position, Statement& statement,
+                   bool has_quoted_names = false);
+
+// Puts kEnd behind the tokens.
+void AppendEnd(std::vector<Token>& tokens);
 
 }  // namespace calculation

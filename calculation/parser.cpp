@@ -186,9 +186,7 @@ Token Parser::Take() {
 
 void Parser::FailExpecting(const std::string& expected) const {
   const Token& token = Peek();
-  const std::string what = "unexpected " + NameOf(token) + "; expected " + expected;
-  if (token.kind == Kind::kEnd && !token.text.empty()) throw Unfinished(token.place, what);
-  throw Error(token.place, what);
+  throw Error(token.place, "unexpected " + NameOf(token) + "; expected " + expected);
 }
 
 std::optional<Operator> Parser::AcceptOperator(std::size_t level, Span& place) {

@@ -65,11 +65,17 @@ std::size_t LineNumber(std::u16string_view text, std::size_t line_start) {
 Source::Source(std::string name, std::string_view utf8, std::size_t first_line)
     : name_(std::move(name)), first_line_(first_line) {
   if (utf8.starts_with("\xEF\xBB\xBF")) utf8.remove_prefix(3);
-  text_ = ToUtf16(utf8);
-  const std::string back = ToUtf8(text_);
-  if (back == utf8) return;
-  const auto wrong = std::mismatch(utf8.begin(), utf8.end(), back.begin(), back.end()).first;
-  not_utf8_ = ToUtf16({utf8.begin(), wrong}).size();
+  Append(utf8);
+}
+
+void Source::Append(std::string_view utf8) {
+  const std::u16string units = ToUtf16(utf8);
+  const std::string back = ToUtf8(units);
+  if (back != utf8 && !not_utf8_) {
+    const auto wrong = std::mismatch(utf8.begin(), utf8.end(), back.begin(), back.end()).first;
+    not_utf8_ = text_.size() + ToUtf16({utf8.begin(), wrong}).size();
+  }
+  text_ += units;
 }
 
 void Source::CheckEncoding() const {

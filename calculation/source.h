@@ -38,6 +38,9 @@ class Source {
   // `utf8` may begin with a byte-order mark. `first_line` is the number of its first line.
   Source(std::string name, std::string_view utf8, std::size_t first_line = 1);
 
+  // More of the source, from the beginning of a character on.
+  void Append(std::string_view utf8);
+
   // Throws Error if the source is not UTF-8.
   void CheckEncoding() const;
 

@@ -35,7 +35,8 @@ Examples:
   tarvo --json eval 'If ( TarvoLC ( "" ) = "E" ; "cancelled" ; TarvoV1 ( "" ) )'
 )"},
     {"run", "FILE", 1, 1, "run a script of calculations; - is standard input",
-     R"(Runs a script, one step a line, or several lines while brackets or quotes are open:
+     R"(Runs a script, one step a line, or several lines while brackets or quotes are open or an
+operator is the last of a line:
   CALCULATION    its result is printed
   Set Variable [ $NAME ; CALCULATION ]
   If [ TEST ]    Else If [ TEST ]    Else    End If

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "calculation/evaluator.h"
+#include "calculation/lexer.h"
 #include "calculation/parser.h"
 #include "calculation/source.h"
 #include "workbench/plugin_functions.h"
@@ -43,7 +45,7 @@ struct Step {
 };
 
 // Reads a script step by step, as FileMaker copies scripts as text. A step is a line, or several
-// while brackets, parentheses, a text or a comment are open:
+// while brackets, parentheses, a text or a comment are open, or an operator is the last of a line:
 //
 //   CALCULATION            Set Variable [ $NAME ; Value: CALCULATION ]
 //   If [ TEST ]   Else If [ TEST ]   Else   End If
@@ -64,6 +66,10 @@ class ScriptReader {
   // at. Throws calculation::Error.
   std::optional<Step> Next();
 
+  // Reads the steps of the text so far, for Next to return. False if the text ends within a step or
+  // a block: when there is more of it, this reads on where it ended. Every line is read once.
+  bool ReadAhead();
+
   // Moves behind the name of the script that the text begins with, if it says one.
   void SkipName();
 
@@ -74,26 +80,41 @@ class ScriptReader {
   struct Line;  // a step's words, without the steps inside it
   enum class Word { kElseIf, kElse, kEndIf, kEndLoop, kNone };
 
+  // A block whose end has not been read.
+  struct OpenBlock {
+    Step step;
+    bool has_exit = false;  // of a loop
+  };
+
   bool SkipToStep();
+  bool IsStillOpen();
+  void ReadOn();
   std::optional<Line> NextLine();
+  std::optional<Step> ReadNext();
+  std::optional<Step> Begin(Line& line);
+  std::optional<Step> Continue(Line& line);
   Step ReadStep(Line& line);
   static Step ReadSetVariable(Line& line);
   static Step ReadExitScript(Line& line);
   static Step ReadPerformScript(Line& line);
   static Step ReadShowCustomDialog(Line& line);
-  Step ReadIf(Line& line);
-  Step ReadLoop(Line& line);
+  static Step ReadIf(Line& line);
+  static Step ReadLoop(Line& line);
   Step ReadExitLoopIf(Line& line);
   static Step ReadCalculation(Line& line);
   static calculation::NodePtr ReadTest(Line& line);
-  Line ReadBlock(calculation::Span opening, const std::string& end, std::vector<Step>& steps);
 
   const std::u16string& text_;
   const calculation::ExternalFunctions& externals_;
   std::size_t position_ = 0;
-  int depth_ = 0;          // of blocks
-  int loops_ = 0;          // that are open
-  bool has_exit_ = false;  // of the innermost open loop
+  std::vector<OpenBlock> open_;
+
+  calculation::Statement statement_;                 // that is being read
+  std::optional<calculation::Unfinished> unclosed_;  // text, comment or name that it ended in
+  std::size_t looked_at_ = 0;  // how much of the text is known not to close it
+  bool more_may_follow_ = false;
+  std::deque<Step> ready_;                   // that were read ahead
+  std::optional<calculation::Error> error_;  // behind them
 };
 
 // Runs the steps of a text, and hands on the result of every bare calculation and of the script
@@ -110,9 +131,9 @@ class ScriptRunner {
                calculation::Variables& variables, const Printer& print)
       : text_(text), functions_(functions), variables_(variables), print_(print) {}
 
-  // Runs the script that the text begins with. Throws calculation::Error, and what the functions
-  // throw.
-  void Run();
+  // Runs the script that the text begins with, which `reader` reads. Throws calculation::Error, and
+  // what the functions throw.
+  void Run(ScriptReader& reader);
 
  private:
   class OtherScript;

@@ -14,11 +14,13 @@ using calculation::Lexer;
 using calculation::NodePtr;
 using calculation::Parser;
 using calculation::Span;
+using calculation::Statement;
 using calculation::Token;
+using calculation::Unfinished;
 
 namespace {
 
-constexpr int kDeepestBlock = 100;
+constexpr std::size_t kDeepestBlock = 100;
 
 constexpr const char* kSteps =
     "expected a calculation, Set Variable, If, Else If, Else, End If, Loop, Exit Loop If, End "
@@ -69,6 +71,12 @@ bool AcceptLabel(Parser& parser, const std::vector<std::u16string_view>& words) 
          parser.AcceptSymbol(u":");
 }
 
+// The steps that can continue or end a block.
+std::string ExpectedIn(const Step& block) {
+  if (block.kind == Step::Kind::kLoop) return "End Loop";
+  return block.branches.back().test ? "Else If, Else or End If" : "End If";
+}
+
 void EndStep(Parser& parser) {
   parser.Expect(u"]", "an operator or \"]\"");
   parser.ExpectEnd("the end of the line");
@@ -83,9 +91,74 @@ struct ScriptReader::Line {
 };
 
 std::optional<Step> ScriptReader::Next() {
-  std::optional<Line> line = NextLine();
-  if (!line) return std::nullopt;
-  return ReadStep(*line);
+  if (!ready_.empty()) {
+    Step step = std::move(ready_.front());
+    ready_.pop_front();
+    return step;
+  }
+  if (error_) throw Error(*error_);
+  more_may_follow_ = false;
+  return ReadNext();
+}
+
+bool ScriptReader::ReadAhead() {
+  more_may_follow_ = true;
+  try {
+    while (std::optional<Step> step = ReadNext()) ready_.push_back(std::move(*step));
+  } catch (const Unfinished&) {
+    return false;
+  } catch (const Error& error) {  // nothing more can mend it
+    error_ = error;
+  }
+  return true;
+}
+
+std::optional<Step> ScriptReader::ReadNext() {
+  while (std::optional<Line> line = NextLine()) {
+    std::optional<Step> step = line->word == Word::kNone ? Begin(*line) : Continue(*line);
+    if (!step) continue;
+    if (open_.empty()) return step;
+    open_.back().step.branches.back().steps.push_back(std::move(*step));
+  }
+  if (open_.empty()) return std::nullopt;
+  const Step& block = open_.back().step;
+  throw Unfinished(block.place, "this block has no end; expected " + ExpectedIn(block));
+}
+
+// The step that begins in the line, unless it is a block.
+std::optional<Step> ScriptReader::Begin(Line& line) {
+  Step step = ReadStep(line);
+  if (step.branches.empty()) return step;
+  if (open_.size() == kDeepestBlock) {
+    throw Error(step.place,
+                "blocks are nested more than " + std::to_string(kDeepestBlock) + " levels deep");
+  }
+  open_.push_back({std::move(step)});
+  return std::nullopt;
+}
+
+// The block that ends with the line, unless it goes on.
+std::optional<Step> ScriptReader::Continue(Line& line) {
+  const bool is_loops = line.word == Word::kEndLoop;
+  if (open_.empty()) {
+    throw Error(line.place,
+                std::string("there is no ") + (is_loops ? "Loop" : "If") + " that this belongs to");
+  }
+  Step& block = open_.back().step;
+  const bool goes_on = line.word == Word::kElse || line.word == Word::kElseIf;
+  if (is_loops != (block.kind == Step::Kind::kLoop) || (goes_on && !block.branches.back().test)) {
+    throw Error(line.place, "unexpected step; expected " + ExpectedIn(block));
+  }
+  if (goes_on) {
+    block.branches.push_back({line.word == Word::kElseIf ? ReadTest(line) : nullptr, {}});
+    return std::nullopt;
+  }
+  if (is_loops && !open_.back().has_exit) {
+    throw Error(block.place, "this loop never ends; expected Exit Loop If [ … ] in it");
+  }
+  Step ended = std::move(block);
+  open_.pop_back();
+  return ended;
 }
 
 // Passes what is no step. False at the end of the script.
@@ -108,7 +181,8 @@ bool ScriptReader::SkipToStep() {
 
 void ScriptReader::SkipName() {
   if (SkipToStep() || position_ == text_.size()) return;
-  calculation::ReadStatement(text_, position_, true);
+  Statement name;
+  calculation::ReadStatement(text_, position_, name, true);
 }
 
 bool ScriptReader::GoToScript(std::u16string_view name) {
@@ -117,19 +191,59 @@ bool ScriptReader::GoToScript(std::u16string_view name) {
     const bool begins_line = position_ == 0 || calculation::IsLineBreak(text_[position_ - 1]);
     if (!begins_line || StepNameAt(text_, position_) != kScript) continue;
     std::size_t end = position_;
-    const std::vector<Token> tokens = calculation::ReadStatement(text_, end, true);
-    if (tokens.size() < 4 || !calculation::IsSameName(tokens[2].text, name)) continue;
+    Statement header;
+    calculation::ReadStatement(text_, end, header, true);
+    const std::vector<Token>& tokens = header.tokens;
+    if (tokens.size() < 3 || !calculation::IsSameName(tokens[2].text, name)) continue;
     position_ = end;
     return true;
   }
   return false;
 }
 
+// Whether the text, comment or name in which the statement ended still has no end. Only what has
+// come since then is looked at.
+bool ScriptReader::IsStillOpen() {
+  if (!unclosed_) return false;
+  const char16_t opening = text_[unclosed_->place().begin];
+  const char16_t closing = opening == u'“' ? u'”' : opening == u'$' ? u'}' : opening;
+  std::size_t at = std::exchange(looked_at_, text_.size());
+  for (; (at = text_.find(closing, at)) < text_.size(); ++at) {
+    std::size_t escapes = 0;
+    while (text_[at - escapes - 1] == u'\\') ++escapes;
+    if (closing == u'"' ? escapes % 2 == 0 : closing != u'/' || text_[at - 1] == u'*') break;
+  }
+  return at >= text_.size();
+}
+
+// Reads the statement to its end.
+void ScriptReader::ReadOn() {
+  if (IsStillOpen()) throw Unfinished(*unclosed_);
+  const std::u16string_view text = text_;
+  unclosed_.reset();
+  try {
+    if (position_ == 0) SkipName();
+    if (statement_.tokens.empty() && !SkipToStep()) return;
+    const std::size_t begin =
+        statement_.tokens.empty() ? position_ : statement_.tokens.front().place.begin;
+    const bool names_script = StepNameAt(text_, begin) == "Perform Script";
+    calculation::ReadStatement(text, position_, statement_, names_script);
+  } catch (const Unfinished& unclosed) {
+    unclosed_ = unclosed;
+    looked_at_ = text.size();
+    throw;
+  }
+}
+
 std::optional<ScriptReader::Line> ScriptReader::NextLine() {
-  if (!SkipToStep()) return std::nullopt;
-  const bool names_script = StepNameAt(text_, position_) == "Perform Script";
-  std::vector<Token> tokens = calculation::ReadStatement(text_, position_, names_script);
+  ReadOn();
+  if (statement_.tokens.empty()) return std::nullopt;
+  if (more_may_follow_ && !statement_.IsClosed()) {
+    throw Unfinished(PlaceOf(statement_.tokens), "this step has no end");
+  }
+  std::vector<Token> tokens = std::move(std::exchange(statement_, {}).tokens);
   const Span place = PlaceOf(tokens);
+  calculation::AppendEnd(tokens);
   Line line{place, Parser(std::move(tokens), externals_)};
   if (line.parser.AcceptWords({u"else", u"if"})) {
     line.word = Word::kElseIf;
@@ -147,16 +261,6 @@ std::optional<ScriptReader::Line> ScriptReader::NextLine() {
 }
 
 Step ScriptReader::ReadStep(Line& line) {
-  switch (line.word) {
-    case Word::kElseIf:
-    case Word::kElse:
-    case Word::kEndIf:
-      throw Error(line.place, "there is no If that this belongs to");
-    case Word::kEndLoop:
-      throw Error(line.place, "there is no Loop that this belongs to");
-    case Word::kNone:
-      break;
-  }
   Parser& parser = line.parser;
   if (parser.AcceptWords({u"set", u"variable"})) return ReadSetVariable(line);
   if (parser.AcceptWords({u"exit", u"loop", u"if"})) return ReadExitLoopIf(line);
@@ -231,16 +335,7 @@ Step ScriptReader::ReadShowCustomDialog(Line& line) {
 Step ScriptReader::ReadIf(Line& line) {
   Step step{Step::Kind::kIf, line.place};
   step.branches.push_back({ReadTest(line), {}});
-  while (true) {
-    const bool is_last = step.branches.back().test == nullptr;
-    const std::string expected = is_last ? "End If" : "Else If, Else or End If";
-    Line end = ReadBlock(line.place, expected, step.branches.back().steps);
-    if (end.word == Word::kEndIf) return step;
-    if (is_last || end.word == Word::kEndLoop) {
-      throw Error(end.place, "unexpected step; expected " + expected);
-    }
-    step.branches.push_back({end.word == Word::kElseIf ? ReadTest(end) : nullptr, {}});
-  }
+  return step;
 }
 
 Step ScriptReader::ReadLoop(Line& line) {
@@ -251,20 +346,16 @@ Step ScriptReader::ReadLoop(Line& line) {
     EndStep(line.parser);
   }
   step.branches.emplace_back();
-  const bool outer_has_exit = std::exchange(has_exit_, false);
-  ++loops_;
-  const Line end = ReadBlock(line.place, "End Loop", step.branches.back().steps);
-  --loops_;
-  if (end.word != Word::kEndLoop) throw Error(end.place, "unexpected step; expected End Loop");
-  if (!std::exchange(has_exit_, outer_has_exit)) {
-    throw Error(line.place, "this loop never ends; expected Exit Loop If [ … ] in it");
-  }
   return step;
 }
 
+// The innermost loop is the one that it leaves.
 Step ScriptReader::ReadExitLoopIf(Line& line) {
-  if (loops_ == 0) throw Error(line.place, "there is no Loop that this belongs to");
-  has_exit_ = true;
+  const auto loop = std::find_if(open_.rbegin(), open_.rend(), [](const OpenBlock& block) {
+    return block.step.kind == Step::Kind::kLoop;
+  });
+  if (loop == open_.rend()) throw Error(line.place, "there is no Loop that this belongs to");
+  loop->has_exit = true;
   Step step{Step::Kind::kExitLoopIf, line.place};
   step.calculations.push_back(ReadTest(line));
   return step;
@@ -283,23 +374,6 @@ NodePtr ScriptReader::ReadTest(Line& line) {
   line.parser.Expect(u"]", "an operator or \"]\"");
   line.parser.ExpectEnd("the end of the line");
   return test;
-}
-
-// The steps up to the line that ends the block or its branch, which is returned.
-ScriptReader::Line ScriptReader::ReadBlock(Span opening, const std::string& end,
-                                           std::vector<Step>& steps) {
-  if (++depth_ > kDeepestBlock) {
-    throw Error(opening,
-                "blocks are nested more than " + std::to_string(kDeepestBlock) + " levels deep");
-  }
-  while (std::optional<Line> line = NextLine()) {
-    if (line->word != Word::kNone) {
-      --depth_;
-      return std::move(*line);
-    }
-    steps.push_back(ReadStep(*line));
-  }
-  throw calculation::Unfinished(opening, "this block has no end; expected " + end);
 }
 
 }  // namespace workbench

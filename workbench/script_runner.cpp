@@ -33,9 +33,7 @@ Variables TakeLocals(Variables& variables) {
 
 }  // namespace
 
-void ScriptRunner::Run() {
-  ScriptReader reader(text_, functions_);
-  reader.SkipName();
+void ScriptRunner::Run(ScriptReader& reader) {
   if (RunScript(reader) == Next::kExitScript && result_) print_(*result_);
 }
 

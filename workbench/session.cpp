@@ -7,7 +7,6 @@
 #include "calculation/unicode.h"
 #include "workbench/failure.h"
 #include "workbench/output.h"
-#include "workbench/script.h"
 
 namespace workbench {
 namespace {
@@ -39,20 +38,14 @@ void Session::Evaluate(const calculation::Source& source) {
 }
 
 void Session::Run(const calculation::Source& script) {
-  const ScriptRunner::Printer print = [this](const auto& result) { PrintResult(result); };
-  Explaining(script, [&] { ScriptRunner(script.text(), functions_, variables_, print).Run(); });
+  ScriptReader reader(script.text(), functions_);
+  Run(script, reader);
 }
 
-bool Session::IsWhole(const calculation::Source& script) const {
-  try {
-    ScriptReader reader(script.text(), functions_);
-    while (reader.Next()) {
-    }
-  } catch (const calculation::Unfinished&) {
-    return false;
-  } catch (const calculation::Error&) {  // an error that nothing more can mend
-  }
-  return true;
+void Session::Run(const calculation::Source& script, ScriptReader& reader) {
+  const ScriptRunner::Printer print = [this](const auto& result) { PrintResult(result); };
+  Explaining(script,
+             [&] { ScriptRunner(script.text(), functions_, variables_, print).Run(reader); });
 }
 
 std::vector<std::string> Session::Names() const {

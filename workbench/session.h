@@ -9,6 +9,7 @@
 #include "workbench/options.h"
 #include "workbench/plugin.h"
 #include "workbench/plugin_functions.h"
+#include "workbench/script.h"
 #include "workbench/user.h"
 
 namespace workbench {
@@ -28,9 +29,8 @@ class Session {
   // The same for each calculation of a script.
   void Run(const calculation::Source& script);
 
-  // False if something in a script is still open at its end, so that more of it may follow.
-  // Nothing is run.
-  bool IsWhole(const calculation::Source& script) const;
+  // The same for one that `reader`, which reads it, may have begun to read.
+  void Run(const calculation::Source& script, ScriptReader& reader);
 
   // What calculations can name now: functions, the language's own too, and variables.
   std::vector<std::string> Names() const;

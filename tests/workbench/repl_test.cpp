@@ -21,6 +21,8 @@ TEST(PipedSessionTest, PrintsResultsAlone) {
       {"Left ( \"a\nb\" ; /* (\n */ 9 )\n", "a\nb\n"},
       {"\"a\r\nb\"\r\n", "a\nb\n"},
       {"Set Variable [ $x ; 5 ]\nIf [ $x > 4 ]\n  $X\nElse\n  0\nEnd If\n", "5\n"},
+      {"2 +\n\n3 // three\n1 and not\n0\n", "5\n1\n"},
+      {"/* a\n\"/ */ \"b\\\"\n\\\\\"\n${a\nb}\n", "b\"\n\\\n\n"},
       {"Let ( $y = 3 ; \"\" )\n# nothing\n$y // three\n", "\n3\n"},
       {"", ""},
   };
@@ -39,7 +41,8 @@ TEST(PipedSessionTest, TheFirstErrorEndsItAsItEndsAScript) {
     const char* message;
     int status;
   } cases[] = {
-      {"1\r\n\r\n2 +\r\n3\n", "standard input, line 3, column 4: unexpected end", 1},
+      {"1\r\n\r\n2 +\r\n)\n", "standard input, line 4, column 1: unexpected \")\"", 1},
+      {"1\n2 +\n", "standard input, line 2, column 4: unexpected end", 1},
       {"1\r\r(2\r", "standard input, line 3, column 3: unexpected end", 1},
       {"1\n\"2\n", "standard input, line 2, column 1: the text has no end", 1},
       {"1\nIf [ 1 ]\n2\n", "standard input, line 2, column 1: this block has no end", 1},
@@ -52,6 +55,32 @@ TEST(PipedSessionTest, TheFirstErrorEndsItAsItEndsAScript) {
     EXPECT_EQ(ending.status, status) << input;
     EXPECT_EQ(ending.output, "1\n") << input;
     EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+  }
+}
+
+// What a user pastes: each takes seconds if its lines are read again for every further one.
+TEST(PipedSessionTest, LongEntriesTakeLittleMoreThanTheyTakeToRun) {
+  const auto repeated = [](const std::string& line, int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) lines += line;
+    return lines;
+  };
+  const auto seconds = [](const std::string& command, const std::string& input) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Tarvo(command == "run" ? std::vector<std::string>{"run", "-"}
+                                     : std::vector<std::string>{"repl"},
+                    input)
+                  .status,
+              0);
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  };
+  for (const std::string& entry :
+       {"If [ 1 ]\n" + repeated("Set Variable [ $x ; $x + 1 ]\n", 4000) + "End If\n",
+        "( 0\n" + repeated("+ 1\n", 20'000) + ")\n", repeated("1 +\n", 20'000) + "1\n",
+        "\"" + repeated("a \\\" / b\n", 20'000) + "\"\n",
+        "/*" + repeated("a / b\n", 20'000) + "*/ 1\n"}) {
+    const double run = seconds("run", entry);
+    EXPECT_LT(seconds("repl", entry), 2 * run + 0.3) << entry.substr(0, 20);
   }
 }
 
@@ -96,7 +125,7 @@ class SessionTest : public testing::Test {
 TEST_F(SessionTest, ResultsAndErrorsFollowOneAnother) {
   Terminal terminal({"repl", "--answer", "press 2"}, Environment());
   const std::string errors[][2] = {
-      {"2 +", "line 1, column 4: unexpected end"},
+      {"2 3", "line 1, column 3: unexpected \"3\""},
       {"TarvoDialog ( \"0|One|Yes|No\" )", "\r\n2||||"},
       {"TarvoDialog ( \"0|Two\" )", "dialog \"Two\": --answer, line 1: there is no answer left"},
       {"TarvoLC ( 0 ) & \"!\"", "!\r\n"},

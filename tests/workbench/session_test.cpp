@@ -83,6 +83,7 @@ TEST(RunTest, ScriptsRunStepByStep) {
        "Set Variable [ $$y ; Value: 3 ]\nExit Script [ Text Result: $z & Get ( ScriptName ) ]\n"
        "Script [ \"Third\" ]\nGet ( ScriptParameter ) & \"3\"",
        "132pSecond\n3\n\n"},
+      {"1 +\n// two\n2\nIf [ 1 & // one\n2 ]\n3 &\n\n4\nEnd If", "3\n34\n"},
       {"# all\nScript [ \"a\" ]\n1\nScript [ \"b\" ]\n2", "1\n"},
       {"Perform Script [ \"s\" ]\n1\nScript [ \"s\" ]\nHalt Script", ""},
   };
@@ -97,7 +98,7 @@ TEST(RunTest, AWrongScriptIsStatus1WhereItIsWrong) {
     const char* output;
     const char* message;
   } cases[] = {
-      {"1\n2 +\n3", "1\n", "line 2, column 4: unexpected end; expected a value"},
+      {"1\n2 +\n", "1\n", "line 2, column 4: unexpected end; expected a value"},
       {"1\r\n\r\n2 3", "1\n", "line 3, column 3: "},
       {"1\n(2\n3\n", "1\n", "line 3, column 1: unexpected \"3\"; expected an operator or \")\""},
       {"1\n\"2\n3\n", "1\n", "line 2, column 1: the text has no end"},
@@ -148,7 +149,11 @@ TEST(RunTest, ShowCustomDialogIsAnAlert) {
   EXPECT_TRUE(Holds(ending.errors, R"("message":"Hello","explanation":".5")")) << ending.errors;
 }
 
-TEST(RunTest, DeepBlocksAreRefused) {
+TEST(RunTest, DeepBlocksAreRefusedAndManyAreNot) {
+  std::string many;
+  for (int i = 0; i < 150; ++i)
+    many += "If [ 0 ]\nElse\nLoop\nExit Loop If [ 1 ]\nEnd Loop\nEnd If\n";
+  EXPECT_EQ(Tarvo({"run", "-"}, many).status, 0);
   std::string script;
   for (int i = 0; i < 100'000; ++i) script += "If [ 1 ]\n";
   EXPECT_TRUE(Holds(Tarvo({"run", "-"}, script).errors, "nested more than 100 levels deep"));

@@ -27,7 +27,7 @@ constexpr const char* kHelp =
   If [ TEST ]    Else If [ TEST ]    Else    End If
   Loop    Exit Loop If [ TEST ]    End Loop
   Exit Script [ RESULT ]    Show Custom Dialog [ TITLE ; MESSAGE ]
-It may take several lines while brackets, quotes or blocks are open.
+It takes several lines while brackets, quotes or blocks are open or an operator ends a line.
 
   help FUNCTION  explains a function
   Tab            completes the name of a function or a variable
@@ -60,15 +60,24 @@ class Repl {
 
  private:
   void Take(const std::string& line);
-  void Reporting(const std::function<void()>& work) const;
+  void Reporting(const std::function<void()>& work);
   void PrintHelp(const std::string& line) const;
-  calculation::Source Entry() const;
+
+  // The lines that belong together, so far.
+  struct Entry {
+    Entry(const std::string& name, std::size_t first_line, const Session& session)
+        : source(name, "", first_line), reader(source.text(), session.functions()) {}
+
+    std::string lines;
+    calculation::Source source;
+    ScriptReader reader;
+  };
 
   bool at_terminal_;
   Session session_;
   std::unique_ptr<Lines> lines_;
-  std::string entry_;           // the lines that belong together, so far
-  std::size_t first_line_ = 1;  // of the entry, counted from the session's start
+  std::unique_ptr<Entry> entry_;
+  std::size_t next_line_ = 1;  // its number, counted from the session's start
 };
 
 Repl::Repl(const Options& options, bool at_terminal)
@@ -83,37 +92,47 @@ Repl::Repl(const Options& options, bool at_terminal)
 void Repl::Run() {
   while (true) {
     if (at_terminal_) ForgetInterruption();
-    const Lines::Line line = lines_->Next(!entry_.empty());
+    const Lines::Line line = lines_->Next(entry_ != nullptr);
     if (line.kind == Lines::Line::Kind::kEnd) break;
     if (line.kind == Lines::Line::Kind::kText) {
-      Take(line.text);
+      Reporting([&] { Take(line.text); });
     } else {
-      entry_.clear();
+      entry_.reset();
     }
   }
-  if (!at_terminal_) session_.Run(Entry());  // reports a block or bracket that was left open
+  // Reports a block or bracket that was left open.
+  if (!at_terminal_ && entry_) session_.Run(entry_->source, entry_->reader);
   session_.End();
 }
 
 // A line that is a whole entry, or the next part of one.
 void Repl::Take(const std::string& line) {
-  const bool is_help = entry_.empty() && IsHelp(line);
-  entry_ += line + "\n";
-  const calculation::Source entry = Entry();
-  if (!is_help && !session_.IsWhole(entry)) return;
-  first_line_ += static_cast<std::size_t>(std::count(entry_.begin(), entry_.end(), '\n'));
-  entry_.pop_back();
-  if (!entry_.empty()) lines_->Remember(entry_);
-  entry_.clear();
-  Reporting([&] { is_help ? PrintHelp(line) : session_.Run(entry); });
+  if (!entry_ && IsHelp(line)) {
+    ++next_line_;
+    lines_->Remember(line);
+    return PrintHelp(line);
+  }
+  if (!entry_) {
+    entry_ = std::make_unique<Entry>(at_terminal_ ? "" : "standard input",
+                                     at_terminal_ ? 1 : next_line_, session_);
+  }
+  ++next_line_;
+  entry_->lines += line + "\n";
+  entry_->source.Append(line + "\n");
+  if (!entry_->reader.ReadAhead()) return;
+  const std::unique_ptr<Entry> entry = std::move(entry_);
+  entry->lines.pop_back();
+  if (!entry->lines.empty()) lines_->Remember(entry->lines);
+  session_.Run(entry->source, entry->reader);
 }
 
 // Does `work`. At a terminal, errors are reported and the session goes on.
-void Repl::Reporting(const std::function<void()>& work) const {
+void Repl::Reporting(const std::function<void()>& work) {
   try {
     work();
   } catch (const std::exception& error) {
     if (!at_terminal_) throw;
+    entry_.reset();
     std::fprintf(stderr, "%s\n", error.what());
   }
 }
@@ -127,10 +146,6 @@ void Repl::PrintHelp(const std::string& line) const {
   name.erase(name.find_last_not_of(" \t\r") + 1);
   const PluginFunctions& functions = session_.functions();
   Print(name.empty() ? SessionHelp(functions) : HelpOnFunction(name, functions.functions()));
-}
-
-calculation::Source Repl::Entry() const {
-  return {at_terminal_ ? "" : "standard input", entry_, at_terminal_ ? 1 : first_line_};
 }
 
 }  // namespace
