@@ -3,7 +3,7 @@
 _tarvo_commands='eval run repl functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
   --answers --answer --describe --screenshot --record --record-passwords
-  --passwords --strict --only'
+  --passwords --strict --only --exclude --timeout --list --explain --failed --in-process --junit'
 
 # The command among the words before the cursor; nothing if there is none yet.
 _tarvo_command() {
@@ -11,7 +11,8 @@ _tarvo_command() {
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
       --plugin | --display | --language | --interface-version | --answers | --answer | \
-        --describe | --screenshot | --record | --passwords | --only)
+        --describe | --screenshot | --record | --passwords | --only | \
+        --exclude | --timeout | --explain | --junit)
         [[ ${COMP_WORDS[i + 1]} == = ]] && ((i++))
         ((i++))
         ;;
@@ -42,8 +43,8 @@ _tarvo() {
   case $before in
     --display) _tarvo_offer -W 'auto desktop terminal scripted' ;;
     --plugin | --screenshot) _tarvo_offer -d ;;
-    --answers | --describe | --record | --passwords) _tarvo_offer -f ;;
-    --answer | --language | --interface-version | --only) ;;
+    --answers | --describe | --record | --passwords | --junit) _tarvo_offer -f ;;
+    --answer | --language | --interface-version | --only | --exclude | --timeout | --explain) ;;
     *)
       if [[ $word == -* ]]; then
         _tarvo_offer -W "$_tarvo_options"

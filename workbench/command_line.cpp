@@ -77,15 +77,19 @@ Examples:
   tarvo info
   tarvo --plugin Other.fmplugin info
 )"},
-    {"check", "[BUNDLE]", 0, 1, "check a bundle against FileMaker's contract with plug-ins",
-     R"(Loads the bundle as FileMaker does, in a process of its own for each check, and says of each
-whether it passed, failed, crashed, timed out or was skipped. The exit status is 1 if any
-failed, crashed or timed out.
+    {"check", "[BUNDLE...]", 0, kAnyNumber,
+     "check bundles against FileMaker's contract with plug-ins",
+     R"(Loads a bundle as FileMaker does, in a process of its own for each check, and says of each
+whether it passed, failed, crashed, timed out or was skipped, with what was written to standard
+error. The last line counts those that passed, and those that failed, crashed or timed out; the
+exit status is 1 if there are any of the latter.
 
 Examples:
   tarvo check
   tarvo check Other.fmplugin
   tarvo check --only 'function*' --json
+  tarvo check --failed --junit results.xml One.fmplugin Two.fmplugin
+  tarvo check --explain string-128
 )"},
     {"help", "[COMMAND]", 0, 1, "explain a command",
      R"(Examples:
@@ -138,7 +142,20 @@ void AddOptions(CLI::App& app, Options& options, Words& words) {
       ->type_name("FILE");
   app.add_flag("--record-passwords", options.record_passwords, "record passwords as they are");
   app.add_option("--only", options.only, "run the checks whose name holds, or matches, this")
-      ->type_name("PATTERN");
+      ->allow_extra_args(false)
+      ->option_text("PATTERN");
+  app.add_option("--exclude", options.exclude, "leave out the checks whose name does")
+      ->allow_extra_args(false)
+      ->option_text("PATTERN");
+  app.add_option("--timeout", options.time_limit, "how long a check may take (10)")
+      ->check(CLI::Range(0.001, 86400.0).description(""))
+      ->type_name("SECONDS");
+  app.add_flag("--list", options.list, "print the names of the checks that would run");
+  app.add_option("--explain", options.explain, "say what a check holds a plug-in to, and why")
+      ->type_name("NAME");
+  app.add_flag("--failed", options.failed_only, "print failed checks alone");
+  app.add_flag("--in-process", options.in_process, "run checks in this process, for a debugger");
+  app.add_option("--junit", options.junit, "write the results as JUnit XML too")->type_name("FILE");
 }
 
 // Whether the word is -LETTER or --NAME, alone or before a "=". Any other word that begins with a

@@ -1,12 +1,18 @@
 #include "workbench/commands.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 #include "calculation/source.h"
 #include "calculation/unicode.h"
+#include "displays/protocol/display_json.h"
 #include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/check.h"
 #include "workbench/files.h"
@@ -15,6 +21,7 @@
 #include "workbench/plugin.h"
 #include "workbench/plugin_functions.h"
 #include "workbench/session.h"
+#include "workbench/user_text.h"
 
 namespace workbench {
 namespace {
@@ -22,15 +29,19 @@ namespace {
 using calculation::Source;
 using calculation::ToUtf8;
 
+// A source says itself if it is not UTF-8, and in which line.
+Source SourceOf(const std::string& name, const std::string& bytes) {
+  return {name, FromUser(bytes).value_or(bytes)};
+}
+
 std::string FunctionsAsJson(const std::vector<fmx::host::Function>& functions) {
-  std::string array = "[";
+  display::Json array = display::Json::array();
   for (const fmx::host::Function& function : functions) {
-    if (array.size() > 1) array += ", ";
-    array += "{\"id\": " + std::to_string(function.id) +
-             ", \"name\": " + JsonText(ToUtf8(function.name)) +
-             ", \"prototype\": " + JsonText(ToUtf8(function.prototype)) + "}";
+    array.push_back({{"id", function.id},
+                     {"name", ToUtf8(function.name)},
+                     {"prototype", ToUtf8(function.prototype)}});
   }
-  return array + "]\n";
+  return ToLine(array) + "\n";
 }
 
 // Columns are aligned by code units: one is one column in the names of functions.
@@ -47,6 +58,16 @@ std::string FunctionsAsTable(const std::vector<fmx::host::Function>& functions) 
   return table;
 }
 
+Status ListChecks(const CheckOptions& options) {
+  const std::vector<std::string> names = CheckNames(options);
+  if (options.json) {
+    PrintJson(ToLine(names) + "\n");
+  } else {
+    for (const std::string& name : names) Print(name + "\n");
+  }
+  return Status::kDone;
+}
+
 }  // namespace
 
 void EvaluateCalculations(const Options& options) {
@@ -55,7 +76,7 @@ void EvaluateCalculations(const Options& options) {
   for (std::size_t i = 0; i < options.operands.size(); ++i) {
     const bool is_only = options.operands.size() == 1;
     const std::string name = is_only ? "" : "calculation " + std::to_string(i + 1);
-    session.Evaluate(Source(name, options.operands[i]));
+    session.Evaluate(SourceOf(name, options.operands[i]));
   }
   session.End();
 }
@@ -65,14 +86,14 @@ void RunScript(const Options& options) {
   const std::string& path = options.operands.front();
   const std::string text = ReadFile(path);
   Session session(options);
-  session.Run(Source(path == "-" ? "standard input" : path, text));
+  session.Run(SourceOf(path == "-" ? "standard input" : path, text));
   session.End();
 }
 
 void ListFunctions(const Options& options) {
   Session session(options);
   const auto& functions = session.functions().functions();
-  Print(options.json ? FunctionsAsJson(functions) : FunctionsAsTable(functions));
+  options.json ? PrintJson(FunctionsAsJson(functions)) : Print(FunctionsAsTable(functions));
   session.End();
 }
 
@@ -82,22 +103,38 @@ void ShowInfo(const Options& options) {
   const std::string name = plugin.String(Plugin::kName);
   const std::string description = plugin.String(Plugin::kDescription);
   const std::string flags = plugin.String(Plugin::kOptions);
-  const std::string init_result = std::to_string(plugin.init_result());
-  Print(options.json
-            ? "{\"name\": " + JsonText(name) + ", \"description\": " + JsonText(description) +
-                  ", \"options\": " + JsonText(flags) + ", \"answer\": " + init_result + "}\n"
-            : "Name         " + name + "\nDescription  " + description + "\nOptions      " + flags +
-                  "\nAnswer       " + init_result + "\n");
+  if (options.json) {
+    PrintJson(ToLine({{"name", name},
+                      {"description", description},
+                      {"options", flags},
+                      {"answer", plugin.init_result()}}) +
+              "\n");
+  } else {
+    Print("Name         " + name + "\nDescription  " + description + "\nOptions      " + flags +
+          "\nAnswer       " + std::to_string(plugin.init_result()) + "\n");
+  }
   session.End();
 }
 
 Status CheckBundle(const Options& options) {
+  if (options.explain) return Print(ExplainCheck(*options.explain)), Status::kDone;
   CheckOptions check;
-  check.bundle = ChooseBundle(options);
-  if (!options.operands.empty()) check.bundle = options.operands.front();
-  check.pattern = options.only;
+  check.bundles = options.operands;
+  const std::string bundle = ChooseBundle(options);  // chooses the language too
+  if (check.bundles.empty()) check.bundles.push_back(bundle);
+  check.only = options.only;
+  check.exclude = options.exclude;
   check.json = options.json;
-  return RunChecks(check, Print);
+  check.failed_only = options.failed_only;
+  check.in_process = options.in_process;
+  check.time_limit = std::chrono::milliseconds(std::lround(options.time_limit * 1000));
+  if (options.list) return ListChecks(check);
+  std::optional<LineFile> junit;
+  if (options.junit) {
+    junit.emplace(*options.junit);
+    check.junit = [&](std::string_view xml) { junit->Write(xml); };
+  }
+  return RunChecks(check, options.json ? PrintJson : Print);
 }
 
 }  // namespace workbench

@@ -24,7 +24,16 @@ struct Options {
   bool record_passwords = false;
   std::optional<std::string> passwords;  // a file with those that recordings do not hold
   bool strict = false;                   // answers that do not fit are an error
-  std::string only;                      // which checks run
+
+  // Of check.
+  std::vector<std::string> only;
+  std::vector<std::string> exclude;
+  double time_limit = 10;  // seconds that a check may take
+  bool list = false;
+  std::optional<std::string> explain;
+  bool failed_only = false;
+  bool in_process = false;
+  std::optional<std::string> junit;
 
   std::string command;
   std::vector<std::string> operands;

@@ -4,11 +4,14 @@
 #include <string_view>
 
 #include "calculation/value.h"
+#include "displays/protocol/display_json.h"
 
 namespace workbench {
 
-// Writes to standard output, at once. Throws Failure if it is closed or full.
+// Writes to standard output, at once. Throws Failure if it is closed or full. JSON is UTF-8 in
+// every locale, a text is in the user's code set.
 void Print(std::string_view text);
+void PrintJson(std::string_view json);
 
 // A result as one line, its carriage returns as line feeds.
 std::string FormatResult(const calculation::Value& result);
@@ -19,7 +22,7 @@ std::string FormatResultAsJson(const calculation::Value& result);
 // Tells the user on standard error, behind the program's name.
 void Warn(const std::string& message);
 
-// A text, UTF-8, as JSON writes it.
-std::string JsonText(std::string_view text);
+// On one line, with a blank behind each comma and colon.
+std::string ToLine(const display::Json& json);
 
 }  // namespace workbench

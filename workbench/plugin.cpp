@@ -9,6 +9,8 @@
 
 #include "calculation/unicode.h"
 #include "platform/corefoundation/CFHost.h"
+#include "workbench/check/module_file.h"
+#include "workbench/crash_guard.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
 
@@ -42,6 +44,8 @@ std::string Plugin::String(StringNumber number) {
   call_.language = 0;
   call_.size = kStringSize;
   call_.result = reinterpret_cast<std::uintptr_t>(buffer);
+  const CrashGuard guard("the plug-in crashed while it was asked for its string " +
+                         std::to_string(number));
   Send(kFMXT_GetString);
   buffer[kStringSize - 1] = 0;
   return calculation::ToUtf8(buffer);
@@ -50,6 +54,7 @@ std::string Plugin::String(StringNumber number) {
 void Plugin::ShutDown() {
   if (!running_) return;
   running_ = false;
+  const CrashGuard guard("the plug-in crashed while it was shut down");
   Send(kFMXT_Shutdown);
 }
 
@@ -60,6 +65,9 @@ void Plugin::Load(const std::string& path) {
   if (access(module_path.c_str(), F_OK) != 0) {
     Refuse(path, "the bundle has no module; expected " + module_path);
   }
+  const std::string fault = WhyNoModule(module_path);
+  if (!fault.empty()) Refuse(path, "the module cannot be loaded: it " + fault);
+  const CrashGuard guard(path + ": the module crashed while it was loaded");
   void* const module =
       dlopen(std::filesystem::absolute(module_path).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!module) Refuse(path, std::string("the module cannot be loaded: ") + dlerror());
@@ -69,6 +77,7 @@ void Plugin::Load(const std::string& path) {
 
 void Plugin::Initialise(const std::string& path, std::int16_t interface_version) {
   call_.version = interface_version;
+  const CrashGuard guard(path + ": the plug-in crashed while it was initialised");
   try {
     Send(kFMXT_Init);
   } catch (const std::exception& error) {

@@ -7,6 +7,7 @@
 #include "calculation/decimal.h"
 #include "calculation/unicode.h"
 #include "platform/fmwrapper/FMWrapper.h"
+#include "workbench/crash_guard.h"
 #include "workbench/failure.h"
 #include "workbench/filemaker_names.h"
 
@@ -31,6 +32,7 @@ Value FromHost(const fmx::host::Value& value) {
 
 fmx::host::Outcome Evaluate(const fmx::host::Function& function, const std::string& name,
                             const std::vector<fmx::host::Value>& parameters) {
+  const CrashGuard guard(name + ": the plug-in crashed");
   try {
     return fmx::host::Evaluate(function, parameters);
   } catch (const std::exception& error) {

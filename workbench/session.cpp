@@ -67,7 +67,7 @@ void Session::End() {
 }
 
 void Session::PrintResult(const calculation::Value& result) const {
-  Print(json_ ? FormatResultAsJson(result) : FormatResult(result));
+  json_ ? PrintJson(FormatResultAsJson(result)) : Print(FormatResult(result));
 }
 
 }  // namespace workbench

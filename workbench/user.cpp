@@ -16,6 +16,7 @@
 #include "workbench/interruption.h"
 #include "workbench/observers.h"
 #include "workbench/output.h"
+#include "workbench/user_text.h"
 
 namespace workbench {
 namespace {
@@ -27,10 +28,11 @@ std::vector<Answer> ReadAnswers(const Options& options) {
   std::vector<Answer> answers;
   std::string source = options.answers_file.value_or("");
   try {
-    if (options.answers_file) answers = display::ParseAnswers(ReadFile(source), source);
+    if (options.answers_file)
+      answers = display::ParseAnswers(FromUser(ReadFile(source), source), source);
     std::string text;
-    for (const std::string& answer : options.answers) text += answer + ";";
     source = "--answer";
+    for (const std::string& answer : options.answers) text += FromUser(answer, source) + ";";
     for (Answer& answer : display::ParseAnswerText(text, source))
       answers.push_back(std::move(answer));
   } catch (const display::AnswerError& error) {
@@ -43,8 +45,9 @@ std::vector<Answer> ReadAnswers(const Options& options) {
 // Of the file, or else of the environment, one a line.
 std::vector<std::string> ReadPasswords(const Options& options) {
   const char* const environment = std::getenv("TARVO_PASSWORDS");
-  std::istringstream lines(options.passwords ? ReadFile(*options.passwords)
-                                             : std::string(environment ? environment : ""));
+  std::istringstream lines(options.passwords
+                               ? FromUser(ReadFile(*options.passwords), *options.passwords)
+                               : FromUser(environment ? environment : "", "TARVO_PASSWORDS"));
   std::vector<std::string> passwords;
   for (std::string line; std::getline(lines, line);) {
     if (line.ends_with('\r')) line.pop_back();

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -23,6 +25,7 @@ FMX_ExternCallPtr gFMX_ExternCallPtr = nullptr;
 
 #ifdef WITH_EXTRA_EXPORT
 EXPORTED void Extra() {}
+EXPORTED __attribute__((weak)) void Weak() {}
 #endif
 
 namespace {
@@ -38,6 +41,7 @@ bool Does(const char* fault) {
 
 [[maybe_unused]] const bool kLoaded = [] {
   if (Does("crashes-on-load")) std::raise(SIGSEGV);
+  if (Does("ends-on-load")) std::exit(0);
   return true;
 }();
 
@@ -89,12 +93,26 @@ bool CancelsAlert() {
   return item == kAlertStdAlertCancelButton;
 }
 
+// One that would never end.
+void StartProcess() {
+  const pid_t child = fork();
+  while (child == 0) pause();
+  std::fprintf(stderr, "started %d\n", child);
+}
+
 fmx::errcode Plain(std::int16_t, const fmx::ExprEnv&, const fmx::DataVect& parameters,
                    fmx::Data& result) {
   if (!CancelsAlert()) return 1;
   if (Does("mishandles-parameters")) return Mishandle(Units(parameters), parameters, result);
   if (Does("never-returns") && Units(parameters).starts_with(u"\r\r")) pause();
   if (Does("sets-the-locale")) std::setlocale(LC_ALL, "C.UTF-8");
+  if (Does("blocks-signals")) {
+    sigset_t signals;
+    sigfillset(&signals);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+  }
+  if (Does("changes-the-folder") && chdir("/") != 0) return 1;
+  if (Does("starts-a-process")) StartProcess();
   if (Does("catches-signals")) std::signal(SIGINT, [](int) {});
   return Echo(parameters, result, kFMX_TextType);
 }
@@ -202,7 +220,9 @@ std::u16string String(int number) {
     case 129:
       return u"A plug-in for tests.";
     case 131:
-      return Does("wrong-options") ? u"BRKN1nnnnn" : u"BRKN1nnYnn";
+      return Does("wrong-options")            ? u"BRKN1nnnnn"
+             : Does("has-a-configure-button") ? u"BRKN1YnYnn"
+                                              : u"BRKN1nnYnn";
     default:
       return Does("answers-absent-strings") ? u"key" : u"";
   }

@@ -37,8 +37,7 @@ std::string OutputOf(const CheckOptions& options, Status expected) {
 
 display::Json Results(const std::string& bundle, Status expected) {
   return display::Json::parse(OutputOf(
-      {.bundle = bundle, .pattern = "", .json = true, .time_limit = std::chrono::minutes(1)},
-      expected));
+      {.bundles = {bundle}, .json = true, .time_limit = std::chrono::minutes(1)}, expected));
 }
 
 // What a fault breaks; every other check passes.
@@ -73,11 +72,19 @@ const std::vector<Fault>& Faults() {
        {{"exports", "failed"}, {"latest-call", "failed"}},
        BROKEN_PLUGIN_WITHOUT_LATEST_CALL},
       {"no-module",
-       {{"info-plist", "passed"}, {"strings-table", "passed"}, {"*", "failed"}},
+       {{"info-plist", "passed"},
+        {"strings-table", "passed"},
+        {"exports", "failed"},
+        {"load", "failed"},
+        {"*", "skipped"}},
        __FILE__,
        true},
       {"crashes-on-load",
-       {{"info-plist", "passed"}, {"*s-table", "passed"}, {"exports", "passed"}, {"*", "crashed"}},
+       {{"info-plist", "passed"},
+        {"*s-table", "passed"},
+        {"exports", "passed"},
+        {"load", "crashed"},
+        {"*", "skipped"}},
        BROKEN_PLUGIN,
        true},
       {"crashes-on-init",
@@ -88,7 +95,8 @@ const std::vector<Fault>& Faults() {
         {"version-49", "passed"},
         {"version-256", "passed"},
         {"version-m*", "passed"},
-        {"*", "crashed"}},
+        {"initialisation", "crashed"},
+        {"*", "skipped"}},
        BROKEN_PLUGIN,
        true},
       {"accepts-any-version",
@@ -113,13 +121,12 @@ const std::vector<Fault>& Faults() {
       {"answers-absent-strings", {{"string-absent", "failed"}}},
       {"wrong-options", {{"options", "failed"}}},
       {"refuses-all",
-       {{"version-50", "failed"},
-        {"version-255", "failed"},
-        {"functions", "failed"},
-        {"second-life", "failed"},
-        {"[iekv]*", "passed"},
+       {{"initialisation", "failed"},
+        {"version-50", "skipped"},
+        {"version-255", "skipped"},
+        {"[iev]*", "passed"},
         {"strings-table", "passed"},
-        {"l*", "passed"},
+        {"load", "passed"},
         {"*", "skipped"}},
        BROKEN_PLUGIN,
        true},
@@ -136,6 +143,8 @@ const std::vector<Fault>& Faults() {
       {"lives-once", {{"second-life", "failed"}}},
       {"sets-the-locale", {{"host-state", "failed"}}},
       {"catches-signals", {{"host-state", "failed"}}},
+      {"blocks-signals", {{"host-state", "failed"}}},
+      {"changes-the-folder", {{"host-state", "failed"}}},
       {"mishandles-parameters",
        {{"Plain/1025-units", "crashed"},
         {"Plain/100000-units", "crashed"},
@@ -163,6 +172,13 @@ INSTANTIATE_TEST_SUITE_P(, BrokenPlugin, testing::ValuesIn(Faults()), [](const a
   return name;
 });
 
+TEST(Check, NamesEveryExportTooMuch) {
+  EXPECT_TRUE(Holds(OutputOf({.bundles = {BundleOf("extra", BROKEN_PLUGIN_WITH_EXTRA_EXPORT)},
+                              .only = {"exports"}},
+                             Status::kWrong),
+                    " alone, got Extra Weak\n"));
+}
+
 TEST(Check, PassesQuenlix) {
   for (const auto& entry : Results(PLUGIN_BUNDLE, Status::kDone)) {
     EXPECT_EQ(entry.at("result"), "passed") << entry;
@@ -171,10 +187,11 @@ TEST(Check, PassesQuenlix) {
 
 // A check that cannot fail is none. Loading fails together with all that comes later.
 TEST(Check, PassesASoundPluginAndEveryCheckIsSeenToFail) {
+  Results(BundleOf("has-a-configure-button"), Status::kDone);
   for (const auto& entry : Results(BundleOf("sound"), Status::kDone)) {
     EXPECT_EQ(entry.at("result"), "passed") << entry;
     const std::string check = entry.at("check");
-    if (check == "load") continue;
+    if (check == "load" || check == "initialisation") continue;
     EXPECT_TRUE(std::any_of(Faults().begin(), Faults().end(), [&](const Fault& fault) {
       return !fault.all && ExpectedResult(fault, check) != "passed";
     })) << check;
@@ -184,25 +201,94 @@ TEST(Check, PassesASoundPluginAndEveryCheckIsSeenToFail) {
 TEST(Check, PrintsALineForEachCheckThatMatches) {
   const std::string bundle = BundleOf("mishandles-parameters");
   const std::string passed = "passed     ";
-  EXPECT_EQ(OutputOf({.bundle = bundle, .pattern = "version-2"}, Status::kDone),
-            passed + "version-255\n" + passed + "version-256\n2 passed, 0 failed\n");
-  EXPECT_EQ(OutputOf({.bundle = bundle, .pattern = "P*/1?2*"}, Status::kWrong),
-            "failed     Plain/1024-units: expected no exception, got one that says: too long\n"
-            "crashed    Plain/1025-units: SIGSEGV\n0 passed, 2 failed\n");
-  EXPECT_EQ(OutputOf({.bundle = BundleOf("never-returns"),
-                      .pattern = "Plain/returns",
-                      .time_limit = std::chrono::milliseconds(3500)},
-                     Status::kWrong),
-            "timed out  Plain/returns: expected an end within 3.5 s\n0 passed, 1 failed\n");
-  EXPECT_EQ(OutputOf({.bundle = BundleOf("no-arguments"), .pattern = "Plain/e"}, Status::kDone),
-            "skipped    Plain/empty: the function takes no parameter\n"
-            "0 passed, 0 failed\n");
+  const std::string long_texts =
+      "failed     Plain/1024-units: expected no exception, got one that says: too long\n"
+      "crashed    Plain/1025-units: SIGSEGV\n";
+  const struct {
+    CheckOptions options;
+    Status status;
+    std::string output;
+  } cases[] = {
+      {{.bundles = {bundle}, .only = {"version-2"}},
+       Status::kDone,
+       passed + "version-255\n" + passed + "version-256\n2 passed, 0 failed\n"},
+      {{.bundles = {bundle}, .only = {"P*/1?2*"}},
+       Status::kWrong,
+       long_texts + "0 passed, 2 failed\n"},
+      {{.bundles = {bundle},
+        .only = {"version-2", "P*/1?2*"},
+        .exclude = {"256"},
+        .failed_only = true},
+       Status::kWrong,
+       long_texts + "1 passed, 2 failed\n"},
+      {{.bundles = {BundleOf("sound"), bundle}, .only = {"Plain/1024"}},
+       Status::kWrong,
+       BundleOf("sound") + ":\n" + passed + "Plain/1024-units\n" + bundle + ":\n" +
+           long_texts.substr(0, long_texts.find('\n') + 1) + "1 passed, 1 failed\n"},
+      {{.bundles = {BundleOf("sound")}, .only = {"version-49"}, .in_process = true},
+       Status::kDone,
+       passed + "version-49\n1 passed, 0 failed\n"},
+      {{.bundles = {BundleOf("never-returns")},
+        .only = {"Plain/returns"},
+        .time_limit = std::chrono::milliseconds(3500)},
+       Status::kWrong,
+       "timed out  Plain/returns: expected an end within 3.5 s\n0 passed, 1 failed\n"},
+      {{.bundles = {BundleOf("no-arguments")}, .only = {"Plain/e"}},
+       Status::kDone,
+       "skipped    Plain/empty: the function takes no parameter\n0 passed, 0 failed\n"},
+      {{.bundles = {BundleOf("crashes-on-load")}, .only = {"Plain", "string-128"}},
+       Status::kDone,
+       "skipped    string-128: it builds on load, which crashed\n0 passed, 0 failed\n"},
+  };
+  for (const auto& [options, status, output] : cases) {
+    EXPECT_EQ(OutputOf(options, status), output);
+  }
+}
+
+TEST(Check, WritesJUnit) {
+  std::string xml;
+  OutputOf({.bundles = {BundleOf("mishandles-parameters")},
+            .only = {"Plain/1024", "Plain/1025", "version-49"},
+            .junit = [&](std::string_view written) { xml = written; }},
+           Status::kWrong);
+  EXPECT_TRUE(Holds(xml, " tests=\"3\" failures=\"1\" errors=\"1\" skipped=\"0\" time=\"")) << xml;
+  EXPECT_TRUE(Holds(xml, "name=\"version-49\" time=\"")) << xml;
+  EXPECT_TRUE(
+      Holds(xml, "><failure message=\"expected no exception, got one that says: too long\"/>"))
+      << xml;
+  EXPECT_TRUE(Holds(xml, "><error type=\"crashed\" message=\"SIGSEGV\"/></testcase>")) << xml;
+  EXPECT_TRUE(xml.ends_with("</testsuite>\n</testsuites>\n")) << xml;
+}
+
+// And nothing that the plug-in starts outlives its check.
+TEST(Check, ShowsWhatIsWrittenToStandardError) {
+  const auto results = display::Json::parse(
+      OutputOf({.bundles = {BundleOf("starts-a-process")}, .only = {"Plain/empty"}, .json = true},
+               Status::kDone));
+  const std::string errors = results[0]["errors"];
+  EXPECT_GT(results[0]["seconds"], 0);
+  ASSERT_TRUE(errors.starts_with("started ")) << errors;
+  const std::string stat = ReadAll("/proc/" + errors.substr(8, errors.find('\n') - 8) + "/stat");
+  EXPECT_TRUE(stat.empty() || Holds(stat, ") Z ")) << stat;
+  EXPECT_TRUE(Holds(
+      OutputOf({.bundles = {BundleOf("starts-a-process")}, .only = {"Plain/empty"}}, Status::kDone),
+      "passed     Plain/empty\n           | started "));
+}
+
+TEST(Check, ExplainsEveryCheck) {
+  for (const std::string& name : CheckNames({.bundles = {PLUGIN_BUNDLE}})) {
+    const std::string text = ExplainCheck(name);
+    EXPECT_TRUE(text.starts_with(name + "\n  ")) << text;
+    EXPECT_GT(text.size(), name.size() + 40) << text;
+  }
+  EXPECT_THROW(ExplainCheck("string-127"), Failure);
+  EXPECT_THROW(ExplainCheck("Plain/nothing"), Failure);
 }
 
 TEST(Check, RefusesWhatIsNoBundleAndWhatMatchesNothing) {
   const auto refusal = [](const std::string& bundle, const std::string& pattern) {
     try {
-      OutputOf({.bundle = bundle, .pattern = pattern}, Status::kDone);
+      OutputOf({.bundles = {bundle}, .only = {pattern}}, Status::kDone);
     } catch (const Failure& failure) {
       return std::pair(failure.status(), std::string(failure.what()));
     }

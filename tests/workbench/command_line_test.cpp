@@ -69,7 +69,6 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
       {{"eval", "1", "--record", "/no/such"}, "cannot write /no/such"},
       {{"eval", "1", "--screenshot", "/dev/null/x"}, "cannot make /dev/null/x"},
       {{"run", "/no/such"}, "cannot read /no/such: No such file"},
-      {{"check", "a", "b"}, "check does not expect b"},
       {{"check", "--only", "no such check"}, "no check matches \"no such check\""},
       {{"repl", "1"}, "repl does not expect 1"},
   };

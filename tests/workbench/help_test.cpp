@@ -95,7 +95,9 @@ TEST(CompletionTest, BashOffersWhatOptionsAndCommandsTake) {
   EXPECT_EQ(offered("tarvo --plugin ''"), "Form.fmplugin ");
   EXPECT_EQ(offered("tarvo check F"), "Form.fmplugin ");
   EXPECT_EQ(offered("tarvo run f"), "form.tarvo ");
-  EXPECT_EQ(offered("tarvo eval 1 --answers f"), "form.tarvo ");
+  for (const char* option : {"--answers", "--record", "--describe", "--passwords", "--junit"}) {
+    EXPECT_EQ(offered(std::string("tarvo eval 1 ") + option + " f"), "form.tarvo ") << option;
+  }
   EXPECT_EQ(offered("tarvo eval f"), " ");
   EXPECT_EQ(offered("tarvo --language f"), " ");
 }

@@ -1,5 +1,7 @@
 // Calculations, scripts and bundles, from the command line to the exit status.
 
+#include <random>
+
 #include "tests/support/tarvo.h"
 
 namespace workbench {
@@ -43,6 +45,38 @@ TEST(EvalTest, AWrongCalculationIsStatus1AndTheLast) {
   EXPECT_EQ(ending.errors,
             "tarvo: calculation 2, line 1, column 1: there is no function \"tarvodialg\"; did you "
             "mean TarvoDialog?\n  tarvodialg ( 2 )\n  ^^^^^^^^^^\n");
+}
+
+// What is not UTF-8 is in the locale's code set, in which texts are printed too.
+TEST(EncodingTest, TextsAreInTheLocalesCodeSet) {
+  const TemporaryFolder folder;
+  const std::string answers = folder.Write("a", "enter 1 \xFC\xE9\npress 1\n");
+  const std::string name = "TarvoDialog ( \"1|Name|OK||||Name\" )";
+  const struct {
+    std::vector<std::string> words;
+    const char* input;
+    const char* output;
+    const char* errors = "";
+  } cases[] = {
+      {{"eval", "\"\xFC\" & Char ( 8364 )", "Length ( \"\xC3\xBC\" )"}, "", "\xFC?\n1\n"},
+      {{"--json", "eval", "\"\xFC\""}, "", "{\"type\": \"text\", \"result\": \"\xC3\xBC\"}\n"},
+      {{"--answers", answers, "eval", name}, "", "1|\xFC\xE9|||\n"},
+      {{"--answer", "enter 1 \xFC; press 1", "eval", name}, "", "1|\xFC|||\n"},
+      {{"run", "-"}, "1\n\"\xFC\" & \xFC", "1\n", "line 2, column 7: unknown name \"\xFC\""},
+      {{"repl"}, "\"\xFC\"\n", "\xFC\n"},
+  };
+  for (const auto& [words, input, output, errors] : cases) {
+    const Ending ending = Tarvo(words, input, {"LC_ALL=de_DE.ISO-8859-1"});
+    EXPECT_EQ(ending.output, output);
+    EXPECT_TRUE(Holds(ending.errors, errors)) << ending.errors;
+    const Ending refused = Tarvo(words, input, {"LC_ALL=C.UTF-8"});
+    EXPECT_NE(refused.status, 0) << output;
+    EXPECT_TRUE(Holds(refused.errors, "this is not UTF-8")) << refused.errors;
+  }
+  EXPECT_TRUE(Holds(Tarvo({"--answers", answers, "eval", name}, "", {"LC_ALL=C"}).errors,
+                    "/a, byte 9: this is not UTF-8"));
+  EXPECT_TRUE(Holds(Tarvo({"--answers", answers, "eval", name}, "", {"LC_ALL=ja_JP.EUC-JP"}).errors,
+                    "/a, byte 9: this is neither UTF-8 nor in the locale's code set"));
 }
 
 struct ScriptCase {
@@ -230,6 +264,66 @@ TEST(BundleTest, ABundleThatCannotBeLoadedIsStatus3) {
     EXPECT_EQ(ending.output, "") << message;
     EXPECT_TRUE(IsOneLine(ending.errors)) << ending.errors;
     EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+  }
+}
+
+// A crash is the plug-in's end, and not the workbench's; sanitizers would tell of it in their way.
+Ending TarvoUnguarded(const std::vector<std::string>& words) {
+  return Tarvo(words, "", {"ASAN_OPTIONS=handle_segv=0:handle_abort=0:handle_sigbus=0"});
+}
+
+TEST(BundleTest, ACrashIsToldInOneSentence) {
+  const TemporaryFolder folder;
+  const auto broken = [&](const std::string& fault) {
+    return MakeBundle(folder, fault, BROKEN_PLUGIN);
+  };
+  const std::string mishandles = broken("mishandles-parameters");
+  const auto plain = [](std::size_t units) {
+    return "Plain ( \"" + std::string(units, 'x') + "\" )";
+  };
+  const struct {
+    std::vector<std::string> words;
+    const char* message;
+  } cases[] = {
+      {{"--plugin", broken("crashes-on-load"), "info"},
+       "crashes-on-load.fmplugin: the module crashed while it was loaded: Segmentation fault\n"},
+      {{"--plugin", broken("ends-on-load"), "functions"}, "loaded: it ended the program\n"},
+      {{"--plugin", broken("crashes-on-init"), "eval", "1"},
+       "the plug-in crashed while it was initialised: Aborted\n"},
+      {{"--plugin", mishandles, "--answer", "press 2", "eval", plain(1025), "2"},
+       "tarvo: Plain: the plug-in crashed: Segmentation fault\n"},
+      {{"--plugin", mishandles, "--answer", "press 2", "eval", plain(100000)},
+       "Plain: the plug-in crashed: Aborted\n"},
+  };
+  for (const auto& [words, message] : cases) {
+    const Ending ending = TarvoUnguarded(words);
+    EXPECT_EQ(ending.status, 3) << message;
+    EXPECT_EQ(ending.output, "") << message;
+    EXPECT_TRUE(IsOneLine(ending.errors)) << ending.errors;
+    EXPECT_TRUE(Holds(ending.errors, message)) << ending.errors;
+  }
+}
+
+TEST(BundleTest, ADamagedModuleIsNotLoaded) {
+  const TemporaryFolder folder;
+  const std::string whole = ReadAll(std::string(PLUGIN_BUNDLE) + "/Contents/Linux/Quenlix");
+  std::vector<std::string> modules;
+  constexpr int kPlaces = 30;
+  for (std::size_t i = 0; i < kPlaces; ++i)
+    modules.push_back(whole.substr(0, whole.size() * i / 30));
+  modules.push_back(whole.substr(0, whole.size() - 1));
+  std::mt19937 random(1);
+  std::string noise = whole;
+  for (char& byte : noise) byte = static_cast<char>(random());
+  modules.push_back(noise);
+  modules.push_back(whole.substr(0, 64) + noise.substr(64));
+  for (std::size_t i = 0; i < modules.size(); ++i) {
+    const std::string name = "Damaged" + std::to_string(i);
+    const std::string bundle = MakeBundle(folder, name, folder.Write("module", modules[i]));
+    const Ending ending = TarvoUnguarded({"--plugin", bundle, "info"});
+    EXPECT_EQ(ending.status, 3) << name;
+    EXPECT_TRUE(Holds(ending.errors, "the module cannot be loaded: it is n")) << ending.errors;
+    EXPECT_TRUE(IsOneLine(ending.errors)) << ending.errors;
   }
 }
 

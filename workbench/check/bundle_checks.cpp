@@ -6,6 +6,7 @@
 
 #include "workbench/check/checks.h"
 #include "workbench/check/module_exports.h"
+#include "workbench/check/module_file.h"
 #include "workbench/check/plugin_under_check.h"
 
 namespace workbench::check {
@@ -41,7 +42,16 @@ void CheckExports(const Bundle& bundle) {
   Expect(faults.empty(), "expected FMExternCallProc and gFMX_ExternCallPtr alone, got" + faults);
 }
 
-void CheckLoad(const Bundle& bundle) { const Plugin plugin(bundle); }
+void CheckLoad(const Bundle& bundle) {
+  const std::string fault = WhyNoModule(bundle.module);
+  Expect(fault.empty(), "expected a module that can be loaded, got one that " + fault);
+  const Plugin plugin(bundle);
+}
+
+void CheckInitialisation(const Bundle& bundle) {
+  Plugin plugin(bundle);
+  ExpectEqual("the answer", kReady, plugin.Initialise(kUsualVersion));
+}
 
 }  // namespace
 
@@ -49,7 +59,8 @@ std::vector<Check> BundleChecks() {
   return {{"info-plist", CheckInfo},
           {"strings-table", CheckStringsTable},
           {"exports", CheckExports},
-          {"load", CheckLoad}};
+          {"load", CheckLoad},
+          {"initialisation", CheckInitialisation}};
 }
 
 }  // namespace workbench::check

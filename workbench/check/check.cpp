@@ -3,18 +3,20 @@
 #include <fnmatch.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <iterator>
-#include <vector>
+#include <map>
+#include <string>
 
-#include "displays/protocol/display_json.h"
+#include "calculation/nearest.h"
 #include "platform/corefoundation/CFHost.h"
 #include "platform/corefoundation/CoreFoundation.h"
 #include "workbench/check/checks.h"
+#include "workbench/check/contract.h"
 #include "workbench/check/isolation.h"
 #include "workbench/check/plugin_under_check.h"
+#include "workbench/check/report.h"
 
 namespace workbench {
 namespace {
@@ -25,11 +27,6 @@ using check::Bundle;
 using check::Check;
 using check::Result;
 using check::Verdict;
-using display::TextToJson;
-
-constexpr std::array kVerdicts{"passed", "failed", "crashed", "timed out", "skipped"};
-
-const char* Name(Verdict verdict) { return kVerdicts.at(static_cast<std::size_t>(verdict)); }
 
 Bundle FindModule(const std::string& folder) {
   CFBundleRef const reference = CFBundleCreateWithPath(folder);
@@ -48,6 +45,16 @@ bool Matches(const std::string& name, const std::string& pattern) {
     return name.find(pattern) != std::string::npos;
   }
   return fnmatch(pattern.c_str(), name.c_str(), 0) == 0;
+}
+
+bool MatchesAny(const std::string& name, const std::vector<std::string>& patterns) {
+  return std::any_of(patterns.begin(), patterns.end(),
+                     [&](const std::string& pattern) { return Matches(name, pattern); });
+}
+
+bool IsChosen(const std::string& name, const CheckOptions& options) {
+  return (options.only.empty() || MatchesAny(name, options.only)) &&
+         !MatchesAny(name, options.exclude);
 }
 
 // What the functions are called in their order; none if the bundle cannot say.
@@ -69,86 +76,117 @@ std::vector<std::string> AskForNames(const Bundle& bundle, std::chrono::millisec
   return names;
 }
 
-std::vector<Check> ChooseChecks(const Bundle& bundle, const CheckOptions& options) {
-  std::vector<Check> chosen;
-  for (const auto& checks : {check::BundleChecks(), check::MessageChecks(), check::StringChecks(),
-                             check::RegistrationChecks(), check::HostChecks(),
-                             check::CallChecks(AskForNames(bundle, options.time_limit))}) {
-    std::copy_if(checks.begin(), checks.end(), std::back_inserter(chosen),
-                 [&](const Check& check) { return Matches(check.name, options.pattern); });
-  }
-  return chosen;
-}
-
-std::string OneLine(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char sign) { return sign == '\n' || sign == '\r'; }, ' ');
-  return text;
-}
-
-// Results as they are printed, and how many of them there are.
-class Report {
+// The checks of one bundle. Each runs once at most.
+class Checks {
  public:
-  Report(bool json, const std::function<void(std::string_view)>& print)
-      : json_(json), print_(print) {}
-
-  void Add(const std::string& name, const Result& result) {
-    ++counts_.at(static_cast<std::size_t>(result.verdict));
-    print_(json_ ? JsonEntry(name, result) : Line(name, result));
-    first_ = false;
+  Checks(const Bundle& bundle, const CheckOptions& options) : bundle_(bundle), options_(options) {
+    for (auto& group : {check::BundleChecks(), check::MessageChecks(), check::StringChecks(),
+                        check::RegistrationChecks(), check::HostChecks(),
+                        check::CallChecks(AskForNames(bundle, options.time_limit))}) {
+      std::copy(group.begin(), group.end(), std::back_inserter(checks_));
+    }
   }
 
-  void End() const {
-    if (json_) return print_("\n]\n");
-    print_(std::to_string(Count(Verdict::kPassed)) + " passed, " + std::to_string(Failed()) +
-           " failed\n");
+  std::vector<std::string> ChosenNames() const {
+    std::vector<std::string> names;
+    for (const Check& check : checks_) {
+      if (IsChosen(check.name, options_)) names.push_back(check.name);
+    }
+    return names;
   }
 
-  int Failed() const {
-    return Count(Verdict::kFailed) + Count(Verdict::kCrashed) + Count(Verdict::kTimedOut);
+  // Says which of those that it builds on has not passed, if one has not.
+  const Result& ResultOf(const std::string& name) {
+    const auto known = results_.find(name);
+    if (known != results_.end()) return known->second;
+    const std::string needed(check::FindClause(name)->needs);
+    if (!needed.empty()) {
+      const Result& basis = ResultOf(needed);
+      if (basis.verdict == Verdict::kSkipped) return results_[name] = basis;
+      if (basis.verdict != Verdict::kPassed) {
+        return results_[name] = {Verdict::kSkipped, "it builds on " + needed + ", which " +
+                                                        check::Name(basis.verdict)};
+      }
+    }
+    return results_[name] = Run(name);
   }
 
  private:
-  int Count(Verdict verdict) const { return counts_.at(static_cast<std::size_t>(verdict)); }
-
-  static std::string Line(const std::string& name, const Result& result) {
-    std::string verdict = Name(result.verdict);
-    verdict.resize(sizeof "timed out" + 1, ' ');
-    const std::string line = verdict + name;
-    return OneLine(result.message.empty() ? line : line + ": " + result.message) + "\n";
+  Result Run(const std::string& name) const {
+    const auto check = std::find_if(checks_.begin(), checks_.end(),
+                                    [&](const Check& each) { return each.name == name; });
+    const auto body = [&] {
+      check->body(bundle_);
+      return std::string();
+    };
+    return options_.in_process ? check::RunHere(body)
+                               : check::RunIsolated(body, options_.time_limit);
   }
 
-  // One entry a line.
-  std::string JsonEntry(const std::string& name, const Result& result) const {
-    return (first_ ? "[\n" : ",\n") + (R"({"check":)" + TextToJson(name)) + R"(,"result":)" +
-           TextToJson(Name(result.verdict)) + R"(,"message":)" + TextToJson(result.message) + "}";
-  }
-
-  bool json_;
-  const std::function<void(std::string_view)>& print_;
-  bool first_ = true;
-  std::array<int, kVerdicts.size()> counts_{};
+  Bundle bundle_;
+  const CheckOptions& options_;
+  std::vector<Check> checks_;
+  std::map<std::string, Result> results_;
 };
+
+std::string Listed(const std::vector<std::string>& patterns) {
+  std::string list;
+  for (const std::string& pattern : patterns)
+    list += (list.empty() ? "\"" : ", \"") + pattern + "\"";
+  return list;
+}
+
+// Throws Failure if there are none.
+std::vector<std::string> ChosenNames(const Checks& checks, const CheckOptions& options) {
+  std::vector<std::string> names = checks.ChosenNames();
+  if (!names.empty()) return names;
+  throw Failure(Status::kUsage, options.exclude.empty()
+                                    ? "no check matches " + Listed(options.only)
+                                    : "every check is excluded by " + Listed(options.exclude));
+}
+
+std::string Wrapped(std::string_view text) {
+  constexpr std::size_t kWidth = 90;
+  std::string lines;
+  while (text.size() > kWidth) {
+    const std::size_t end = text.rfind(' ', kWidth);
+    lines += "  " + std::string(text.substr(0, end)) + "\n";
+    text.remove_prefix(end + 1);
+  }
+  return lines + "  " + std::string(text) + "\n";
+}
 
 }  // namespace
 
 Status RunChecks(const CheckOptions& options,
                  const std::function<void(std::string_view text)>& print) {
-  const Bundle bundle = FindModule(options.bundle);
-  const std::vector<Check> checks = ChooseChecks(bundle, options);
-  if (checks.empty()) {
-    throw Failure(Status::kUsage, "no check matches \"" + options.pattern + "\"");
-  }
-  Report report(options.json, print);
-  for (const Check& check : checks) {
-    const auto body = [&] {
-      check.body(bundle);
-      return std::string();
-    };
-    report.Add(check.name, check::RunIsolated(body, options.time_limit));
+  std::vector<Bundle> bundles;
+  for (const std::string& path : options.bundles) bundles.push_back(FindModule(path));
+  check::Report report(options.json, options.failed_only, print);
+  for (std::size_t i = 0; i < bundles.size(); ++i) {
+    Checks checks(bundles[i], options);
+    const std::vector<std::string> names = ChosenNames(checks, options);
+    report.Begin(options.bundles[i], bundles.size() > 1);
+    for (const std::string& name : names) report.Add(name, checks.ResultOf(name));
   }
   report.End();
+  if (options.junit) options.junit(report.AsJUnit());
   return report.Failed() == 0 ? Status::kDone : Status::kWrong;
+}
+
+std::vector<std::string> CheckNames(const CheckOptions& options) {
+  return ChosenNames(Checks(FindModule(options.bundles.front()), options), options);
+}
+
+std::string ExplainCheck(const std::string& name) {
+  if (const auto* const clause = check::FindClause(name)) {
+    const std::string needs(clause->needs);
+    return name + "\n" + Wrapped(clause->text) +
+           (needs.empty() ? "" : "  It builds on " + needs + ".\n");
+  }
+  std::vector<std::string> names;
+  for (const auto& clause : check::Clauses()) names.emplace_back(clause.check);
+  throw Failure(Status::kUsage, "there is no check " + name + calculation::Suggestion(name, names));
 }
 
 }  // namespace workbench

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -75,9 +76,10 @@ void ResetSignals() {
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-void Silence() {
+void Silence(int errors) {
   const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
-  for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(null, fd);
+  for (const int fd : {STDIN_FILENO, STDOUT_FILENO}) dup2(null, fd);
+  dup2(errors >= 0 ? errors : null, STDERR_FILENO);
 }
 
 // What the plug-in starts is killed with its process group, and the group's leader ends with this
@@ -98,9 +100,9 @@ void WriteAll(int out, std::string_view text) {
   }
 }
 
-[[noreturn]] void RunChild(const std::function<std::string()>& body, int out) {
+[[noreturn]] void RunChild(const std::function<std::string()>& body, int out, int errors) {
   ResetSignals();
-  Silence();
+  Silence(errors);
   WriteAll(out, RunBody(body));
   _exit(EXIT_SUCCESS);
 }
@@ -168,28 +170,53 @@ Result FromText(const std::string& text, int status) {
   return {Verdict::kCrashed, HowItEnded(status)};
 }
 
+// The beginning of what was written.
+std::string ContentOf(int file) {
+  constexpr std::size_t kMost = 65536;
+  std::string content(kMost, '\0');
+  const ssize_t count = pread(file, content.data(), content.size(), 0);
+  content.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  return content;
+}
+
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
 }  // namespace
 
 Result RunIsolated(const std::function<std::string()>& body, std::chrono::milliseconds time_limit) {
-  const Clock::time_point deadline = Clock::now() + time_limit;
+  const Clock::time_point start = Clock::now();
   std::array<int, 2> ends;
   if (pipe2(ends.data(), O_CLOEXEC) != 0) Throw("cannot make a pipe");
   const Descriptor in(ends[0]);
   Descriptor out(ends[1]);
   fcntl(in.get(), F_SETFL, O_NONBLOCK);
+  const Descriptor errors(memfd_create("standard error", MFD_CLOEXEC));
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) Throw("cannot start a check");
   if (child == 0) {
     StandAlone(parent);
-    RunChild(body, out.get());
+    RunChild(body, out.get(), errors.get());
   }
   out.Close();
   std::string text;
-  const bool ended = ReadUntilEnd(child, in.get(), deadline, text);
+  const bool ended = ReadUntilEnd(child, in.get(), start + time_limit, text);
   const int status = Reap(child);
-  if (!ended) return {Verdict::kTimedOut, "expected an end within " + InSeconds(time_limit)};
-  return FromText(text, status);
+  Result result =
+      ended ? FromText(text, status)
+            : Result{Verdict::kTimedOut, "expected an end within " + InSeconds(time_limit)};
+  result.errors = ContentOf(errors.get());
+  result.seconds = SecondsSince(start);
+  return result;
+}
+
+Result RunHere(const std::function<std::string()>& body) {
+  const Clock::time_point start = Clock::now();
+  Result result = FromText(RunBody(body), EXIT_SUCCESS);
+  result.seconds = SecondsSince(start);
+  return result;
 }
 
 }  // namespace workbench::check

@@ -13,7 +13,9 @@ enum class Verdict { kPassed, kFailed, kCrashed, kTimedOut, kSkipped };
 
 struct Result {
   Verdict verdict = Verdict::kPassed;
-  std::string message;  // of a check that passed: what it found out
+  std::string message;      // of a check that passed: what it found out
+  std::string errors = {};  // what was written to standard error meanwhile
+  double seconds = 0;       // how long it took
 };
 
 // What a check throws if the plug-in breaks the contract; what() says what was expected and what
@@ -29,8 +31,11 @@ class NotApplicable : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-// Runs `body` in a process of its own, which is silent and has the signals' default handling, and
-// ends that process when the time limit has passed. `body` returns the message.
+// Runs `body` in a process of its own, whose output is kept and which has the signals' default
+// handling, and ends that process when the time limit has passed. `body` returns the message.
 Result RunIsolated(const std::function<std::string()>& body, std::chrono::milliseconds time_limit);
+
+// Runs `body` in this process, for a debugger: nothing ends it, and a crash is this process's.
+Result RunHere(const std::function<std::string()>& body);
 
 }  // namespace workbench::check

@@ -2,8 +2,13 @@
 
 #include <dlfcn.h>
 
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "workbench/failure.h"
 #include "workbench/files.h"
+#include "workbench/user_text.h"
 
 namespace workbench {
 namespace {
@@ -19,18 +24,29 @@ const LineEditorModule& Load() {
   return *static_cast<const LineEditorModule*>(symbol);
 }
 
+// The editor works in the user's code set.
+std::vector<std::string> ForUser(std::vector<std::string> texts) {
+  for (std::string& text : texts) text = workbench::ForUser(std::string_view(text));
+  return texts;
+}
+
 }  // namespace
 
 EditedLines::EditedLines(const Candidates& candidates)
     : module_(Load()),
-      editor_(module_.start(history_.Load(), HistoryFile::kLongest, candidates), module_.stop) {}
+      editor_(module_.start(ForUser(history_.Load()), HistoryFile::kLongest,
+                            [candidates] { return ForUser(candidates()); }),
+              module_.stop) {}
 
 Lines::Line EditedLines::Next(bool continues) {
-  return module_.next(*editor_, continues ? kContinuation : kPrompt);
+  Line line = module_.next(*editor_, continues ? kContinuation : kPrompt);
+  if (auto text = FromUser(line.text)) line.text = std::move(*text);
+  return line;
 }
 
 void EditedLines::Remember(const std::string& entry) {
-  if (module_.remember(*editor_, entry)) history_.Append(entry);
+  if (module_.remember(*editor_, workbench::ForUser(std::string_view(entry))))
+    history_.Append(entry);
 }
 
 }  // namespace workbench

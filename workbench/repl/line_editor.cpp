@@ -1,6 +1,7 @@
 #include "workbench/repl/line_editor.h"
 
 #include <histedit.h>
+#include <langinfo.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -9,6 +10,7 @@
 #include <cerrno>
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -150,7 +152,10 @@ bool Remember(LineEditor& editor, const std::string& entry) {
 }
 
 LineEditor* Start(const Names& entered, std::size_t longest_history, const Candidates& candidates) {
-  std::setlocale(LC_CTYPE, "C.UTF-8");  // the program reads and prints nothing else
+  // UTF-8, unless the locale has a code set of its own; C and POSIX have none.
+  const char* const locale = std::setlocale(LC_CTYPE, "");
+  const bool has_code_set = locale && std::strcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") != 0;
+  if (!has_code_set) std::setlocale(LC_CTYPE, "C.UTF-8");
   auto editor = std::make_unique<LineEditor>();
   editor->candidates = candidates;
   editor->history = history_init();

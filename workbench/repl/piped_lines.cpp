@@ -6,6 +6,7 @@
 
 #include "calculation/interruption.h"
 #include "workbench/failure.h"
+#include "workbench/user_text.h"
 
 namespace workbench {
 
@@ -16,7 +17,7 @@ Lines::Line PipedLines::Next(bool /*continues*/) {
     const bool is_second_half = sign == '\n' && after_cr_;
     after_cr_ = sign == '\r';
     if (is_second_half) continue;
-    if (sign == '\n' || sign == '\r') return {Line::Kind::kText, text};
+    if (sign == '\n' || sign == '\r') return {Line::Kind::kText, FromUser(text).value_or(text)};
     text += static_cast<char>(sign);
   }
   if (std::ferror(stdin)) {
@@ -25,7 +26,7 @@ Lines::Line PipedLines::Next(bool /*continues*/) {
                   std::string("cannot read standard input: ") + std::strerror(errno));
   }
   if (text.empty()) return {};
-  return {Line::Kind::kText, text};
+  return {Line::Kind::kText, FromUser(text).value_or(text)};
 }
 
 }  // namespace workbench

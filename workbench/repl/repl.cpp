@@ -17,6 +17,7 @@
 #include "workbench/repl/edited_lines.h"
 #include "workbench/repl/piped_lines.h"
 #include "workbench/session.h"
+#include "workbench/user_text.h"
 
 namespace workbench {
 namespace {
@@ -133,7 +134,7 @@ void Repl::Reporting(const std::function<void()>& work) {
   } catch (const std::exception& error) {
     if (!at_terminal_) throw;
     entry_.reset();
-    std::fprintf(stderr, "%s\n", error.what());
+    std::fprintf(stderr, "%s\n", ForUser(error.what()).c_str());
   }
 }
 
