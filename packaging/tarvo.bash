@@ -3,7 +3,8 @@
 _tarvo_commands='eval run repl functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
   --answers --answer --describe --screenshot --record --record-passwords
-  --passwords --strict --only --exclude --timeout --list --explain --failed --in-process --junit'
+  --passwords --strict --only --exclude --timeout --list --explain --failed --in-process --junit
+  --arg --args-json --fields --button-status'
 
 # The command among the words before the cursor; nothing if there is none yet.
 _tarvo_command() {
@@ -12,10 +13,12 @@ _tarvo_command() {
     case ${COMP_WORDS[i]} in
       --plugin | --display | --language | --interface-version | --answers | --answer | \
         --describe | --screenshot | --record | --passwords | --only | \
-        --exclude | --timeout | --explain | --junit)
+        --exclude | --timeout | --explain | --junit | \
+        --args-json)
         [[ ${COMP_WORDS[i + 1]} == = ]] && ((i++))
         ((i++))
         ;;
+      --arg) ((i += 2)) ;;
       -*) ;;
       *)
         printf %s "${COMP_WORDS[i]}"
@@ -43,8 +46,8 @@ _tarvo() {
   case $before in
     --display) _tarvo_offer -W 'auto desktop terminal scripted' ;;
     --plugin | --screenshot) _tarvo_offer -d ;;
-    --answers | --describe | --record | --passwords | --junit) _tarvo_offer -f ;;
-    --answer | --language | --interface-version | --only | --exclude | --timeout | --explain) ;;
+    --answers | --describe | --record | --passwords | --junit | --args-json) _tarvo_offer -f ;;
+    --answer | --arg | --language | --interface-version | --only | --exclude | --timeout | --explain) ;;
     *)
       if [[ $word == -* ]]; then
         _tarvo_offer -W "$_tarvo_options"

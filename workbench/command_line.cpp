@@ -26,12 +26,16 @@ struct Command {
 constexpr Command kCommands[] = {
     {"eval", "CALCULATION...", 1, kAnyNumber, "evaluate calculations and print their results",
      R"(Evaluates each calculation and prints its result, one a line. They share one life of the
-plug-in, one list of answers and their $variables.
+plug-in, one list of answers and their $variables. - is a calculation on standard input.
+
+--button-status makes the exit status 11 to 14 if the last result begins with button 1 to 4, and 10
+if it says E, for Escape.
 
 Examples:
   tarvo eval 'TarvoDialogVersion ( "" )'
   tarvo eval 'TarvoDialog ( "0|Ready?|Yes|No" )'
   tarvo eval --answer 'enter 1 Ann; press 1' 'TarvoDialog ( "1|Your name|OK||||Name" )'
+  tarvo eval --arg who "$USER" 'TarvoDialog ( "0|Hello, " & $who )'
   tarvo --json eval 'If ( TarvoLC ( "" ) = "E" ; "cancelled" ; TarvoV1 ( "" ) )'
 )"},
     {"run", "FILE", 1, 1, "run a script of calculations; - is standard input",
@@ -91,10 +95,13 @@ Examples:
   tarvo check --failed --junit results.xml One.fmplugin Two.fmplugin
   tarvo check --explain string-128
 )"},
-    {"help", "[COMMAND]", 0, 1, "explain a command",
+    {"help", "[NAME]", 0, kAnyNumber, "explain a command, a function, an answer or a check",
      R"(Examples:
   tarvo help
   tarvo help eval
+  tarvo help TarvoDialog
+  tarvo help enter
+  tarvo help string-128
 )"},
 };
 
@@ -109,23 +116,44 @@ constexpr const char* kExamples =
 // What CLI11 fills in besides Options.
 struct Words {
   std::string display = "auto";
+  std::vector<std::string> arguments;  // for help alone; TakeOption takes them as they are
   bool version = false;
 };
 
-void AddOptions(CLI::App& app, Options& options, Words& words) {
-  app.set_help_flag("-h,--help", "show this help");
+// Each option belongs to one of these groups, whose names say which commands use it.
+constexpr const char* kGeneral = "Options";
+constexpr const char* kOfLives = "Options of eval, run, repl, functions and info";
+constexpr const char* kOfCalculations = "Options of eval, run and repl";
+constexpr const char* kOfChecks = "Options of check";
+
+bool Uses(const std::string& command, const std::string& group) {
+  if (group == kGeneral || command == "help") return true;
+  return (group + " ").find(" " + command + (command == "info" || command == "check" ? " " : "")) !=
+         std::string::npos;
+}
+
+void AddGeneralOptions(CLI::App& app, Options& options, Words& words) {
+  app.set_help_flag("-h,--help", "show this help")->group(kGeneral);
+  app.option_defaults()->group(kGeneral);
   app.add_flag("--version", words.version, "show the program's version");
   app.add_option("--plugin", options.plugin, "the plug-in bundle to load")->type_name("BUNDLE");
+  app.add_option("--language", options.language, "the language of the plug-in's texts")
+      ->type_name("LANG");
+  app.add_flag("--json", options.json, "print results as JSON");
+  app.add_option("--timeout", options.timeout, "close a dialog without an answer; end a check (10)")
+      ->check(CLI::Range(0.001, 86400.0).description(""))
+      ->type_name("SECONDS");
+}
+
+void AddOptionsOfLives(CLI::App& app, Options& options, Words& words) {
+  app.option_defaults()->group(kOfLives);
   app.add_option("--display", words.display, "auto, desktop, terminal or scripted")
       ->check(CLI::IsMember({"auto", "desktop", "terminal", "scripted"}).description(""))
       ->type_name("KIND");
-  app.add_option("--language", options.language, "the language of the plug-in's texts")
-      ->type_name("LANG");
   app.add_option("--interface-version", options.interface_version,
                  "the version that the plug-in is offered (200)")
       ->check(CLI::Range(-32768, 32767).description(""))
       ->type_name("N");
-  app.add_flag("--json", options.json, "print results as JSON");
   app.add_option("--answers", options.answers_file, "answer dialogs from a file, one a line")
       ->type_name("FILE");
   app.add_option("--answer", options.answers, "the same from a text, separated by ;")
@@ -141,21 +169,41 @@ void AddOptions(CLI::App& app, Options& options, Words& words) {
   app.add_option("--record", options.record, "write what the user did, as answers")
       ->type_name("FILE");
   app.add_flag("--record-passwords", options.record_passwords, "record passwords as they are");
+}
+
+void AddOptionsOfCalculations(CLI::App& app, Options& options, Words& words) {
+  app.option_defaults()->group(kOfCalculations);
+  app.add_option("--arg", words.arguments, "set the variable $NAME to a text")
+      ->expected(2)
+      ->option_text("NAME VALUE");
+  app.add_option("--args-json", options.arguments_file, "set a variable for each key of an object")
+      ->type_name("FILE");
+  app.add_flag("--fields", options.fields, "print each item of a result on a line of its own");
+  app.add_flag("--button-status", options.button_status,
+               "exit with 10 and the last result's button");
+}
+
+void AddOptionsOfChecks(CLI::App& app, Options& options) {
+  app.option_defaults()->group(kOfChecks);
   app.add_option("--only", options.only, "run the checks whose name holds, or matches, this")
       ->allow_extra_args(false)
       ->option_text("PATTERN");
   app.add_option("--exclude", options.exclude, "leave out the checks whose name does")
       ->allow_extra_args(false)
       ->option_text("PATTERN");
-  app.add_option("--timeout", options.time_limit, "how long a check may take (10)")
-      ->check(CLI::Range(0.001, 86400.0).description(""))
-      ->type_name("SECONDS");
   app.add_flag("--list", options.list, "print the names of the checks that would run");
   app.add_option("--explain", options.explain, "say what a check holds a plug-in to, and why")
       ->type_name("NAME");
   app.add_flag("--failed", options.failed_only, "print failed checks alone");
   app.add_flag("--in-process", options.in_process, "run checks in this process, for a debugger");
   app.add_option("--junit", options.junit, "write the results as JUnit XML too")->type_name("FILE");
+}
+
+void AddOptions(CLI::App& app, Options& options, Words& words) {
+  AddGeneralOptions(app, options, words);
+  AddOptionsOfLives(app, options, words);
+  AddOptionsOfCalculations(app, options, words);
+  AddOptionsOfChecks(app, options);
 }
 
 // Whether the word is -LETTER or --NAME, alone or before a "=". Any other word that begins with a
@@ -200,11 +248,19 @@ const Command& FindCommand(const std::string& name) {
 // Appends the option at `words[i]`, and its argument if it takes one, to `option_words`; `i` is
 // then that of the last word taken.
 void TakeOption(const std::vector<std::string>& words, std::size_t& i, const CLI::App& app,
-                std::vector<std::string>& option_words) {
+                Options& options, std::vector<std::string>& option_words) {
   const std::string& word = words[i];
   const std::size_t equals = word.find('=');
   const std::string name = word.substr(0, equals);
   const CLI::Option& option = FindOption(app, name);
+  if (option.get_items_expected_min() == 2) {  // whatever they begin with
+    if (equals != std::string::npos || i + 2 >= words.size()) {
+      RefuseUsage(name + " expects NAME and VALUE");
+    }
+    options.arguments.emplace_back(words[i + 1], words[i + 2]);
+    i += 2;
+    return;
+  }
   if (option.get_items_expected_min() == 0) {
     option_words.push_back(word);
     return;
@@ -230,7 +286,7 @@ std::vector<std::string> TakeOperands(const std::vector<std::string>& words, con
     if (!operands_only && words[i] == "--") {
       operands_only = true;
     } else if (!operands_only && LooksLikeOption(words[i])) {
-      TakeOption(words, i, app, option_words);
+      TakeOption(words, i, app, options, option_words);
     } else if (options.command.empty()) {
       options.command = FindCommand(words[i]).name;
     } else {
@@ -252,17 +308,41 @@ void CheckOperands(const Options& options) {
   }
 }
 
+// An option that is left without effect would not do what its user means.
+void CheckOptionsOf(const Options& options, const CLI::App& app) {
+  const auto refuse = [&](const std::string& name, const std::string& group) {
+    const std::string users = group.substr(group.find(" of ") + 4);
+    RefuseUsage(options.command + " does not use " + name + ", an option of " + users);
+  };
+  if (!options.arguments.empty() && !Uses(options.command, kOfCalculations)) {
+    refuse("--arg", kOfCalculations);
+  }
+  for (const CLI::Option* option : app.get_options()) {
+    if (option->count() > 0 && !Uses(options.command, option->get_group())) {
+      refuse(option->get_name(), option->get_group());
+    }
+  }
+  if (options.command == "check" && options.plugin && !options.operands.empty()) {
+    RefuseUsage("check is given two bundles: --plugin " + *options.plugin + " and " +
+                options.operands.front());
+  }
+}
+
 DisplayChoice ChoiceOf(const std::string& word) {
   if (word == "desktop") return DisplayChoice::kDesktop;
   if (word == "terminal") return DisplayChoice::kTerminal;
   return word == "scripted" ? DisplayChoice::kScripted : DisplayChoice::kAuto;
 }
 
-std::string OptionsHelp() {
+// Of a command, or of all if it is empty.
+std::string OptionsHelp(const std::string& command) {
   Options options;
   Words words;
   CLI::App app;
   AddOptions(app, options, words);
+  for (CLI::Option* option : app.get_options()) {
+    if (!command.empty() && !Uses(command, option->get_group())) option->group("");
+  }
   CLI::Formatter formatter;
   formatter.column_width(34);
   return formatter.make_groups(&app, CLI::AppFormatMode::Normal);
@@ -305,8 +385,14 @@ Options ParseCommandLine(const std::vector<std::string>& words) {
     RefuseUsage("expected a command");
   } else {
     CheckOperands(options);
+    CheckOptionsOf(options, app);
   }
   return options;
+}
+
+bool IsCommand(const std::string& name) {
+  return std::any_of(std::begin(kCommands), std::end(kCommands),
+                     [&](const Command& known) { return name == known.name; });
 }
 
 std::string HelpText(const std::string& command_name) {
@@ -314,11 +400,11 @@ std::string HelpText(const std::string& command_name) {
     return "Usage: tarvo [options] COMMAND ...\n\n"
            "Tries, previews and tests a FileMaker plug-in's dialogs without FileMaker.\n\n"
            "Commands:\n" +
-           CommandList() + OptionsHelp() + "\n" + kExamples;
+           CommandList() + OptionsHelp("") + "\n" + kExamples;
   }
   const Command& command = FindCommand(command_name);
   return std::string("Usage: tarvo [options] ") + command.name + " " + command.operands + "\n\n" +
-         command.details + OptionsHelp();
+         command.details + OptionsHelp(command_name);
 }
 
 std::string VersionText() { return "tarvo " TARVO_VERSION "\n"; }

@@ -15,6 +15,8 @@ Options ParseCommandLine(const std::vector<std::string>& words);
 // Help on a command, or on the whole program if `command` is empty.
 std::string HelpText(const std::string& command);
 
+bool IsCommand(const std::string& name);
+
 std::string VersionText();
 
 }  // namespace workbench

@@ -13,9 +13,13 @@
 #include "calculation/source.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
+#include "displays/scripted/answers.h"
 #include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/check.h"
+#include "workbench/check/contract.h"
+#include "workbench/command_line.h"
 #include "workbench/files.h"
+#include "workbench/function_help.h"
 #include "workbench/interruption.h"
 #include "workbench/output.h"
 #include "workbench/plugin.h"
@@ -70,24 +74,50 @@ Status ListChecks(const CheckOptions& options) {
 
 }  // namespace
 
-void EvaluateCalculations(const Options& options) {
+int EvaluateCalculations(const Options& options) {
   HeedInterruptions();
   Session session(options);
   for (std::size_t i = 0; i < options.operands.size(); ++i) {
     const bool is_only = options.operands.size() == 1;
-    const std::string name = is_only ? "" : "calculation " + std::to_string(i + 1);
-    session.Evaluate(SourceOf(name, options.operands[i]));
+    const std::string& operand = options.operands[i];
+    if (operand == "-") {
+      session.Evaluate(SourceOf("standard input", ReadFile(operand)));
+    } else {
+      session.Evaluate(SourceOf(is_only ? "" : "calculation " + std::to_string(i + 1), operand));
+    }
   }
   session.End();
+  return session.ExitStatus();
 }
 
-void RunScript(const Options& options) {
+int RunScript(const Options& options) {
   HeedInterruptions();
   const std::string& path = options.operands.front();
   const std::string text = ReadFile(path);
   Session session(options);
   session.Run(SourceOf(path == "-" ? "standard input" : path, text));
   session.End();
+  return session.ExitStatus();
+}
+
+void ShowHelp(const Options& options) {
+  std::string name;
+  for (const std::string& word : options.operands) name += (name.empty() ? "" : " ") + word;
+  const std::string answer = display::AnswerUsage(name);
+  if (name.empty() || IsCommand(name)) {
+    Print(HelpText(name));
+  } else if (!answer.empty()) {
+    Print(answer + "\n");
+  } else if (check::FindClause(name)) {
+    Print(ExplainCheck(name));
+  } else if (const auto known = FindHelp(name, {})) {
+    Print(*known);
+  } else {
+    Session session(options);
+    const auto registered = FindHelp(name, session.functions().functions());
+    if (!registered) HelpText(name);  // refuses it
+    Print(registered.value_or(""));
+  }
 }
 
 void ListFunctions(const Options& options) {
@@ -127,7 +157,9 @@ Status CheckBundle(const Options& options) {
   check.json = options.json;
   check.failed_only = options.failed_only;
   check.in_process = options.in_process;
-  check.time_limit = std::chrono::milliseconds(std::lround(options.time_limit * 1000));
+  if (options.timeout) {
+    check.time_limit = std::chrono::milliseconds(std::lround(*options.timeout * 1000));
+  }
   if (options.list) return ListChecks(check);
   std::optional<LineFile> junit;
   if (options.junit) {

@@ -7,8 +7,12 @@ namespace workbench {
 
 // Each loads the bundle, does its work and shuts the plug-in down. They print results on standard
 // output and throw Failure if something is wrong.
-void EvaluateCalculations(const Options& options);
-void RunScript(const Options& options);
+int EvaluateCalculations(const Options& options);  // these two return the exit status
+int RunScript(const Options& options);
+// Explains what the operand names: a command, an answer, a check or a function. Without one, the
+// program. Throws Failure (usage) if there is nothing of that name.
+void ShowHelp(const Options& options);
+
 void ListFunctions(const Options& options);
 void ShowInfo(const Options& options);
 

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/auxv.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -32,6 +33,26 @@ std::string ReadAll(int fd, const std::string& path) {
       throw Failure(Status::kUsage, "cannot read " + path + ": " + std::strerror(errno));
     }
   }
+}
+
+bool IsSameFile(int first, int second) {
+  struct stat one {};
+  struct stat other {};
+  return fstat(first, &one) == 0 && fstat(second, &other) == 0 && one.st_dev == other.st_dev &&
+         one.st_ino == other.st_ino;
+}
+
+// Empties the file, unless it is where this program's output goes, which is then shared with it.
+int OpenToWrite(const std::string& path) {
+  if (path == "-") return fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
+  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+  for (const int standard : {STDOUT_FILENO, STDERR_FILENO}) {
+    if (fd < 0 || !IsSameFile(fd, standard)) continue;
+    close(fd);
+    return fcntl(standard, F_DUPFD_CLOEXEC, 3);
+  }
+  if (fd >= 0 && ftruncate(fd, 0) != 0 && errno != EINVAL) return close(fd), -1;
+  return fd;
 }
 
 // If /proc is not mounted, the path that the program was started with.
@@ -65,7 +86,9 @@ std::string FindCompanion(const std::string& name) {
   return !fs::exists(beside, error) && fs::exists(installed, error) ? installed : beside;
 }
 
-LineFile::LineFile(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "we")) {
+LineFile::LineFile(const std::string& path) : path_(path), file_(nullptr) {
+  const int fd = OpenToWrite(path);
+  if (fd >= 0) file_.reset(fdopen(fd, "w"));
   if (!file_) throw Failure(Status::kUsage, "cannot write " + path + ": " + std::strerror(errno));
 }
 

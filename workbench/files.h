@@ -18,7 +18,7 @@ std::string FindCompanion(const std::string& name);
 // A file that is written line by line. Other programs can read each line at once.
 class LineFile {
  public:
-  // Truncates the file. Throws Failure (usage) if it cannot be written.
+  // Truncates the file; "-" is standard output. Throws Failure (usage) if it cannot be written.
   explicit LineFile(const std::string& path);
 
   // Throws Failure if the line cannot be written.

@@ -49,21 +49,25 @@ std::string HelpOn(const calculation::BuiltIn& function) {
 
 std::span<const PluginFunctionHelp> DescribedPluginFunctions() { return kPluginFunctions; }
 
-std::string HelpOnFunction(std::string_view name,
-                           const std::vector<fmx::host::Function>& registered) {
+std::optional<std::string> FindHelp(std::string_view name,
+                                    const std::vector<fmx::host::Function>& registered) {
   const std::u16string wanted = ToUtf16(name);
   if (const auto* function = calculation::FindBuiltIn(wanted)) return HelpOn(*function);
   if (const auto* function = calculation::FindBuiltIn(u"Get ( " + wanted + u" )")) {
     return HelpOn(*function);
   }
-  std::vector<std::string> names = calculation::BuiltInNames();
   for (const fmx::host::Function& function : registered) {
     if (calculation::IsSameName(function.name, wanted)) return HelpOn(function);
-    names.push_back(ToUtf8(function.name));
   }
-  if (IsFileMakerFunction(name)) {
-    return std::string(name) + ": FileMaker has this, the workbench does not\n";
-  }
+  if (!IsFileMakerFunction(name)) return std::nullopt;
+  return std::string(name) + ": FileMaker has this, the workbench does not\n";
+}
+
+std::string HelpOnFunction(std::string_view name,
+                           const std::vector<fmx::host::Function>& registered) {
+  if (const auto help = FindHelp(name, registered)) return *help;
+  std::vector<std::string> names = calculation::BuiltInNames();
+  for (const fmx::host::Function& function : registered) names.push_back(ToUtf8(function.name));
   return "There is no function " + std::string(name) + calculation::Suggestion(name, names) + "\n";
 }
 

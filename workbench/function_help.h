@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,6 +18,11 @@ struct PluginFunctionHelp {
 };
 
 std::span<const PluginFunctionHelp> DescribedPluginFunctions();
+
+// What there is to know of a function, registered or built in; nothing if there is none of that
+// name.
+std::optional<std::string> FindHelp(std::string_view name,
+                                    const std::vector<fmx::host::Function>& registered);
 
 // What there is to know of a function, registered or built in: its prototype and what it does. The
 // name is looked up without regard to case; if there is none, the text says so and proposes the

@@ -4,9 +4,10 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <exception>
+#include <nlohmann/json.hpp>
 #include <string>
-#include <vector>
 
 #include "calculation/interruption.h"
 #include "workbench/command_line.h"
@@ -31,15 +32,15 @@ void KeepStandardStreams() {
   }
 }
 
-Status Do(const Options& options) {
+int Do(const Options& options) {
   if (options.command == "help") {
-    workbench::Print(workbench::HelpText(options.operands.empty() ? "" : options.operands.front()));
+    workbench::ShowHelp(options);
   } else if (options.command == "version") {
     workbench::Print(workbench::VersionText());
   } else if (options.command == "eval") {
-    workbench::EvaluateCalculations(options);
+    return workbench::EvaluateCalculations(options);
   } else if (options.command == "run") {
-    workbench::RunScript(options);
+    return workbench::RunScript(options);
   } else if (options.command == "repl") {
     workbench::RunRepl(options);
   } else if (options.command == "functions") {
@@ -47,14 +48,21 @@ Status Do(const Options& options) {
   } else if (options.command == "info") {
     workbench::ShowInfo(options);
   } else {
-    return workbench::CheckBundle(options);
+    return static_cast<int>(workbench::CheckBundle(options));
   }
-  return Status::kDone;
+  return 0;
 }
 
-int Report(Status status, const char* message) {
-  workbench::Warn(message);
-  return static_cast<int>(status);
+// An empty message has been told by other means.
+int Report(Status status, const std::string& message, bool json) {
+  const int number = static_cast<int>(status);
+  if (json && !message.empty()) {
+    const std::string error = workbench::ToLine({{"error", message}, {"status", number}});
+    std::fprintf(stderr, "%s\n", error.c_str());
+  } else if (!message.empty()) {
+    workbench::Warn(message);
+  }
+  return number;
 }
 
 }  // namespace
@@ -62,15 +70,18 @@ int Report(Status status, const char* message) {
 int main(int argc, char** argv) {
   KeepStandardStreams();
   signal(SIGPIPE, SIG_IGN);  // Print notices a reader that has gone
+  bool json = false;
   try {
-    return static_cast<int>(Do(workbench::ParseCommandLine({argv + 1, argv + argc})));
+    const Options options = workbench::ParseCommandLine({argv + 1, argv + argc});
+    json = options.json;
+    return Do(options);
   } catch (const Failure& failure) {
-    return Report(failure.status(), failure.what());
+    return Report(failure.status(), failure.what(), json);
   } catch (const calculation::Interrupted& interrupted) {
-    return Report(Status::kInterrupted, interrupted.what());
+    return Report(Status::kInterrupted, interrupted.what(), json);
   } catch (const std::bad_alloc&) {
-    return Report(Status::kWrong, "there is not enough memory");
+    return Report(Status::kWrong, "there is not enough memory", json);
   } catch (const std::exception& error) {
-    return Report(Status::kWrong, error.what());
+    return Report(Status::kWrong, error.what(), json);
   }
 }

@@ -1,5 +1,6 @@
 #include "workbench/observers.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -37,6 +38,14 @@ Screenshots::Screenshots(const std::string& folder) : folder_(folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (error) throw Failure(Status::kUsage, "cannot make " + folder + ": " + error.message());
+  // The pictures of a run before would look like those of this one.
+  for (const auto& file : std::filesystem::directory_iterator(folder, error)) {
+    const std::string name = file.path().filename();
+    const std::size_t digits = name.find_first_not_of("0123456789");
+    if (digits > 0 && name.substr(std::min(digits, name.size())) == ".png") {
+      std::filesystem::remove(file.path(), error);
+    }
+  }
 }
 
 void Screenshots::Opened(const display::Description& dialog) {

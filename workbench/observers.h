@@ -39,7 +39,8 @@ class Recording : public Observer {
 // Draws every dialog as it opened into a folder, as 1.png, 2.png and so on.
 class Screenshots : public Observer {
  public:
-  // Makes the folder. Throws Failure (usage) if that cannot be done.
+  // Makes the folder, or takes away the pictures that it holds from before. Throws Failure (usage)
+  // if that cannot be done.
   explicit Screenshots(const std::string& folder);
 
   void Opened(const display::Description& dialog) override;

@@ -6,6 +6,7 @@
 
 #include "displays/scripted/dialog_name.h"
 #include "platform/carbon/control_ids.h"
+#include "workbench/interruption.h"
 
 namespace workbench {
 
@@ -25,8 +26,12 @@ void BreakLines(std::string& text) {
 
 ObservingDisplay::ObservingDisplay(display::Display& shown_on,
                                    std::vector<std::unique_ptr<Observer>> observers,
-                                   std::optional<std::vector<std::string>> passwords)
-    : shown_on_(shown_on), observers_(std::move(observers)), passwords_(std::move(passwords)) {}
+                                   std::optional<std::vector<std::string>> passwords,
+                                   double patience)
+    : shown_on_(shown_on),
+      observers_(std::move(observers)),
+      passwords_(std::move(passwords)),
+      patience_(patience) {}
 
 Rect ObservingDisplay::MainScreen() { return shown_on_.MainScreen(); }
 
@@ -44,9 +49,12 @@ bool ObservingDisplay::Open(const display::Description& dialog) {
 }
 
 std::optional<Action> ObservingDisplay::NextAction() {
+  if (patience_ > 0) LimitWaiting(patience_);
   std::optional<Action> action = shown_on_.NextAction();
+  const bool is_late = !action && TakeTimeout();
+  if (patience_ > 0) LimitWaiting(0);
   if (!action) {
-    lost_ = Lost{name_, shown_on_.WhyLost()};
+    lost_ = Lost{name_, shown_on_.WhyLost(), is_late};
     return std::nullopt;
   }
   BreakLines(action->text);

@@ -32,14 +32,16 @@ class Observer {
 class ObservingDisplay : public display::Display {
  public:
   // `shown_on` must outlive this display. `passwords` take the place of the placeholders, one after
-  // the other; none if users enter theirs, whatever they are.
+  // the other; none if users enter theirs, whatever they are. A dialog whose user does nothing for
+  // `patience` seconds is lost, unless that is 0.
   ObservingDisplay(display::Display& shown_on, std::vector<std::unique_ptr<Observer>> observers,
-                   std::optional<std::vector<std::string>> passwords);
+                   std::optional<std::vector<std::string>> passwords, double patience = 0);
 
   // A dialog that could not be opened, or whose display went away while it was open.
   struct Lost {
     std::string name;
     std::string reason;
+    bool is_late = false;  // its user has done nothing for too long
   };
 
   // Each returns what happened since its last call: the dialog that was lost, and what an observer
@@ -64,6 +66,7 @@ class ObservingDisplay : public display::Display {
   std::vector<std::unique_ptr<Observer>> observers_;
   std::optional<std::vector<std::string>> passwords_;
   std::size_t next_password_ = 0;
+  double patience_;
   std::vector<display::Control> controls_;  // of the open dialog, as they now are
   std::string name_;                        // of the open dialog
   std::optional<Lost> lost_;

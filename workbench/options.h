@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace workbench {
@@ -16,6 +17,7 @@ struct Options {
   std::optional<std::string> language;
   std::int16_t interface_version = 200;
   bool json = false;
+  std::optional<double> timeout;  // seconds, of a dialog without an answer or of a check
   std::optional<std::string> answers_file;
   std::vector<std::string> answers;  // after those of the file
   std::optional<std::string> describe;
@@ -25,10 +27,15 @@ struct Options {
   std::optional<std::string> passwords;  // a file with those that recordings do not hold
   bool strict = false;                   // answers that do not fit are an error
 
+  // Of calculations: values of variables by name, in the order in which they are set.
+  std::vector<std::pair<std::string, std::string>> arguments;
+  std::optional<std::string> arguments_file;
+  bool fields = false;         // prints the items of results
+  bool button_status = false;  // the last result's button is the exit status
+
   // Of check.
   std::vector<std::string> only;
   std::vector<std::string> exclude;
-  double time_limit = 10;  // seconds that a check may take
   bool list = false;
   std::optional<std::string> explain;
   bool failed_only = false;

@@ -26,6 +26,8 @@ void PrintJson(std::string_view text) {
       text.remove_prefix(static_cast<std::size_t>(count));
     } else if (errno == EINTR) {
       calculation::CheckInterruption();
+    } else if (errno == EPIPE) {
+      throw Failure(Status::kWrong, "");  // its reader wants no more, and no message either
     } else {
       throw Failure(Status::kWrong,
                     std::string("cannot write to standard output: ") + std::strerror(errno));

@@ -102,6 +102,7 @@ std::optional<Step> ScriptReader::Next() {
 }
 
 bool ScriptReader::ReadAhead() {
+  if (error_) return true;
   more_may_follow_ = true;
   try {
     while (std::optional<Step> step = ReadNext()) ready_.push_back(std::move(*step));

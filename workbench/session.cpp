@@ -1,12 +1,19 @@
 #include "workbench/session.h"
 
+#include <algorithm>
 #include <exception>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "calculation/built_ins.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
 #include "workbench/failure.h"
+#include "workbench/files.h"
 #include "workbench/output.h"
+#include "workbench/user_text.h"
 
 namespace workbench {
 namespace {
@@ -22,13 +29,62 @@ void Explaining(const calculation::Source& source, Work work) {
   }
 }
 
+// The keys of an object, and what they hold: texts as they are, anything else as JSON.
+std::vector<std::pair<std::string, std::string>> ReadArguments(const std::string& path) {
+  std::vector<std::pair<std::string, std::string>> arguments;
+  try {
+    const auto object = display::Json::parse(FromUser(ReadFile(path), path));
+    if (!object.is_object()) throw Failure(Status::kUsage, path + ": expected a JSON object");
+    for (const auto& [name, value] : object.items()) {
+      arguments.emplace_back(name, value.is_string() ? value.get<std::string>() : value.dump());
+    }
+  } catch (const display::Json::exception& error) {
+    throw Failure(Status::kUsage, path + ": " + error.what());
+  }
+  return arguments;
+}
+
+std::vector<std::string> FieldsOf(const std::string& result) {
+  std::vector<std::string> fields{""};
+  for (const char sign : result) {
+    if (sign == '|') {
+      fields.emplace_back();
+    } else {
+      fields.back() += sign;
+    }
+  }
+  return fields;
+}
+
 }  // namespace
 
 Session::Session(const Options& options)
     : json_(options.json),
+      fields_(options.fields),
+      button_status_(options.button_status),
       user_(options),
       plugin_(ChooseBundle(options), options.interface_version),
-      functions_(user_) {}
+      functions_(user_) {
+  SetArguments(options);
+}
+
+// As texts, whatever they are: nothing of them is evaluated.
+void Session::SetArguments(const Options& options) {
+  const auto set = [this](std::string name, const std::string& value) {
+    if (!name.starts_with('$')) name.insert(0, "$");
+    if (name.find_first_not_of('$') == std::string::npos) {
+      throw Failure(Status::kUsage, "a variable is to have a name");
+    }
+    variables_[calculation::Lowercase(calculation::ToUtf16(name))] =
+        calculation::Text(calculation::ToUtf16(value));
+  };
+  if (options.arguments_file) {
+    for (const auto& [name, value] : ReadArguments(*options.arguments_file)) set(name, value);
+  }
+  for (const auto& [name, value] : options.arguments) {
+    set(FromUser(name, "--arg"), FromUser(value, "--arg"));
+  }
+}
 
 void Session::Evaluate(const calculation::Source& source) {
   Explaining(source, [&] {
@@ -66,8 +122,24 @@ void Session::End() {
   user_.CheckAnswers();
 }
 
-void Session::PrintResult(const calculation::Value& result) const {
-  json_ ? PrintJson(FormatResultAsJson(result)) : Print(FormatResult(result));
+int Session::ExitStatus() const {
+  constexpr int kEscape = 10;
+  const std::string button = FieldsOf(last_result_).front();
+  if (!button_status_) return 0;
+  if (button == "E") return kEscape;
+  const bool is_button = button.size() == 1 && button[0] >= '1' && button[0] <= '4';
+  return is_button ? kEscape + (button[0] - '0') : 0;
+}
+
+void Session::PrintResult(const calculation::Value& result) {
+  last_result_ = calculation::ToUtf8(calculation::AsText(result));
+  if (json_ && !fields_) return PrintJson(FormatResultAsJson(result));
+  if (json_)
+    return PrintJson(ToLine({{"type", "fields"}, {"result", FieldsOf(last_result_)}}) + "\n");
+  if (!fields_) return Print(FormatResult(result));
+  for (const std::string& field : FieldsOf(last_result_)) {
+    Print(FormatResult(calculation::Text(calculation::ToUtf16(field))));
+  }
 }
 
 }  // namespace workbench

@@ -39,10 +39,18 @@ class Session {
   // should not be.
   void End();
 
+  // What the program ends with: 0, or 10 and the button that the last result says if the options
+  // ask for that.
+  int ExitStatus() const;
+
  private:
-  void PrintResult(const calculation::Value& result) const;
+  void SetArguments(const Options& options);
+  void PrintResult(const calculation::Value& result);
 
   bool json_;
+  bool fields_;
+  bool button_status_;
+  std::string last_result_;
   User user_;
   Plugin plugin_;
   PluginFunctions functions_;

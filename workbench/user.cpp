@@ -98,7 +98,8 @@ User::User(const Options& options)
       is_scripted_ ? static_cast<display::Display&>(scripted_) : ShownOn(options.display);
   shown_on.StopWaitingWhenReadable(InterruptionDescriptor());
   display_.emplace(shown_on, MakeObservers(options),
-                   is_scripted_ ? std::optional(ReadPasswords(options)) : std::nullopt);
+                   is_scripted_ ? std::optional(ReadPasswords(options)) : std::nullopt,
+                   options.timeout.value_or(0));
   carbon::SetDisplay(&*display_);
 }
 
@@ -142,6 +143,9 @@ void User::CheckDialogs() {
                   "interrupted while the dialog \"" + lost->name + "\" was open");
   }
   calculation::CheckInterruption();
+  if (lost && lost->is_late) {
+    throw Failure(Status::kAnswer, "dialog \"" + lost->name + "\": nobody answers");
+  }
   if (failure) throw Failure(*failure);
   if (scripted) throw Failure(Status::kAnswer, Explain(*scripted));
   if (lost) {

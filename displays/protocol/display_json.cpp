@@ -228,8 +228,6 @@ std::string ToText(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-std::string TextToJson(std::string_view text) { return ToText(text); }
-
 std::string FormatDescription(const Description& dialog) { return ToText(ToJson(dialog)); }
 
 Description ParseDescription(const std::string& line) {

@@ -34,9 +34,6 @@ Rect RectFromJson(const Json& json);
 // One line without its end. Bytes that are not UTF-8 become U+FFFD.
 std::string ToText(const Json& json);
 
-// A text as JSON writes it, in quotes. Bytes that are not UTF-8 become U+FFFD.
-std::string TextToJson(std::string_view text);
-
 // A description as one line without its end, and the dialog that such a line describes. The latter
 // throws as DescriptionFromJson does.
 std::string FormatDescription(const Description& dialog);

@@ -26,21 +26,33 @@ struct Form {
   Kind kind;
   Shape shape;
   std::string_view usage;
+  std::string_view meaning;
 };
 
 constexpr std::array kForms{
-    Form{"enter", Kind::kEnter, Shape::kNumberAndText, "enter N TEXT"},
-    Form{"type", Kind::kType, Shape::kText, "type TEXT"},
-    Form{"choose", Kind::kChoose, Shape::kNumberAndItem, "choose N ITEM"},
-    Form{"click", Kind::kClick, Shape::kNumber, "click N"},
-    Form{"row", Kind::kRow, Shape::kNumberAndX, "row R [X]"},
-    Form{"row+", Kind::kRowToggle, Shape::kNumberAndX, "row+ R [X]"},
-    Form{"row-", Kind::kRowExtend, Shape::kNumberAndX, "row- R [X]"},
-    Form{"press", Kind::kPress, Shape::kNumber, "press K"},
-    Form{"return", Kind::kReturn, Shape::kNothing, "return"},
-    Form{"escape", Kind::kEscape, Shape::kNothing, "escape"},
-    Form{"tab", Kind::kTab, Shape::kNothing, "tab"},
-    Form{"close", Kind::kClose, Shape::kNothing, "close"},
+    Form{"enter", Kind::kEnter, Shape::kNumberAndText, "enter N TEXT",
+         "the content of field N becomes TEXT, which runs to the end of the line"},
+    Form{"type", Kind::kType, Shape::kText, "type TEXT",
+         "TEXT is appended in the field that has the focus"},
+    Form{"choose", Kind::kChoose, Shape::kNumberAndItem, "choose N ITEM",
+         "chooses an item, by its number, of the pop-up menu of field N"},
+    Form{"click", Kind::kClick, Shape::kNumber, "click N",
+         "clicks the check box or radio button of field N"},
+    Form{"row", Kind::kRow, Shape::kNumberAndX, "row R [X]",
+         "clicks row R of the list, at X in the window"},
+    Form{"row+", Kind::kRowToggle, Shape::kNumberAndX, "row+ R [X]",
+         "clicks row R with Control: adds it to the selection or takes it away"},
+    Form{"row-", Kind::kRowExtend, Shape::kNumberAndX, "row- R [X]",
+         "clicks row R with Shift: selects from the last clicked row to it"},
+    Form{"press", Kind::kPress, Shape::kNumber, "press K",
+         "presses button K; on an alert 1 is the default button, 2 cancel and 3 other"},
+    Form{"return", Kind::kReturn, Shape::kNothing, "return",
+         "presses the Return key, and so the default button if it is enabled"},
+    Form{"escape", Kind::kEscape, Shape::kNothing, "escape",
+         "presses the Escape key, which cancels where it may"},
+    Form{"tab", Kind::kTab, Shape::kNothing, "tab",
+         "moves the focus to the next field, list or button"},
+    Form{"close", Kind::kClose, Shape::kNothing, "close", "closes the window, as Escape does"},
 };
 
 void SkipBlanks(std::string_view& rest) {
@@ -172,6 +184,12 @@ std::vector<Answer> ParseAnswers(std::string_view file, const std::string& sourc
 
 std::vector<Answer> ParseAnswerText(std::string_view text, const std::string& source) {
   return ParsePieces(text, ';', source);
+}
+
+std::string AnswerUsage(std::string_view word) {
+  const auto form = std::find_if(kForms.begin(), kForms.end(),
+                                 [word](const Form& known) { return known.word == word; });
+  return form == kForms.end() ? "" : std::string(form->usage) + "\n  " + std::string(form->meaning);
 }
 
 std::string FormatDialogLine(int number, const std::string& name) {

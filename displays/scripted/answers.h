@@ -47,6 +47,9 @@ std::vector<Answer> ParseAnswers(std::string_view file, const std::string& sourc
 // The same from one text whose answers are separated by ";".
 std::vector<Answer> ParseAnswerText(std::string_view text, const std::string& source = "");
 
+// How the answer that begins with this word is written; empty if there is none.
+std::string AnswerUsage(std::string_view word);
+
 // The line, without its end, that reads as `action`.
 std::string FormatAnswer(const Action& action);
 

@@ -103,6 +103,17 @@ TEST_F(EndToEnd, ClicksOnRowsCountAndThoseOnTheScrollBarDoNot) {
   EXPECT_EQ(Printed(calculations), "3\nList\n1|two\n");
 }
 
+TEST_F(EndToEnd, ADialogThatNobodyAnswersCloses) {
+  const Ending ending =
+      testing_tools::Run({TARVO_PROGRAM,
+                          {"--timeout", "0.3", "eval", R"(TarvoDialog ( "0|Anybody?" ))", "2"},
+                          "",
+                          {std::string("DISPLAY=") + std::getenv("DISPLAY")}});
+  EXPECT_EQ(ending.status, 4);
+  EXPECT_EQ(ending.output, "");
+  EXPECT_EQ(ending.errors, "tarvo: dialog \"Anybody?\": nobody answers\n");
+}
+
 // At the terminal, which sends the signal to the display too.
 TEST_F(EndToEnd, ControlCClosesTheDialogAndSaysSo) {
   const std::string dialog = R"(TarvoDialog ( "0|Still there?" ))";

@@ -69,6 +69,18 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
       {{"eval", "1", "--record", "/no/such"}, "cannot write /no/such"},
       {{"eval", "1", "--screenshot", "/dev/null/x"}, "cannot make /dev/null/x"},
       {{"run", "/no/such"}, "cannot read /no/such: No such file"},
+      {{"eval", "--only", "x", "1"}, "eval does not use --only, an option of check\n"},
+      {{"check", "--answer", "press 1"},
+       "check does not use --answer, an option of eval, run, repl, functions and info\n"},
+      {{"info", "--arg", "a", "b"}, "info does not use --arg, an option of eval, run and repl\n"},
+      {{"info", "--fields"}, "info does not use --fields"},
+      {{"--plugin", "a", "check", "b"}, "check is given two bundles: --plugin a and b\n"},
+      {{"eval", "1", "--arg", "a"}, "--arg expects NAME and VALUE\n"},
+      {{"eval", "1", "--arg", "$", "b"}, "a variable is to have a name\n"},
+      {{"eval", "1", "--args-json", "/dev/null"}, "/dev/null: "},
+      {{"eval", "1", "--timeout", "0"}, "--timeout"},
+      {{"check", "--explain", "string-12"},
+       "there is no check string-12; did you mean string-128?"},
       {{"check", "--only", "no such check"}, "no check matches \"no such check\""},
       {{"repl", "1"}, "repl does not expect 1"},
   };
@@ -100,6 +112,58 @@ TEST(CommandLineTest, HelpComesWithExamples) {
   EXPECT_EQ(Tarvo({"--version"}).output, "tarvo 2.2.0\n");
 }
 
+TEST(CommandLineTest, HelpExplainsWhateverHasAName) {
+  for (const auto& [name, text] : std::vector<std::pair<std::string, std::string>>{
+           {"left", "Left ( text ; count )\n"},
+           {"tarvodialog", "\n  a message with up to four buttons"},
+           {"ScreenWidth", "Get ( ScreenWidth )\n"},
+           {"enter", "enter N TEXT\n  the content of field N"},
+           {"string-128", "string-128\n  String 128, the plug-in's name"},
+           {"Any/items", "a text with items on several lines"},
+           {"GetField", "GetField: FileMaker has this"}}) {
+    const Ending ending = Tarvo({"help", name});
+    EXPECT_EQ(ending.status, 0) << name;
+    EXPECT_TRUE(Holds(ending.output, text)) << ending.output;
+  }
+  EXPECT_FALSE(Holds(Tarvo({"help", "check"}).output, "--answer"));
+  EXPECT_FALSE(Holds(Tarvo({"help", "eval"}).output, "--only"));
+}
+
+TEST(CommandLineTest, ArgumentsAreTextsWhateverTheyAre) {
+  const std::string value = "\" & $y\\ [1] -x";
+  EXPECT_EQ(Tarvo({"eval", "$X & $$y & ${a b}", "--arg", "x", value, "--arg", "$$y", "--json",
+                   "--arg", "a b", "c"})
+                .output,
+            value + "--jsonc\n");
+}
+
+TEST(CommandLineTest, ResultsForShellScripts) {
+  const std::string name = "TarvoDialog ( \"1|Name|OK|No|||Name\" )";
+  EXPECT_EQ(Tarvo({"--fields", "--answer", "enter 1 Ann; press 2", "eval", name}).output,
+            "2\nAnn\n\n\n\n");
+  EXPECT_EQ(Tarvo({"--fields", "--json", "eval", "\"a|b\""}).output,
+            "{\"type\": \"fields\", \"result\": [\"a\", \"b\"]}\n");
+  for (const auto& [answer, status] :
+       std::vector<std::pair<std::string, int>>{{"press 1", 11}, {"press 2", 12}, {"escape", 10}}) {
+    EXPECT_EQ(Tarvo({"--button-status", "--answer", answer, "eval", "TarvoAllowEscape ( 1 )", name})
+                  .status,
+              status);
+  }
+  EXPECT_EQ(Tarvo({"--button-status", "eval", "\"5|x\""}).status, 0);
+  EXPECT_EQ(Tarvo({"--json", "eval", "1 +"}).errors.substr(0, 44),
+            "{\"error\": \"line 1, column 4: unexpected end;");
+  EXPECT_TRUE(Tarvo({"--json", "eval", "1 +"}).errors.ends_with("\", \"status\": 1}\n"));
+}
+
+TEST(CommandLineTest, ABrokenPipeEndsQuietly) {
+  const std::string script =
+      std::string(TARVO_PROGRAM) +
+      " eval 1 'While ( i = 0 ; i < 300000 ; i = i + 1 ; 1 )' 2 2>&1 >&3 | cat";
+  const Ending ending =
+      testing_tools::Run({"/bin/bash", {"-c", "{ " + script + "; } 3> >(head -n 1)"}});
+  EXPECT_EQ(ending.output, "1\n");
+}
+
 TEST(CommandLineTest, StandardOutputThatCannotBeWrittenIsStatus1) {
   const Ending full = testing_tools::Run({TARVO_PROGRAM, {"eval", "1", "2"}, "", {}, "/dev/full"});
   EXPECT_EQ(full.status, 1);
@@ -111,6 +175,18 @@ TEST(CommandLineTest, StandardOutputThatCannotBeWrittenIsStatus1) {
   EXPECT_EQ(closed.status, 1);
   EXPECT_EQ(closed.errors, "tarvo: cannot write to standard output: Bad file descriptor\n");
   EXPECT_EQ(ReadAll(log), "");
+}
+
+TEST(CommandLineTest, StandardInputThatCannotBeReadIsStatus2) {
+  for (const std::string words : {"run -", "repl", "eval -", "--answers - eval 1"}) {
+    for (const std::string from : {"<&-", "</"}) {
+      const Ending ending =
+          testing_tools::Run({"/bin/sh", {"-c", TARVO_PROGRAM + (" " + words + from)}});
+      EXPECT_EQ(ending.status, 2) << words;
+      EXPECT_TRUE(ending.errors.starts_with("tarvo: cannot read standard input: "))
+          << ending.errors;
+    }
+  }
 }
 
 }  // namespace

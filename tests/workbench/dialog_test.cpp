@@ -1,5 +1,8 @@
 // Dialogs of the plug-in, answered from scripts and written down.
 
+#include <algorithm>
+#include <set>
+
 #include "tests/support/tarvo.h"
 
 namespace workbench {
@@ -97,6 +100,128 @@ TEST(DialogTest, DescriptionsAreWrittenAsDialogsOpen) {
       "explanation": "No way back.", "default": "Yes", "cancel": "No", "other": null,
       "returnButton": 1, "escapeButton": 2, "position": 45066, "movable": false,
       "helpButton": false, "flags": 0})"));
+}
+
+// What of a JSON Schema the description's uses. Every key is to be named by it.
+class Schema {
+ public:
+  explicit Schema(const std::string& file) : root_(Json::parse(ReadAll(file))) {}
+
+  bool Allows(const Json& value) const { return Allows(root_, value); }
+
+ private:
+  static bool IsOfType(const Json& value, const std::string& type) {
+    if (type == "integer") return value.is_number_integer();
+    return value.type_name() == type;
+  }
+
+  bool Allows(const Json& schema, const Json& value) const {
+    if (schema.contains("$ref")) {
+      return Allows(root_.at(Json::json_pointer(schema["$ref"].get<std::string>().substr(1))),
+                    value);
+    }
+    const auto allows = [&](const Json& other) { return Allows(other, value); };
+    if (schema.contains("oneOf")) {
+      return std::count_if(schema["oneOf"].begin(), schema["oneOf"].end(), allows) == 1;
+    }
+    if (schema.contains("enum")) {
+      return std::count(schema["enum"].begin(), schema["enum"].end(), value) == 1;
+    }
+    const Json& type = schema.at("type");
+    const Json types = type.is_array() ? type : Json::array({type});
+    if (std::none_of(types.begin(), types.end(),
+                     [&](const Json& each) { return IsOfType(value, each.get<std::string>()); })) {
+      return false;
+    }
+    if (value.is_array()) {
+      return std::all_of(value.begin(), value.end(),
+                         [&](const Json& item) { return Allows(schema.at("items"), item); });
+    }
+    if (!value.is_object()) return true;
+    const Json& properties = schema.at("properties");
+    const auto names = value.items();
+    return std::all_of(schema["required"].begin(), schema["required"].end(),
+                       [&](const Json& name) { return value.contains(name.get<std::string>()); }) &&
+           std::all_of(names.begin(), names.end(), [&](const auto& item) {
+             return properties.contains(item.key()) && Allows(properties[item.key()], item.value());
+           });
+  }
+
+  Json root_;
+};
+
+TEST(DialogTest, DescriptionsKeepToTheirSchema) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "log";
+  Tarvo({"--describe", file, "--answer", "press 1; press 1; row 1; press 1; press 1", "eval",
+         "TarvoPopUps ( \"red¶green\" )", "TarvoSetCustomControls ( \"2|3|4|1\" )",
+         "TarvoCustomDialog ( \"4|Choose|OK||||A|B|C|D\" )", kNames,
+         "TarvoFillListBox ( \"one¶two\" )", "TarvoDoListBox ( \"Choose|OK|No\" )",
+         "TarvoAlert ( \"1|a|b|OK\" )"});
+  const Schema schema(std::string(PROJECT_SOURCE_DIR) + "/docs/description.schema.json");
+  std::istringstream lines(ReadAll(file));
+  std::set<std::string> kinds;
+  int count = 0;
+  for (std::string line; std::getline(lines, line); ++count) {
+    Json dialog = Json::parse(line);
+    EXPECT_TRUE(schema.Allows(dialog)) << line;
+    if (dialog["kind"] == "alert") continue;
+    for (const Json& control : dialog["controls"]) kinds.insert(control["kind"]);
+    dialog["controls"][0]["rect"][0] = "5";
+    EXPECT_FALSE(schema.Allows(dialog));
+  }
+  EXPECT_EQ(count, 4);
+  EXPECT_EQ(kinds.size(), 8u);
+}
+
+TEST(DialogTest, FilesMayBeStandardInputAndOutput) {
+  const TemporaryFolder folder;
+  const std::string out = folder.Write("out", "");
+  for (const std::string file : {std::string("-"), out}) {
+    const Ending ending =
+        testing_tools::Run({TARVO_PROGRAM,
+                            {"--record", file, "--answers", "-", "eval", "1", kName, "2"},
+                            "enter 1 Ann\npress 1\n",
+                            {},
+                            out});
+    EXPECT_EQ(ending.errors, "");
+    EXPECT_EQ(ReadAll(out), "1\n# dialog 1: Your name\nenter 1 Ann\npress 1\n1|Ann|||\n2\n")
+        << file;
+    folder.Write("out", "");
+  }
+  EXPECT_EQ(
+      Tarvo({"eval", "-", "$x", "--args-json", folder.Write("j", "{\"x\": \"a\", \"Y\": 2.50}")},
+            "$y\n* 2")
+          .output,
+      "5\na\n");
+}
+
+TEST(DialogTest, OlderPicturesGoAway) {
+  const TemporaryFolder folder;
+  for (const char* name : {"1.png", "07.png", "a1.png", "1.png.txt"}) folder.Write(name, "old");
+  EXPECT_EQ(Tarvo({"--screenshot", folder / "", "eval", "1"}).status, 0);
+  EXPECT_EQ(ReadAll(folder / "1.png") + ReadAll(folder / "07.png"), "");
+  EXPECT_EQ(ReadAll(folder / "a1.png") + ReadAll(folder / "1.png.txt"), "oldold");
+}
+
+// A folder stands where the picture should: the painter cannot write it.
+TEST(DialogTest, APainterThatFailsEndsTheProgram) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directories(folder / "1.png/x");
+  const Ending ending =
+      Tarvo({"--screenshot", folder / "", "--answer", "press 1", "eval", kName, "2"});
+  EXPECT_EQ(ending.status, 1);
+  EXPECT_EQ(ending.output, "");
+  EXPECT_TRUE(Holds(ending.errors, "tarvo: cannot draw ")) << ending.errors;
+}
+
+TEST(DialogTest, TypedLineFeedsAreFileMakersLineBreaks) {
+  const TemporaryFolder folder;
+  const std::string record = folder / "record";
+  const std::string answers = folder.Write("a", "enter 1 a\rb\r\r\npress 1\n");
+  EXPECT_EQ(Tarvo({"--record", record, "--answers", answers, "eval", "--json", kName}).output,
+            "{\"type\": \"text\", \"result\": \"1|a\\rb\\r|||\"}\n");
+  EXPECT_TRUE(Holds(ReadAll(record), "enter 1 a\rb\r\r\n"));
 }
 
 TEST(DialogTest, ARecordingGivesTheSameResultAgain) {

@@ -4,9 +4,13 @@
 #include <regex>
 #include <set>
 
+#include "calculation/evaluator.h"
+#include "calculation/parser.h"
 #include "calculation/unicode.h"
 #include "tests/support/tarvo.h"
 #include "workbench/function_help.h"
+#include "workbench/repl/history_file.h"
+#include "workbench/script.h"
 
 namespace workbench {
 namespace {
@@ -62,6 +66,65 @@ TEST(HelpTest, TheManPageNamesEveryCommandAndOption) {
   EXPECT_GE(LongOptions().size(), 14u);
   EXPECT_EQ(FindAll(page, "\n\\.It Ic ([a-z]+)"), Commands());
   EXPECT_EQ(FindAll(page, "\n\\.It Fl (?:h , )?-([a-z-]+)"), LongOptions());
+}
+
+// "eval calculation", of each command: what help says in capitals and the page in macros.
+TEST(HelpTest, TheManPagesSynopsisIsTheHelps) {
+  const std::string help = Tarvo({"help"}).output;
+  std::string page = ReadAll(std::string(PROJECT_SOURCE_DIR) + "/docs/tarvo.1");
+  page = page.substr(0, page.find(".Sh DESCRIPTION"));
+  page = std::regex_replace(page, std::regex("\n\\.(Op Ar|Ar)"), "");
+  page = std::regex_replace(page, std::regex(" ?\\.\\.\\."), "");
+  std::set<std::string> commands;
+  const std::regex line("\n  ([a-z]+) ([A-Z.\\[\\]]*) ");
+  for (std::sregex_iterator match(help.begin(), help.end(), line), end; match != end; ++match) {
+    std::string command = (*match)[1];
+    for (const char sign : " " + (*match)[2].str()) {
+      if (sign == ' ' || (sign >= 'A' && sign <= 'Z')) command += static_cast<char>(sign | 0x20);
+    }
+    commands.insert(command.substr(0, command.find_last_not_of(' ') + 1));
+  }
+  EXPECT_EQ(FindAll(page, "\n\\.Ic ([^\n]+)"), commands);
+}
+
+TEST(HelpTest, TheManPageNamesEveryStatus) {
+  const std::string page = ReadAll(std::string(PROJECT_SOURCE_DIR) + "/docs/tarvo.1");
+  const std::string dialog = "TarvoDialog ( \"0|a|b|c|d|e\" )";
+  std::set<std::string> statuses{"130"};  // see InterruptionTest
+  for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+           {"eval", "1"},
+           {"eval", "1+"},
+           {"sing"},
+           {"--plugin", "/none", "info"},
+           {"--display", "scripted", "eval", dialog},
+           {"eval", dialog},
+           {"--button-status", "--answer", "escape", "eval", "TarvoAllowEscape ( 1 )", dialog},
+           {"--button-status", "--answer", "press 1", "eval", dialog},
+           {"--button-status", "--answer", "press 2", "eval", dialog},
+           {"--button-status", "--answer", "press 3", "eval", dialog},
+           {"--button-status", "--answer", "press 4", "eval", dialog}}) {
+    statuses.insert(std::to_string(Tarvo(words).status));
+  }
+  const std::string section = page.substr(page.find(".Sh EXIT STATUS"));
+  EXPECT_EQ(FindAll(section, "\n\\.It (?:\\d+ , )*(\\d+)").size(), 8u);
+  EXPECT_EQ(FindAll(std::regex_replace(section, std::regex(" , "), "\n.It "), "\n\\.It (\\d+)"),
+            statuses);
+}
+
+TEST(HelpTest, TheManPageNamesEveryCheckAndLimit) {
+  const std::string page = ReadAll(std::string(PROJECT_SOURCE_DIR) + "/docs/tarvo.1");
+  std::set<std::string> checks;
+  std::istringstream names(Tarvo({"check", "--list"}).output);
+  for (std::string name; std::getline(names, name);) checks.insert(name.substr(name.find('/') + 1));
+  const std::size_t start = page.find(".Ss CHECKS");
+  EXPECT_EQ(FindAll(page.substr(start, page.find(".Sh LIMITS") - start), "\n\\.Li ([^ \n]+)"),
+            checks);
+  for (const long limit : {static_cast<long>(calculation::kLongestText),
+                           static_cast<long>(calculation::Parser::kDeepestNesting),
+                           calculation::Evaluator::kMostRounds, ScriptRunner::kMostRounds,
+                           static_cast<long>(HistoryFile::kLongest)}) {
+    EXPECT_TRUE(Holds(page.substr(page.find(".Sh LIMITS")), " " + std::to_string(limit))) << limit;
+  }
 }
 
 TEST(HelpTest, TheManPageNamesEveryAnswer) {

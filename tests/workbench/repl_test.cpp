@@ -150,6 +150,38 @@ TEST_F(SessionTest, ALostDisplayIsReportedAndTheSessionGoesOn) {
   Leave(terminal);
 }
 
+TEST_F(SessionTest, CommandsAreObeyed) {
+  std::filesystem::create_directories(folder_ / "config/tarvo");
+  folder_.Write("config/tarvo/init", "Set Variable [ $x ; 40 ]\n\"ready\"\n");
+  const std::string script = folder_.Write("script", "Set Variable [ $x ; $x + 1 ]\n$x & \"!\"\n");
+  std::vector<std::string> environment = Environment();
+  environment.push_back("XDG_CONFIG_HOME=" + (folder_ / "config"));
+  Terminal terminal({"repl"}, environment);
+  const std::string entries[][2] = {{".read " + script, "\r\n41!"},
+                                    {".read /none", "cannot read /none"},
+                                    {"HELP left", "the first characters"},
+                                    {".timer\n$x & \"?\"", "\r\n41?\r\n0.0"}};
+  terminal.Expect("ready\r\n");
+  for (const auto& [entry, shown] : entries) {
+    terminal.Expect("tarvo> ");
+    terminal.Type(entry + "\n");
+    terminal.Expect(shown);
+  }
+  terminal.Expect("tarvo> ");
+  terminal.Type("Quit\n");
+  EXPECT_EQ(terminal.Status(), 0);
+  EXPECT_EQ(Tarvo({"repl"}, "1\nexit\n2\n").output, "1\n");
+}
+
+TEST_F(SessionTest, WhatIsPastedIsOneEntry) {
+  Terminal terminal({"repl"}, Environment());
+  terminal.Expect("tarvo> ");
+  terminal.Type("Set Variable [ $x ; 1 ]\n$x & \"a\"\n$x & \"b\"\n");
+  terminal.Expect("\r\n1a\r\n1b\r\n");
+  Leave(terminal);
+  EXPECT_EQ(History(), "Set Variable [ $x ; 1 ]\\n$x & \"a\"\\n$x & \"b\"\n");
+}
+
 TEST_F(SessionTest, LinesGoOnWhileSomethingIsOpen) {
   Terminal terminal({"repl"}, Environment());
   terminal.Expect("tarvo> ");

@@ -340,6 +340,7 @@ TEST(BundleTest, WhatAPluginDoesWrongIsStatus1) {
       {"oddsecond ( 1 ; 2 )", "0\n2\n", "the plug-in threw while it was shut down: will not go\n"},
       {"OddSecond ( 1 )", "0\n", "OddSecond expects 2 parameters, not 1: OddSecond"},
   };
+  EXPECT_EQ(Tarvo({"--plugin", odd, "run", "-"}, "1\n").status, 1) << "it throws at its end";
   for (const auto& [calculation, output, message] : cases) {
     const Ending ending = Tarvo({"--plugin", odd, "eval", "0", calculation});
     EXPECT_EQ(ending.status, 1) << calculation;

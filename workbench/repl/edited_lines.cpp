@@ -1,6 +1,8 @@
 #include "workbench/repl/edited_lines.h"
 
 #include <dlfcn.h>
+#include <poll.h>
+#include <unistd.h>
 
 #include <string_view>
 #include <utility>
@@ -42,6 +44,11 @@ Lines::Line EditedLines::Next(bool continues) {
   Line line = module_.next(*editor_, continues ? kContinuation : kPrompt);
   if (auto text = FromUser(line.text)) line.text = std::move(*text);
   return line;
+}
+
+bool EditedLines::HasMore() const {
+  pollfd waiting{STDIN_FILENO, POLLIN, 0};
+  return poll(&waiting, 1, 0) > 0;
 }
 
 void EditedLines::Remember(const std::string& entry) {

@@ -17,6 +17,7 @@ class EditedLines : public Lines {
   explicit EditedLines(const Candidates& candidates);
 
   Line Next(bool continues) override;
+  bool HasMore() const override;
   void Remember(const std::string& entry) override;
 
  private:

@@ -26,6 +26,9 @@ class Lines {
   // `continues`: the line goes on with what was entered before.
   virtual Line Next(bool continues) = 0;
 
+  // Whether more has come already, as when several lines are pasted.
+  virtual bool HasMore() const { return false; }
+
   // Keeps what was entered, with all its lines, for the user to have again.
   virtual void Remember(const std::string& entry) = 0;
 };

@@ -3,7 +3,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -11,6 +14,7 @@
 
 #include "calculation/built_ins.h"
 #include "workbench/failure.h"
+#include "workbench/files.h"
 #include "workbench/function_help.h"
 #include "workbench/interruption.h"
 #include "workbench/output.h"
@@ -31,19 +35,45 @@ constexpr const char* kHelp =
 It takes several lines while brackets, quotes or blocks are open or an operator ends a line.
 
   help FUNCTION  explains a function
+  .read FILE     runs a script
+  .timer         tells how long each entry takes, or no longer
+  exit, quit     leave, as Control-D does
   Tab            completes the name of a function or a variable
   Up, Control-R  go back to what was entered before
-  Control-C      gives up what was entered so far
+  Control-C      gives up what was entered so far, or stops what runs
   Control-D      leaves
 
 Functions:
 )";
 
-bool IsHelp(const std::string& line) {
+// What is said to the session itself: a word, in small letters, and what follows it.
+struct Command {
+  std::string word;
+  std::string operand;
+};
+
+Command CommandIn(const std::string& line) {
   std::istringstream words(line);
-  std::string help, name, more;
-  words >> help >> name >> more;
-  return help == "help" && (more.empty() || (name == "Get" && more == "("));
+  Command command;
+  words >> command.word >> std::ws;
+  std::getline(words, command.operand);
+  command.operand.erase(command.operand.find_last_not_of(" \t\r") + 1);
+  std::transform(command.word.begin(), command.word.end(), command.word.begin(),
+                 [](unsigned char sign) { return static_cast<char>(std::tolower(sign)); });
+  return command;
+}
+
+// Of one word, but for "Get ( NAME )".
+bool IsName(const std::string& text) {
+  return text.find_first_of(" \t") == std::string::npos || text.starts_with("Get (");
+}
+
+// The user's script that every session at the terminal begins with; empty if there is no place.
+std::string InitFile() {
+  const char* const config = std::getenv("XDG_CONFIG_HOME");
+  if (config && *config == '/') return std::string(config) + "/tarvo/init";
+  const char* const home = std::getenv("HOME");
+  return home && *home == '/' ? std::string(home) + "/.config/tarvo/init" : "";
 }
 
 std::string SessionHelp(const PluginFunctions& functions) {
@@ -62,7 +92,10 @@ class Repl {
  private:
   void Take(const std::string& line);
   void Reporting(const std::function<void()>& work);
-  void PrintHelp(const std::string& line) const;
+  bool Obey(const Command& command);
+  void ReadScript(const std::string& path);
+  void RunEntry();
+  void PrintHelp(const std::string& name) const;
 
   // The lines that belong together, so far.
   struct Entry {
@@ -78,6 +111,9 @@ class Repl {
   Session session_;
   std::unique_ptr<Lines> lines_;
   std::unique_ptr<Entry> entry_;
+  bool is_whole_ = false;  // the entry, but more of it may have been pasted
+  bool has_timer_ = false;
+  bool is_left_ = false;
   std::size_t next_line_ = 1;  // its number, counted from the session's start
 };
 
@@ -91,7 +127,10 @@ Repl::Repl(const Options& options, bool at_terminal)
 }
 
 void Repl::Run() {
-  while (true) {
+  if (at_terminal_ && access(InitFile().c_str(), R_OK) == 0) {
+    Reporting([&] { ReadScript(InitFile()); });
+  }
+  while (!is_left_) {
     if (at_terminal_) ForgetInterruption();
     const Lines::Line line = lines_->Next(entry_ != nullptr);
     if (line.kind == Lines::Line::Kind::kEnd) break;
@@ -101,30 +140,54 @@ void Repl::Run() {
       entry_.reset();
     }
   }
-  // Reports a block or bracket that was left open.
-  if (!at_terminal_ && entry_) session_.Run(entry_->source, entry_->reader);
+  // Reports a block or bracket that was left open, but a user who leaves knows of it.
+  if (entry_ && (is_whole_ || !at_terminal_)) Reporting([&] { RunEntry(); });
   session_.End();
 }
 
-// A line that is a whole entry, or the next part of one.
+// A line that is a whole entry, or the next part of one. What is pasted is one entry.
 void Repl::Take(const std::string& line) {
-  if (!entry_ && IsHelp(line)) {
-    ++next_line_;
-    lines_->Remember(line);
-    return PrintHelp(line);
-  }
+  const std::size_t number = next_line_++;
+  if (!entry_ && Obey(CommandIn(line))) return lines_->Remember(line);
   if (!entry_) {
     entry_ = std::make_unique<Entry>(at_terminal_ ? "" : "standard input",
-                                     at_terminal_ ? 1 : next_line_, session_);
+                                     at_terminal_ ? 1 : number, session_);
   }
-  ++next_line_;
   entry_->lines += line + "\n";
   entry_->source.Append(line + "\n");
-  if (!entry_->reader.ReadAhead()) return;
+  is_whole_ = entry_->reader.ReadAhead();
+  if (is_whole_ && !lines_->HasMore()) RunEntry();
+}
+
+void Repl::RunEntry() {
   const std::unique_ptr<Entry> entry = std::move(entry_);
   entry->lines.pop_back();
   if (!entry->lines.empty()) lines_->Remember(entry->lines);
+  const auto start = std::chrono::steady_clock::now();
   session_.Run(entry->source, entry->reader);
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+  if (has_timer_) std::fprintf(stderr, "%.3f s\n", time.count());
+}
+
+// False if it is no command.
+bool Repl::Obey(const Command& command) {
+  if (command.word == "help" && IsName(command.operand)) {
+    PrintHelp(command.operand);
+  } else if ((command.word == "exit" || command.word == "quit") && command.operand.empty()) {
+    is_left_ = true;
+  } else if (command.word == ".read" && !command.operand.empty()) {
+    ReadScript(command.operand);
+  } else if (command.word == ".timer" && command.operand.empty()) {
+    has_timer_ = !has_timer_;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void Repl::ReadScript(const std::string& path) {
+  const std::string bytes = ReadFile(path);
+  session_.Run(calculation::Source(path, FromUser(bytes).value_or(bytes)));
 }
 
 // Does `work`. At a terminal, errors are reported and the session goes on.
@@ -138,13 +201,8 @@ void Repl::Reporting(const std::function<void()>& work) {
   }
 }
 
-// "help FUNCTION", or "help" alone.
-void Repl::PrintHelp(const std::string& line) const {
-  std::istringstream words(line);
-  std::string help, name;
-  words >> help >> std::ws;
-  std::getline(words, name);
-  name.erase(name.find_last_not_of(" \t\r") + 1);
+// On a function, or on all of them.
+void Repl::PrintHelp(const std::string& name) const {
   const PluginFunctions& functions = session_.functions();
   Print(name.empty() ? SessionHelp(functions) : HelpOnFunction(name, functions.functions()));
 }
