@@ -119,7 +119,7 @@ TEST(CommandLineTest, HelpExplainsWhateverHasAName) {
            {"ScreenWidth", "Get ( ScreenWidth )\n"},
            {"enter", "enter N TEXT\n  the content of field N"},
            {"string-128", "string-128\n  String 128, the plug-in's name"},
-           {"Any/items", "a text with items on several lines"},
+           {"Any/items", "Here it is passed a text with items on several"},
            {"GetField", "GetField: FileMaker has this"}}) {
     const Ending ending = Tarvo({"help", name});
     EXPECT_EQ(ending.status, 0) << name;
@@ -178,10 +178,11 @@ TEST(CommandLineTest, StandardOutputThatCannotBeWrittenIsStatus1) {
 }
 
 TEST(CommandLineTest, StandardInputThatCannotBeReadIsStatus2) {
-  for (const std::string words : {"run -", "repl", "eval -", "--answers - eval 1"}) {
-    for (const std::string from : {"<&-", "</"}) {
+  for (const std::string& words :
+       std::vector<std::string>{"run -", "repl", "eval -", "--answers - eval 1"}) {
+    for (const std::string& from : std::vector<std::string>{"<&-", "</"}) {
       const Ending ending =
-          testing_tools::Run({"/bin/sh", {"-c", TARVO_PROGRAM + (" " + words + from)}});
+          testing_tools::Run({"/bin/sh", {"-c", TARVO_PROGRAM + (" " + words + " " + from)}});
       EXPECT_EQ(ending.status, 2) << words;
       EXPECT_TRUE(ending.errors.starts_with("tarvo: cannot read standard input: "))
           << ending.errors;

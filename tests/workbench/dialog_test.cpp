@@ -177,7 +177,7 @@ TEST(DialogTest, DescriptionsKeepToTheirSchema) {
 TEST(DialogTest, FilesMayBeStandardInputAndOutput) {
   const TemporaryFolder folder;
   const std::string out = folder.Write("out", "");
-  for (const std::string file : {std::string("-"), out}) {
+  for (const std::string& file : {std::string("-"), out}) {
     const Ending ending =
         testing_tools::Run({TARVO_PROGRAM,
                             {"--record", file, "--answers", "-", "eval", "1", kName, "2"},

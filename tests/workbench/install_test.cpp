@@ -48,7 +48,8 @@ TEST_F(InstallTest, WhatUsersReadIsThere) {
   for (const char* file :
        {"/share/man/man1/tarvo.1", "/share/bash-completion/completions/tarvo",
         "/share/doc/tarvo/README.md", "/share/doc/tarvo/docs/functions.md",
-        "/share/doc/tarvo/examples/list.tarvo",
+        "/share/doc/tarvo/docs/pictures/standard-dialog.png",
+        "/share/doc/tarvo/docs/description.schema.json", "/share/doc/tarvo/examples/list.tarvo",
         "/lib/tarvo/Quenlix.fmplugin/Contents/Resources/en.lproj/Quenlix.strings"}) {
     EXPECT_NE(ReadAll(root_ + file), "") << file;
   }
