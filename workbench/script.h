@@ -113,6 +113,7 @@ class ScriptReader {
   std::optional<calculation::Unfinished> unclosed_;  // text, comment or name that it ended in
   std::size_t looked_at_ = 0;  // how much of the text is known not to close it
   bool more_may_follow_ = false;
+  bool needs_more_ = false;                  // to read on
   std::deque<Step> ready_;                   // that were read ahead
   std::optional<calculation::Error> error_;  // behind them
 };

@@ -98,12 +98,15 @@ std::optional<Step> ScriptReader::Next() {
   }
   if (error_) throw Error(*error_);
   more_may_follow_ = false;
+  needs_more_ = false;
   return ReadNext();
 }
 
 bool ScriptReader::ReadAhead() {
   if (error_) return true;
+  if (IsStillOpen()) return false;
   more_may_follow_ = true;
+  needs_more_ = false;
   try {
     while (std::optional<Step> step = ReadNext()) ready_.push_back(std::move(*step));
   } catch (const Unfinished&) {
@@ -111,7 +114,7 @@ bool ScriptReader::ReadAhead() {
   } catch (const Error& error) {  // nothing more can mend it
     error_ = error;
   }
-  return true;
+  return !needs_more_;
 }
 
 std::optional<Step> ScriptReader::ReadNext() {
@@ -121,7 +124,8 @@ std::optional<Step> ScriptReader::ReadNext() {
     if (open_.empty()) return step;
     open_.back().step.branches.back().steps.push_back(std::move(*step));
   }
-  if (open_.empty()) return std::nullopt;
+  if (open_.empty() || needs_more_) return std::nullopt;
+  if (more_may_follow_) return needs_more_ = true, std::nullopt;
   const Step& block = open_.back().step;
   throw Unfinished(block.place, "this block has no end; expected " + ExpectedIn(block));
 }
@@ -214,14 +218,14 @@ bool ScriptReader::IsStillOpen() {
     while (text_[at - escapes - 1] == u'\\') ++escapes;
     if (closing == u'"' ? escapes % 2 == 0 : closing != u'/' || text_[at - 1] == u'*') break;
   }
-  return at >= text_.size();
+  if (at < text_.size()) unclosed_.reset();
+  return unclosed_.has_value();
 }
 
 // Reads the statement to its end.
 void ScriptReader::ReadOn() {
   if (IsStillOpen()) throw Unfinished(*unclosed_);
   const std::u16string_view text = text_;
-  unclosed_.reset();
   try {
     if (position_ == 0) SkipName();
     if (statement_.tokens.empty() && !SkipToStep()) return;
@@ -239,9 +243,8 @@ void ScriptReader::ReadOn() {
 std::optional<ScriptReader::Line> ScriptReader::NextLine() {
   ReadOn();
   if (statement_.tokens.empty()) return std::nullopt;
-  if (more_may_follow_ && !statement_.IsClosed()) {
-    throw Unfinished(PlaceOf(statement_.tokens), "this step has no end");
-  }
+  needs_more_ = more_may_follow_ && !statement_.IsClosed();
+  if (needs_more_) return std::nullopt;
   std::vector<Token> tokens = std::move(std::exchange(statement_, {}).tokens);
   const Span place = PlaceOf(tokens);
   calculation::AppendEnd(tokens);
