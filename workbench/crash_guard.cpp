@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "workbench/failure.h"
 
@@ -60,7 +61,7 @@ void InstallHandlers() {
 
 }  // namespace
 
-CrashGuard::CrashGuard(const std::string& what) : what_(what), outer_(guarded) {
+CrashGuard::CrashGuard(std::string what) : what_(std::move(what)), outer_(guarded) {
   static const bool installed = (InstallHandlers(), true);
   (void)installed;
   guarded = what_.c_str();

@@ -11,7 +11,7 @@ class CrashGuard {
  public:
   // `what` is told before what happened, as in "X.fmplugin: the module crashed while it was
   // loaded".
-  explicit CrashGuard(const std::string& what);
+  explicit CrashGuard(std::string what);
   CrashGuard(const CrashGuard&) = delete;
   CrashGuard& operator=(const CrashGuard&) = delete;
   ~CrashGuard();

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -173,10 +174,10 @@ INSTANTIATE_TEST_SUITE_P(, BrokenPlugin, testing::ValuesIn(Faults()), [](const a
 });
 
 TEST(Check, NamesEveryExportTooMuch) {
-  EXPECT_TRUE(Holds(OutputOf({.bundles = {BundleOf("extra", BROKEN_PLUGIN_WITH_EXTRA_EXPORT)},
-                              .only = {"exports"}},
-                             Status::kWrong),
-                    " alone, got Extra Weak\n"));
+  const std::string output = OutputOf(
+      {.bundles = {BundleOf("extra", BROKEN_PLUGIN_WITH_EXTRA_EXPORT)}, .only = {"exports"}},
+      Status::kWrong);
+  for (const char* name : {" Extra", " Weak"}) EXPECT_TRUE(Holds(output, name)) << output;
 }
 
 TEST(Check, PassesQuenlix) {
@@ -268,8 +269,16 @@ TEST(Check, ShowsWhatIsWrittenToStandardError) {
   const std::string errors = results[0]["errors"];
   EXPECT_GT(results[0]["seconds"], 0);
   ASSERT_TRUE(errors.starts_with("started ")) << errors;
-  const std::string stat = ReadAll("/proc/" + errors.substr(8, errors.find('\n') - 8) + "/stat");
-  EXPECT_TRUE(stat.empty() || Holds(stat, ") Z ")) << stat;
+  const std::string file = "/proc/" + errors.substr(8, errors.find('\n') - 8) + "/stat";
+  const auto is_alive = [&] {
+    const std::string stat = ReadAll(file);
+    return !stat.empty() && !Holds(stat, ") Z ");
+  };
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (is_alive() && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  EXPECT_FALSE(is_alive());
   EXPECT_TRUE(Holds(
       OutputOf({.bundles = {BundleOf("starts-a-process")}, .only = {"Plain/empty"}}, Status::kDone),
       "passed     Plain/empty\n           | started "));

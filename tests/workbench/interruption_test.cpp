@@ -5,7 +5,6 @@
 namespace workbench {
 namespace {
 
-constexpr const char* kControlC = "\x03";
 constexpr const char* kEndless = "While ( i = 0 ; 1 ; i = Mod ( i + 1 ; 1000 ) ; \"\" )";
 
 // Sorts for seconds within one call.

@@ -7,7 +7,6 @@
 namespace workbench {
 namespace {
 
-constexpr const char* kControlC = "\x03";
 constexpr const char* kControlD = "\x04";
 constexpr const char* kUp = "\x10";
 

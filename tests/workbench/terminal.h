@@ -9,6 +9,8 @@
 
 namespace workbench {
 
+inline constexpr const char* kControlC = "\x03";
+
 class Terminal {
  public:
   // Runs the program in a terminal. `environment` goes with it as NAME=VALUE.

@@ -111,7 +111,7 @@ std::string WhyNoModule(const std::filesystem::path& path) {
   if (!std::filesystem::is_regular_file(path, error)) return "is no file";
   Records file(path);
   const auto headers = file.Read<Header>(0, 1);
-  const std::string kind = "is no module for this machine";
+  const char* const kind = "is no module for this machine";
   if (headers.empty()) return kind;
   const Header& header = headers.front();
   if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || !IsForThisMachine(header) ||
@@ -119,7 +119,7 @@ std::string WhyNoModule(const std::filesystem::path& path) {
     return kind;
   }
   const auto segments = file.Read<Segment>(header.e_phoff, header.e_phnum);
-  const std::string cut = "is not whole: it ends early, or its parts are damaged";
+  const char* const cut = "is not whole: it ends early, or its parts are damaged";
   const bool has_sections =
       header.e_shoff == 0 || !file.Read<ElfW(Shdr)>(header.e_shoff, header.e_shnum).empty();
   if (segments.empty() || !has_sections || !AreWhole(segments, file.size())) return cut;

@@ -23,7 +23,7 @@ std::string OneLine(std::string text) {
 }
 
 // Each line behind a bar.
-std::string Quoted(std::string_view text) {
+std::string Barred(std::string_view text) {
   std::string quoted;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -109,7 +109,7 @@ void Report::PrintLine(const std::string& check, const Result& result) const {
   line.resize(sizeof "timed out" + 1, ' ');
   line += check;
   if (!result.message.empty()) line += ": " + result.message;
-  print_(OneLine(line) + "\n" + Quoted(result.errors));
+  print_(OneLine(line) + "\n" + Barred(result.errors));
 }
 
 // One entry a line.
@@ -131,12 +131,13 @@ std::string Report::AsJUnit() const {
     cases += XmlOf(bundle, check, result);
     seconds += result.seconds;
   }
-  const std::string counts =
-      " name=\"tarvo check\" tests=\"" + std::to_string(entries_.size()) + "\" failures=\"" +
-      std::to_string(Count(Verdict::kFailed)) + "\" errors=\"" +
-      std::to_string(Count(Verdict::kCrashed) + Count(Verdict::kTimedOut)) + "\" skipped=\"" +
-      std::to_string(Count(Verdict::kSkipped)) + "\" time=\"" + Seconds(seconds) + "\">\n";
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n  <testsuite" + counts + cases +
+  const std::string counts = R"( tests=")" + std::to_string(entries_.size()) + R"(" failures=")" +
+                             std::to_string(Count(Verdict::kFailed)) + R"(" errors=")" +
+                             std::to_string(Count(Verdict::kCrashed) + Count(Verdict::kTimedOut)) +
+                             R"(" skipped=")" + std::to_string(Count(Verdict::kSkipped)) +
+                             R"(" time=")" + Seconds(seconds) + "\">\n";
+  return R"(<?xml version="1.0" encoding="UTF-8"?>)" +
+         std::string("\n<testsuites>\n  <testsuite name=\"tarvo check\"") + counts + cases +
          "  </testsuite>\n</testsuites>\n";
 }
 
