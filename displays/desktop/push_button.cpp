@@ -58,7 +58,7 @@ void PushButton::keyPressEvent(QKeyEvent* event) {
   const int side = key == Qt::Key_Left ? -1 : 1;
   QWidget* nearest = this;
   int least = std::numeric_limits<int>::max();
-  for (auto* button : parentWidget()->findChildren<PushButton*>(Qt::FindDirectChildrenOnly)) {
+  for (auto* button : parentWidget()->findChildren<QPushButton*>(Qt::FindDirectChildrenOnly)) {
     const int distance = (button->x() - x()) * side;
     if (distance <= 0 || distance >= least || !button->isEnabled() || button->isHidden()) continue;
     nearest = button;
