@@ -3,7 +3,7 @@
 _tarvo_commands='eval run repl functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
   --answers --answer --describe --screenshot --record --record-passwords
-  --passwords --strict --only --exclude --timeout --list --explain --failed --in-process --junit
+  --record-numbers --passwords --strict --only --exclude --timeout --list --explain --failed --in-process --junit
   --arg --args-json --fields --button-status'
 
 # The command among the words before the cursor; nothing if there is none yet.

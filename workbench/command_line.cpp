@@ -169,6 +169,7 @@ void AddOptionsOfLives(CLI::App& app, Options& options, Words& words) {
   app.add_option("--record", options.record, "write what the user did, as answers")
       ->type_name("FILE");
   app.add_flag("--record-passwords", options.record_passwords, "record passwords as they are");
+  app.add_flag("--record-numbers", options.record_numbers, "record numbers in place of names");
 }
 
 void AddOptionsOfCalculations(CLI::App& app, Options& options, Words& words) {

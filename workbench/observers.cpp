@@ -8,6 +8,7 @@
 #include "displays/protocol/display_json.h"
 #include "displays/scripted/answers.h"
 #include "displays/scripted/dialog_name.h"
+#include "displays/scripted/names.h"
 #include "workbench/child_program.h"
 #include "workbench/failure.h"
 
@@ -25,13 +26,15 @@ void DescriptionLog::Opened(const display::Description& dialog) {
 }
 
 void Recording::Opened(const display::Description& dialog) {
+  dialog_ = dialog;
   file_.Write(display::FormatDialogLine(++count_, display::FullNameOf(dialog)));
 }
 
 void Recording::Acted(const display::Action& action, bool secret) {
   display::Action written = action;
   if (secret && !with_passwords_) written.text = kPasswordPlaceholder;
-  file_.Write(display::FormatAnswer(written));
+  const auto names = by_number_ ? display::Names() : display::NamesFor(action, dialog_);
+  file_.Write(display::FormatAnswer(written, names));
 }
 
 Screenshots::Screenshots(const std::string& folder) : folder_(folder) {

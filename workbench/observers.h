@@ -20,12 +20,14 @@ class DescriptionLog : public Observer {
   LineFile file_;
 };
 
-// Writes the user's actions as a script of answers, which gives the same results again.
+// Writes the user's actions as a script of answers, which gives the same results again, also if
+// buttons, fields or lines have changed their places: it calls them by their names.
 class Recording : public Observer {
  public:
-  // Without `with_passwords` a placeholder stands for what was entered into a password field.
-  Recording(const std::string& path, bool with_passwords)
-      : file_(path), with_passwords_(with_passwords) {}
+  // Without `with_passwords` a placeholder stands for what was entered into a password field. With
+  // `by_number` no names are written.
+  Recording(const std::string& path, bool with_passwords, bool by_number)
+      : file_(path), with_passwords_(with_passwords), by_number_(by_number) {}
 
   void Opened(const display::Description& dialog) override;
   void Acted(const display::Action& action, bool secret) override;
@@ -33,6 +35,8 @@ class Recording : public Observer {
  private:
   LineFile file_;
   bool with_passwords_;
+  bool by_number_;
+  display::Description dialog_;  // as it opened
   int count_ = 0;
 };
 

@@ -24,6 +24,7 @@ struct Options {
   std::optional<std::string> screenshot;
   std::optional<std::string> record;
   bool record_passwords = false;
+  bool record_numbers = false;           // in place of names
   std::optional<std::string> passwords;  // a file with those that recordings do not hold
   bool strict = false;                   // answers that do not fit are an error
 

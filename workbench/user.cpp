@@ -72,7 +72,8 @@ std::vector<std::unique_ptr<Observer>> MakeObservers(const Options& options) {
   if (options.describe) observers.push_back(std::make_unique<DescriptionLog>(*options.describe));
   if (options.screenshot) observers.push_back(std::make_unique<Screenshots>(*options.screenshot));
   if (options.record) {
-    observers.push_back(std::make_unique<Recording>(*options.record, options.record_passwords));
+    observers.push_back(std::make_unique<Recording>(*options.record, options.record_passwords,
+                                                    options.record_numbers));
   }
   return observers;
 }

@@ -86,10 +86,53 @@ std::string TakeText(std::string_view& rest) {
   return std::string(std::exchange(rest, {}));
 }
 
+// The content of the text in double quotes that comes next; nothing if none does, or if it has no
+// end.
+std::optional<std::string> TakeQuoted(std::string_view& rest) {
+  if (!rest.starts_with('"')) return std::nullopt;
+  std::string text;
+  for (std::size_t i = 1; i < rest.size(); ++i) {
+    if (rest[i] == '"') {
+      rest.remove_prefix(i + 1);
+      return text;
+    }
+    if (rest[i] == '\\' && ++i == rest.size()) break;
+    text += rest[i];
+  }
+  return std::nullopt;
+}
+
+bool IsLetter(char sign) {
+  return (sign >= 'A' && sign <= 'Z') || (sign >= 'a' && sign <= 'z') || sign == '_' ||
+         static_cast<unsigned char>(sign) >= 0x80;
+}
+
+// Whether the name reads as itself without quotes.
+bool IsPlainWord(std::string_view name) {
+  return !name.empty() && std::all_of(name.begin(), name.end(), IsLetter);
+}
+
 bool TakeInto(int& target, std::string_view& rest) {
   const std::optional<int> number = TakeNumber(rest);
   if (number) target = *number;
   return number.has_value();
+}
+
+enum class Quotes { kNeeded, kMayBeLeftOut };
+
+// A number, or a name in its place.
+bool TakeInto(int& target, std::optional<std::string>& name, Quotes quotes,
+              std::string_view& rest) {
+  SkipBlanks(rest);
+  if (rest.starts_with('"')) {
+    name = TakeQuoted(rest);
+    return name && (rest.empty() || rest.front() == ' ' || rest.front() == '\t');
+  }
+  if (quotes == Quotes::kNeeded || rest.empty() || !IsLetter(rest.front())) {
+    return TakeInto(target, rest);
+  }
+  name = std::string(TakeWord(rest));
+  return true;
 }
 
 // The x of a row may be left out.
@@ -99,10 +142,18 @@ bool TakeX(int& x, std::string_view& rest) {
   return rest.empty() || TakeInto(x, rest);
 }
 
-bool TakeArguments(Shape shape, std::string_view& rest, Action& action) {
-  if (HasNumber(shape) && !TakeInto(action.number, rest)) return false;
+Quotes QuotesOf(Shape shape) {
+  return shape == Shape::kNumberAndX ? Quotes::kNeeded : Quotes::kMayBeLeftOut;
+}
+
+bool TakeArguments(Shape shape, std::string_view& rest, Action& action, Names& names) {
+  if (HasNumber(shape) && !TakeInto(action.number, names.number, QuotesOf(shape), rest)) {
+    return false;
+  }
   if (HasText(shape)) action.text = TakeText(rest);
-  if (shape == Shape::kNumberAndItem) return TakeInto(action.item, rest);
+  if (shape == Shape::kNumberAndItem) {
+    return TakeInto(action.item, names.item, Quotes::kNeeded, rest);
+  }
   return shape != Shape::kNumberAndX || TakeX(action.x, rest);
 }
 
@@ -114,7 +165,7 @@ std::string AllUsages() {
   return usages;
 }
 
-Action ParseAction(std::string_view text, int line) {
+Answer ParseAnswer(std::string_view text, int line) {
   std::string_view rest = text;
   const std::string_view word = TakeWord(rest);
   const auto form = std::find_if(kForms.begin(), kForms.end(),
@@ -123,15 +174,18 @@ Action ParseAction(std::string_view text, int line) {
     throw AnswerError(line,
                       "\"" + std::string(text) + "\" is no answer; expected one of " + AllUsages());
   }
-  Action action;
-  action.kind = form->kind;
-  const bool complete = TakeArguments(form->shape, rest, action);
+  Answer answer;
+  answer.action.kind = form->kind;
+  const bool complete = TakeArguments(form->shape, rest, answer.action, answer.names);
   SkipBlanks(rest);
   if (!complete || !rest.empty()) {
     throw AnswerError(line, "\"" + std::string(text) + "\": expected \"" +
-                                std::string(form->usage) + "\" with whole numbers");
+                                std::string(form->usage) +
+                                "\" with whole numbers, or names in double quotes");
   }
-  return action;
+  answer.text = text;
+  answer.line = line;
+  return answer;
 }
 
 // Calls `take` with each piece between the separators and its number, from 1.
@@ -169,10 +223,24 @@ std::vector<Answer> ParsePieces(std::string_view text, char separator, const std
       dialog = std::move(*name);
     }
     if (piece.empty() || piece.starts_with('#')) return;
-    answers.push_back(
-        {ParseAction(piece, number), source, number, std::string(piece), dialog_line, dialog});
+    Answer& answer = answers.emplace_back(ParseAnswer(piece, number));
+    answer.source = source;
+    answer.dialog_line = dialog_line;
+    answer.dialog = dialog;
   });
   return answers;
+}
+
+// The name, in quotes unless they can be left out, or else the number.
+std::string FormatNumber(int number, const std::optional<std::string>& name, Quotes quotes) {
+  if (!name) return std::to_string(number);
+  if (quotes == Quotes::kMayBeLeftOut && IsPlainWord(*name)) return *name;
+  std::string quoted = "\"";
+  for (const char sign : *name) {
+    if (sign == '"' || sign == '\\') quoted += '\\';
+    quoted += sign;
+  }
+  return quoted + "\"";
 }
 
 }  // namespace
@@ -196,13 +264,17 @@ std::string FormatDialogLine(int number, const std::string& name) {
   return std::string(kDialogLine) + std::to_string(number) + (name.empty() ? "" : ": " + name);
 }
 
-std::string FormatAnswer(const Action& action) {
+std::string FormatAnswer(const Action& action, const Names& names) {
   const auto form = std::find_if(kForms.begin(), kForms.end(), [&action](const Form& known) {
     return known.kind == action.kind;
   });
   std::string line(form->word);
-  if (HasNumber(form->shape)) line += " " + std::to_string(action.number);
-  if (form->shape == Shape::kNumberAndItem) line += " " + std::to_string(action.item);
+  if (HasNumber(form->shape)) {
+    line += " " + FormatNumber(action.number, names.number, QuotesOf(form->shape));
+  }
+  if (form->shape == Shape::kNumberAndItem) {
+    line += " " + FormatNumber(action.item, names.item, Quotes::kNeeded);
+  }
   if (form->shape == Shape::kNumberAndX && action.x != kRowMiddle) {
     line += " " + std::to_string(action.x);
   }

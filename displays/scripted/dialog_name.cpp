@@ -21,13 +21,13 @@ std::string CaptionOf(const Window& window) { return window.title; }
 
 std::string CaptionOf(const Alert& alert) { return alert.message; }
 
+}  // namespace
+
 std::string OnOneLine(std::string text) {
   std::replace_if(
       text.begin(), text.end(), [](char sign) { return sign == '\r' || sign == '\n'; }, ' ');
   return text;
 }
-
-}  // namespace
 
 std::string NameOf(const Description& dialog) {
   return std::visit(

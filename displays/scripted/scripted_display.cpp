@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "displays/scripted/dialog_name.h"
+#include "displays/scripted/names.h"
 
 namespace display {
 namespace {
@@ -29,6 +30,7 @@ std::string ScriptedDisplay::LeftOver() const {
 Rect ScriptedDisplay::MainScreen() { return {0, 0, 1080, 1920}; }
 
 bool ScriptedDisplay::Open(const Description& dialog) {
+  dialog_ = dialog;
   caption_ = NameOf(dialog);
   if (next_ < answers_.size() && answers_[next_].dialog_line > 0) Compare(FullNameOf(dialog));
   return true;
@@ -53,7 +55,12 @@ std::optional<Action> ScriptedDisplay::NextAction() {
     Fail("there is no answer left");
     return std::nullopt;
   }
-  return answers_[next_++].action;
+  try {
+    return ActionOf(answers_[next_++], dialog_);
+  } catch (const NameError& error) {
+    Reject(error.what());
+    return std::nullopt;
+  }
 }
 
 void ScriptedDisplay::Change(std::size_t /*index*/, const Control& /*control*/) {}

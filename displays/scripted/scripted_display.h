@@ -51,6 +51,7 @@ class ScriptedDisplay : public Display {
   bool strict_;
   std::size_t next_ = 0;
   std::string caption_;
+  Description dialog_;
   std::vector<std::string> notes_;
   std::optional<Failure> failure_;
 };

@@ -8,9 +8,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {
     for (const auto& answer : display::ParseAnswers({reinterpret_cast<const char*>(data), size})) {
-      const std::string line = display::FormatAnswer(answer.action);
+      const std::string line = display::FormatAnswer(answer.action, answer.names);
       const auto again = display::ParseAnswers(line);
-      if (again.size() != 1 || display::FormatAnswer(again[0].action) != line) {
+      if (again.size() != 1 || display::FormatAnswer(again[0].action, again[0].names) != line) {
         throw std::logic_error("an answer does not read back: " + line);
       }
     }

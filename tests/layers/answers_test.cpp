@@ -15,7 +15,8 @@ using display::ParseAnswerText;
 std::string Lines(const std::string& file) {
   std::string lines;
   for (const auto& answer : ParseAnswers(file)) {
-    lines += std::to_string(answer.line) + ":" + display::FormatAnswer(answer.action) + "\n";
+    lines += std::to_string(answer.line) + ":" +
+             display::FormatAnswer(answer.action, answer.names) + "\n";
   }
   return lines;
 }
@@ -26,6 +27,16 @@ TEST(Answers, EveryActionReadsAndWritesBack) {
             "1:enter 1 Ann Lee\n2:enter 2 \n3:enter 2 \n4:type  x \n5:choose 1 3\n6:click 4\n"
             "7:row 2\n8:row 2\n9:row+ 3 -7\n10:row- 4 403\n11:press 1\n12:return\n13:escape\n"
             "14:tab\n15:close\n");
+}
+
+TEST(Answers, NamesReadAndWriteBackInQuotesUnlessOneWordDoes) {
+  EXPECT_EQ(
+      Lines("press OK\npress \"Log in\"\nenter \"Vorname\"  Ann \"B\"\nenter Straße x\n"
+            "choose \"1st\" \"a \\\"b\\\" \\\\\"\nchoose 2 \"Red\"\nclick \t_\nrow \"Pears\"\n"
+            "row+ \"Pears\" 300"),
+      "1:press OK\n2:press \"Log in\"\n3:enter Vorname  Ann \"B\"\n4:enter Straße x\n"
+      "5:choose \"1st\" \"a \\\"b\\\" \\\\\"\n6:choose 2 \"Red\"\n7:click _\n8:row \"Pears\"\n"
+      "9:row+ \"Pears\" 300\n");
 }
 
 TEST(Answers, SkipsEmptyLinesAndCommentsAndTakesEveryLineEnd) {
@@ -59,13 +70,17 @@ TEST(Answers, SaysWhatWasExpected) {
     const char* line;
     const char* expected;
   } rows[] = {{"push 1", "is no answer; expected one of enter N TEXT, type TEXT"},
-              {"press", "expected \"press K\" with whole numbers"},
-              {"press one", "expected \"press K\""},
+              {"press", "expected \"press K\" with whole numbers, or names in double quotes"},
+              {"press Log in", "expected \"press K\""},
+              {"press \"Log in", "expected \"press K\""},
+              {"press \"Log\\", "expected \"press K\""},
+              {"press \"Log\"in", "expected \"press K\""},
               {"press 1 2", "expected \"press K\""},
               {"press 1.5", "expected \"press K\""},
-              {"enter Ann", "expected \"enter N TEXT\""},
+              {"enter 1st x", "expected \"enter N TEXT\""},
               {"choose 1", "expected \"choose N ITEM\""},
-              {"choose x 1", "expected \"choose N ITEM\""},
+              {"choose 1 x", "expected \"choose N ITEM\""},
+              {"row Pears", "expected \"row R [X]\""},
               {"row", "expected \"row R [X]\""},
               {"row 1 x", "expected \"row R [X]\""},
               {"row 1 2 3", "expected \"row R [X]\""},

@@ -13,7 +13,8 @@ class Controls : public testing::Test {
   std::unique_ptr<TerminalUser> Start(const Words& calculations, const Words& environment = {},
                                       Size size = {}) {
     return std::make_unique<TerminalUser>(
-        Tarvo(calculations, {"--display", "terminal", "--record", record_}), environment, size);
+        Tarvo(calculations, {"--display", "terminal", "--record", record_, "--record-numbers"}),
+        environment, size);
   }
 
   // What the user did, without the lines that name the dialogs.

@@ -231,11 +231,85 @@ TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
   const std::string result = "2| Ann |secret||\n";
   EXPECT_EQ(Tarvo({"--record", record, "--answer", answers, "eval", kNames}).output, result);
   EXPECT_EQ(ReadAll(record),
+            "# dialog 1: Enter the name\nenter First  Ann \nenter Last <password>\npress Cancel\n");
+  Tarvo({"--record", record, "--record-numbers", "--answer", answers, "eval", kNames});
+  EXPECT_EQ(ReadAll(record),
             "# dialog 1: Enter the name\nenter 1  Ann \nenter 2 <password>\npress 2\n");
   EXPECT_EQ(
       Tarvo({"--record", record, "--record-passwords", "--answer", answers, "eval", kNames}).output,
       result);
   EXPECT_EQ(Tarvo({"--answers", record, "eval", kNames}).output, result);
+}
+
+// Each dialog is recorded, and answered again after everything in it has changed its place.
+TEST(DialogTest, ARecordingAnswersByNamesWhateverTheirPlace) {
+  const struct {
+    std::vector<std::string> recorded;
+    const char* answers;
+    const char* recording;
+    std::vector<std::string> moved;
+    const char* result;
+  } cases[] = {
+      {{"TarvoDialog ( \"2|m|OK|Log out|||First¶name|Last\" )"},
+       "enter 1 Ann; press 2",
+       "enter \"First name\" Ann\npress \"Log out\"\n",
+       {"TarvoDialog ( \"2|m|OK||Log out||Last|First¶name\" )"},
+       "3||Ann||\n"},
+      {{"TarvoPopUps ( \"Rome¶New York|a¶b\" )", "TarvoSetCustomControls ( \"2|3\" )",
+        "TarvoCustomDialog ( \"2|m|OK|Save|||City|Copy to me\" )"},
+       "choose 1 2; click 2; press 2",
+       "choose City \"New York\"\nclick \"Copy to me\"\npress Save\n",
+       {"TarvoPopUps ( \"a¶b|New York¶Rome\" )", "TarvoSetCustomControls ( \"3|2\" )",
+        "TarvoCustomDialog ( \"2|m|Save|OK|||Copy to me|City\" )"},
+       "1|1|New York||\n"},
+      {{"TarvoFillListBox ( \"Fig¶Pears¶Fig\" )", "TarvoDoListBox ( \"m|OK|No|||||||1\" )"},
+       "row 2 300; row+ 3; press 1",
+       "row \"Pears\" 300\nrow+ 3\npress OK\n",
+       {"TarvoFillListBox ( \"Pears¶Fig¶Plum\" )", "TarvoDoListBox ( \"m|No|OK|||||||1\" )"},
+       "2|Pears|Plum\n"},
+      {{"TarvoAlert ( \"1|m||OK|OK|\\\"No\\\"\" )", "TarvoAlert ( \"1|m||OK|OK|no\" )"},
+       "press 3; press 1",
+       "press \"\\\"No\\\"\"\n# dialog 2: m\npress 1\n",
+       {"TarvoAlert ( \"1|m||\\\"No\\\"|OK\" )", "TarvoAlert ( \"1|m||OK|OK|no\" )"},
+       "1\n1\n"}};
+  const TemporaryFolder folder;
+  const std::string record = folder / "record";
+  for (const auto& row : cases) {
+    std::vector<std::string> words{"--record", record, "--answer", row.answers, "eval"};
+    words.insert(words.end(), row.recorded.begin(), row.recorded.end());
+    EXPECT_EQ(Tarvo(words).status, 0);
+    EXPECT_EQ(ReadAll(record), "# dialog 1: m\n" + std::string(row.recording));
+    words = {"--answers", record, "eval"};
+    words.insert(words.end(), row.moved.begin(), row.moved.end());
+    const Ending ending = Tarvo(words);
+    EXPECT_TRUE(ending.output.ends_with(row.result)) << ending.output << ending.errors;
+  }
+}
+
+TEST(DialogTest, ANameThatIsNotOneThingIsRefusedWithWhatIsThere) {
+  const char* const dialog =
+      "TarvoDialog ( \"5|m|OK|Cancel|OK||Name|Name|City\" ) & TarvoDoListBox ( \"m\" )";
+  const struct {
+    const char* answer;
+    const char* reason;
+  } cases[] = {
+      {"press Save", "there is no button \"Save\"; there are \"OK\", \"Cancel\" and \"OK\""},
+      {"press OK", "\"OK\" is the name of buttons 1 and 3; its number says which is meant"},
+      {"enter Name x", "\"Name\" is the name of fields 1 and 2; its number"},
+      {"click Street", "there is no field \"Street\"; there are \"Name\", \"Name\" and \"City\""},
+      {"choose City \"c\"", "there is no item \"c\"; there are \"a\", \"b\", \"b\" and \"é\""},
+      {"choose City \"b\"", "\"b\" is the name of items 2 and 3; its number"},
+      {"choose City \"é\"; row \"a\"", "there is no row \"a\""},
+      {"press Cancel; row \"a\"", "there is no row \"a\""},
+      {"press Cancel; press Yes", "there is no button \"Yes\"; there is \"OK\""},
+      {"enter City x", "there is no edit or password field 3"},
+  };
+  for (const auto& [answer, reason] : cases) {
+    const Ending ending =
+        Tarvo({"--answer", answer, "eval", "TarvoPopUps ( \"a¶b|a¶b|a¶b¶b¶é\" )", dialog});
+    EXPECT_EQ(ending.status, 4) << answer;
+    EXPECT_TRUE(Holds(ending.errors, std::string("\": ") + reason)) << ending.errors;
+  }
 }
 
 TEST(DialogTest, APlaceholderIsNeverTyped) {
@@ -256,7 +330,7 @@ TEST(DialogTest, APlaceholderIsNeverTyped) {
   EXPECT_EQ(ending.status, 4);
   EXPECT_EQ(ending.output, "1|ab|one||\n");
   EXPECT_TRUE(Holds(ending.errors,
-                    "record, line 8: \"enter 2 <password>\": the recording does "
+                    "record, line 8: \"enter Last <password>\": the recording does "
                     "not hold this password; --passwords or TARVO_PASSWORDS"))
       << ending.errors;
 }
@@ -267,8 +341,8 @@ TEST(DialogTest, AnswersThatDoNotFitAreTold) {
   Tarvo({"--record", record, "--answer", "enter 1 Ann; press 1; press 1", "eval",
          "TarvoSetCaption ( \"Who?\" )", kName, "TarvoAlert ( \"1|Really?|No way¶back.|Yes\" )"});
   EXPECT_EQ(ReadAll(record),
-            "# dialog 1: Who?: Your name\nenter 1 Ann\npress 1\n"
-            "# dialog 2: Really?: No way back.\npress 1\n");
+            "# dialog 1: Who?: Your name\nenter Name Ann\npress OK\n"
+            "# dialog 2: Really?: No way back.\npress Yes\n");
   const std::string asked_other = "TarvoDialog ( \"1|Your address|OK||||Name\" )";
   const std::string alert = "TarvoAlert ( \"1|Really?|No way back.|Yes\" )";
   const struct {
@@ -276,13 +350,14 @@ TEST(DialogTest, AnswersThatDoNotFitAreTold) {
     const char* message;  // empty: all fits
   } cases[] = {
       {{kName, alert}, ""},
-      {{kName}, "record, line 5: an answer is left over, \"press 1\"\n"},
-      {{}, "record, line 2: 3 answers are left over, from \"enter 1 Ann\" on\n"},
+      {{kName}, "record, line 5: an answer is left over, \"press Yes\"\n"},
+      {{}, "record, line 2: 3 answers are left over, from \"enter Name Ann\" on\n"},
       {{asked_other, alert},
-       "record, line 2: \"enter 1 Ann\" was recorded for the dialog \"Who?: Your name\", not for "
+       "record, line 2: \"enter Name Ann\" was recorded for the dialog \"Who?: Your name\", not "
+       "for "
        "\"Who?: Your address\"\n"},
       {{kName, kName},
-       "record, line 5: \"press 1\" was recorded for the dialog \"Really?: No way back.\", not"},
+       "record, line 5: \"press Yes\" was recorded for the dialog \"Really?: No way back.\", not"},
   };
   for (const auto& [calculations, message] : cases) {
     std::vector<std::string> words{"--answers", record, "eval", "TarvoSetCaption ( \"Who?\" )"};
@@ -307,7 +382,7 @@ TEST(DialogTest, TypedPasswordsAreRecordedAsPlaceholdersToo) {
                                "eval", "TarvoSetCaption ( \"One¶two\" )", kNames});
   EXPECT_TRUE(ending.output.ends_with("1|ab|cd||\n")) << ending.output;
   EXPECT_EQ(ReadAll(record),
-            "# dialog 1: One two: Enter the name\ntype ab\ntab\ntype <password>\npress 1\n");
+            "# dialog 1: One two: Enter the name\ntype ab\ntab\ntype <password>\npress OK\n");
 }
 
 TEST(DialogTest, ScreenshotsAreDrawnWithoutAScreen) {

@@ -144,7 +144,7 @@ TEST(CompletionTest, BashOffersCommandsAndOptions) {
   EXPECT_EQ(Complete("tarvo --answer eval ev"), "eval ") << "that was an argument";
   EXPECT_EQ(Complete("tarvo --answer = eval --json ev"), "eval ");
   EXPECT_EQ(Complete("tarvo help re"), "repl ");
-  EXPECT_EQ(Complete("tarvo --json --rec"), "--record --record-passwords ");
+  EXPECT_EQ(Complete("tarvo --json --rec"), "--record --record-passwords --record-numbers ");
 }
 
 TEST(CompletionTest, BashOffersWhatOptionsAndCommandsTake) {
