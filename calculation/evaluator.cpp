@@ -131,8 +131,34 @@ Value Evaluator::Compute(const BuiltInCall& call, Span place) {
 
 Value Evaluator::Compute(const ExternalCall& call, Span place) {
   std::vector<Value> arguments;
-  for (const NodePtr& argument : call.arguments) arguments.push_back(Evaluate(*argument));
+  CallPlace standing{depth_ == 0 ? place : Span{}, {}};
+  for (const NodePtr& argument : call.arguments) {
+    std::vector<Piece> pieces;
+    arguments.push_back(EvaluatePieces(*argument, pieces));
+    if (arguments.size() == 1) standing.pieces = std::move(pieces);
+  }
+  externals_.Calling(standing);
   return At(place, [&] { return externals_.Call(call.index, arguments); });
+}
+
+// Evaluates the node and appends the pieces that its value is joined from.
+Value Evaluator::EvaluatePieces(const Node& node, std::vector<Piece>& pieces) {
+  const auto* chain = std::get_if<Chain>(&node.form);
+  if (!chain || chain->links.front().operation != Operator::kConcatenate) {
+    Value value = Evaluate(node);
+    pieces.push_back(
+        {node.place, std::holds_alternative<Literal>(node.form), AsText(value).size()});
+    return value;
+  }
+  Value result = EvaluatePieces(*chain->first, pieces);
+  for (const Link& link : chain->links) {
+    const std::size_t units = AsText(result).size();
+    Apply(link, result);
+    const Node& operand = *link.operand;
+    pieces.push_back({operand.place, std::holds_alternative<Literal>(operand.form),
+                      AsText(result).size() - units});
+  }
+  return result;
 }
 
 // Stands only where Arguments::Items takes it apart.

@@ -49,6 +49,7 @@ class Evaluator {
   Value Compute(const Chain& chain, Span place);
   Value Compute(const BuiltInCall& call, Span place);
   Value Compute(const ExternalCall& call, Span place);
+  Value EvaluatePieces(const Node& node, std::vector<Piece>& pieces);
   static Value Compute(const List& list, Span place);
   Value Compute(const Let& let, Span place);
   Value Compute(const While& loop, Span place);

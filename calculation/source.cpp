@@ -82,6 +82,19 @@ void Source::CheckEncoding() const {
   if (not_utf8_) throw Error({*not_utf8_, *not_utf8_ + 1}, "this is not UTF-8");
 }
 
+Source::Position Source::PositionOf(std::size_t unit) const {
+  const std::size_t at = std::min(unit, text_.size());
+  const std::size_t line_start = LineStart(text_, at);
+  const std::u16string_view before = std::u16string_view(text_).substr(line_start, at - line_start);
+  return {first_line_ - 1 + LineNumber(text_, line_start), Characters(before).Count() + 1};
+}
+
+std::string Source::NamePosition(std::size_t unit) const {
+  const Position position = PositionOf(unit);
+  return (name_.empty() ? "" : name_ + ", ") + "line " + std::to_string(position.line) +
+         ", column " + std::to_string(position.column);
+}
+
 std::string Source::Explain(const Error& error) const {
   const std::size_t begin = std::min(error.place().begin, text_.size());
   const std::size_t line_start = LineStart(text_, begin);
@@ -91,9 +104,7 @@ std::string Source::Explain(const Error& error) const {
   const std::u16string_view line = text.substr(line_start, line_end - line_start);
   const std::size_t column = Characters(line.substr(0, begin - line_start)).Count();
   const std::size_t length = Characters(text.substr(begin, end - begin)).Count();
-  return (name_.empty() ? "" : name_ + ", ") + "line " +
-         std::to_string(first_line_ - 1 + LineNumber(text_, line_start)) + ", column " +
-         std::to_string(column + 1) + ": " + error.what() + "\n" +
+  return NamePosition(begin) + ": " + error.what() + "\n" +
          Show(ShownCharacters(line), column, column + length);
 }
 

@@ -46,6 +46,17 @@ class Source {
 
   const std::u16string& text() const { return text_; }
 
+  // Both count from 1, columns in characters.
+  struct Position {
+    std::size_t line;
+    std::size_t column;
+  };
+
+  Position PositionOf(std::size_t unit) const;
+
+  // "name, line 3, column 5", without the name if it has none.
+  std::string NamePosition(std::size_t unit) const;
+
   // "name, line 3, column 5: what", then the line with its place underlined. Columns count
   // characters from 1; CR, LF and CR LF end a line.
   std::string Explain(const Error& error) const;
