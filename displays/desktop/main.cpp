@@ -1,5 +1,6 @@
 // tarvo-desktop --connection FD    shows dialogs for the host at the other end of the socket
 // tarvo-desktop --render FILE      draws the description on standard input into a PNG
+// tarvo-desktop --cut-texts FILE   writes which of its texts do not fit, as JSON
 
 #include <fontconfig/fontconfig.h>
 
@@ -49,18 +50,20 @@ int ServeHost(int argc, char** argv, int fd) {
   return QApplication::exec();
 }
 
-int Render(int argc, char** argv, const std::string& file) {
+// Without a screen: `work` is what is done with the file.
+int Render(int argc, char** argv, const std::string& file,
+           std::string (*work)(const std::string& file)) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   desktop::SetUpDialogStyle();
-  const std::string error = desktop::RenderDialog(file);
+  const std::string error = work(file);
   if (error.empty()) return 0;
   std::fprintf(stderr, "tarvo-desktop: %s\n", error.c_str());
   return 1;
 }
 
 int Usage() {
-  std::fprintf(stderr, "usage: tarvo-desktop --connection FD | --render FILE\n");
+  std::fprintf(stderr, "usage: tarvo-desktop --connection FD | --render FILE | --cut-texts FILE\n");
   return 2;
 }
 
@@ -81,7 +84,8 @@ int main(int argc, char** argv) {
   qInstallMessageHandler(PrintErrorsOnly);
   QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
   QApplication::setQuitOnLastWindowClosed(false);
-  if (option == "--render") return Render(own_arguments, argv, argument);
+  if (option == "--render") return Render(own_arguments, argv, argument, desktop::RenderDialog);
+  if (option == "--cut-texts") return Render(own_arguments, argv, argument, desktop::WriteCutTexts);
   const int fd = DescriptorFrom(argument);
   if (option != display::protocol::kConnectionOption || fd < 0) return Usage();
   return ServeHost(own_arguments, argv, fd);

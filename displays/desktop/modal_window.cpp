@@ -177,6 +177,14 @@ bool ModalWindow::Repeats(const QKeyEvent& key) const {
   return key.isAutoRepeat() || (at_once && key.key() == content_.released_key);
 }
 
+QStringList ModalWindow::CutTexts() const {
+  QStringList texts;
+  for (const ControlView* view : content_.views) {
+    if (const QString text = view->CutText(); !text.isEmpty()) texts.push_back(text);
+  }
+  return texts;
+}
+
 bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {
   for (ControlView* view : content_.views) {
     if (view->Widget() != object) continue;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAccessible>
+#include <QStringList>
 #include <QWidget>
 #include <QWindow>
 #include <functional>
@@ -33,6 +34,9 @@ class ModalWindow : public QWidget {
   // Takes the window off the screen at once and empties it, so that a screen reader finds nothing
   // in it. What was in it is deleted when no handler of it is running.
   virtual void Dismiss();
+
+  // The texts that are shown cut short, whole.
+  QStringList CutTexts() const;
 
   // The role and the description that a screen reader is given.
   virtual QAccessible::Role AccessibleRole() const = 0;

@@ -8,4 +8,8 @@ namespace desktop {
 // PNG file. Returns an empty text, or what went wrong as one line.
 std::string RenderDialog(const std::string& file);
 
+// Writes which of that dialog's texts are shown cut short, each whole, as a JSON array into a file.
+// Returns likewise.
+std::string WriteCutTexts(const std::string& file);
+
 }  // namespace desktop
