@@ -41,8 +41,9 @@ pictures: release
 # The pages of docs/ that the program's own tables make.
 pages:
 	@scripts/set-up.sh run
-	@scripts/build.sh release calculations_page
+	@scripts/build.sh release calculations_page advice_page
 	@build/release/calculations_page > docs/calculations.md
+	@build/release/advice_page > docs/advice.md
 
 # What a user waits for, next to its references: one table; make bench ARGS=--json.
 bench:

@@ -1,10 +1,10 @@
 # Completion of tarvo's commands, options and their arguments in bash.
 
-_tarvo_commands='eval run repl functions info check help'
+_tarvo_commands='eval run repl explain test functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
   --answers --answer --describe --screenshot --record --record-passwords
-  --record-numbers --passwords --strict --only --exclude --timeout --list --explain --failed --in-process --junit
-  --arg --args-json --fields --button-status'
+  --record-numbers --passwords --strict --advise --except --only --exclude --timeout --list --explain --failed --in-process --junit
+  --arg --args-json --fields --button-status --jobs --update --tap'
 
 # The command among the words before the cursor; nothing if there is none yet.
 _tarvo_command() {
@@ -12,9 +12,9 @@ _tarvo_command() {
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
       --plugin | --display | --language | --interface-version | --answers | --answer | \
-        --describe | --screenshot | --record | --passwords | --only | \
+        --describe | --screenshot | --record | --passwords | --only | --except | \
         --exclude | --timeout | --explain | --junit | \
-        --args-json)
+        --args-json | --jobs)
         [[ ${COMP_WORDS[i + 1]} == = ]] && ((i++))
         ((i++))
         ;;
@@ -47,7 +47,7 @@ _tarvo() {
     --display) _tarvo_offer -W 'auto desktop terminal scripted' ;;
     --plugin | --screenshot) _tarvo_offer -d ;;
     --answers | --describe | --record | --passwords | --junit | --args-json) _tarvo_offer -f ;;
-    --answer | --arg | --language | --interface-version | --only | --exclude | --timeout | --explain) ;;
+    --answer | --arg | --language | --interface-version | --only | --except | --exclude | --timeout | --explain | --jobs) ;;
     *)
       if [[ $word == -* ]]; then
         _tarvo_offer -W "$_tarvo_options"
@@ -55,7 +55,7 @@ _tarvo() {
       fi
       case $(_tarvo_command) in
         '' | help) _tarvo_offer -W "$_tarvo_commands" ;;
-        run) _tarvo_offer -f ;;
+        run | explain | test) _tarvo_offer -f ;;
         check) _tarvo_offer -d ;;
       esac
       ;;

@@ -67,6 +67,30 @@ Examples:
   tarvo repl --answers form.answers
   echo 'help Substitute' | tarvo repl
 )"},
+    {"explain", "CALCULATION", 1, 1, "say what each item of a dialog function's text means",
+     R"(Evaluates a calculation, or runs the script in a file, and says of each dialog function that is
+called what each item of its text means and does, with what presets add, and then what looks
+wrong. Nothing is shown and nobody answers, unless answers are given.
+
+Examples:
+  tarvo explain 'TarvoDialog ( "2|Enter the name|OK|Cancel|||First|Last" )'
+  tarvo explain form.tarvo --answers form.answers
+  tarvo --json explain form.tarvo --strict
+)"},
+    {"test", "[PATH...]", 0, kAnyNumber, "run scripts as tests of their dialogs",
+     R"(A test is a script NAME.tarvo with its results in NAME.expected beside it, its answers in
+NAME.answers, and in NAME.dialogs, if that is there, the descriptions of its dialogs (--describe).
+Runs those in a folder (this one if none is named), each in a process of its own, and prints which
+passed. A test fails on another result, an answer that is missing, left over or was recorded for
+another dialog, and another description. --record plays a script to you and keeps what happened as
+a test; --update keeps other results and descriptions.
+
+Examples:
+  tarvo test
+  tarvo test examples/list.tarvo --junit results.xml
+  tarvo test --only '*order*' --jobs 4
+  tarvo test --record form.tarvo
+)"},
     {"functions", "", 0, 0, "list the functions that the plug-in registers",
      R"(Prints the ID, the name and the prototype of every function, in order of registration.
 
@@ -122,8 +146,12 @@ struct Words {
 
 // Each option belongs to one of these groups, whose names say which commands use it.
 constexpr const char* kGeneral = "Options";
-constexpr const char* kOfLives = "Options of eval, run, repl, functions and info";
-constexpr const char* kOfCalculations = "Options of eval, run and repl";
+constexpr const char* kOfLives = "Options of eval, run, repl, explain, test, functions and info";
+constexpr const char* kOfCalculations = "Options of eval, run, repl and explain";
+constexpr const char* kOfResults = "Options of eval, run and repl";
+constexpr const char* kOfChoices = "Options of eval, run, repl, explain, test and check";
+constexpr const char* kOfTests = "Options of test";
+constexpr const char* kOfTestsAndChecks = "Options of test and check";
 constexpr const char* kOfChecks = "Options of check";
 
 bool Uses(const std::string& command, const std::string& group) {
@@ -140,7 +168,8 @@ void AddGeneralOptions(CLI::App& app, Options& options, Words& words) {
   app.add_option("--language", options.language, "the language of the plug-in's texts")
       ->type_name("LANG");
   app.add_flag("--json", options.json, "print results as JSON");
-  app.add_option("--timeout", options.timeout, "close a dialog without an answer; end a check (10)")
+  app.add_option("--timeout", options.timeout,
+                 "close a dialog without an answer; end a test or check (10)")
       ->check(CLI::Range(0.001, 86400.0).description(""))
       ->type_name("SECONDS");
 }
@@ -161,7 +190,8 @@ void AddOptionsOfLives(CLI::App& app, Options& options, Words& words) {
       ->option_text("TEXT");
   app.add_option("--passwords", options.passwords, "passwords for a recording, one a line")
       ->type_name("FILE");
-  app.add_flag("--strict", options.strict, "fail if answers are left over or for another dialog");
+  app.add_flag("--strict", options.strict,
+               "fail if answers are left over or for another dialog, or on advice");
   app.add_option("--describe", options.describe, "write every dialog as it opened, as JSON")
       ->type_name("FILE");
   app.add_option("--screenshot", options.screenshot, "draw every dialog as it opened")
@@ -179,25 +209,40 @@ void AddOptionsOfCalculations(CLI::App& app, Options& options, Words& words) {
       ->option_text("NAME VALUE");
   app.add_option("--args-json", options.arguments_file, "set a variable for each key of an object")
       ->type_name("FILE");
+  app.add_flag("--advise", options.advise, "say what looks wrong with dialogs");
+  app.add_option("--except", options.except,
+                 "leave out the advice whose name holds, or matches, this")
+      ->allow_extra_args(false)
+      ->option_text("PATTERN");
+  app.option_defaults()->group(kOfChoices);
+  app.add_option("--only", options.only,
+                 "the tests, checks or advice whose name holds, or matches, this")
+      ->allow_extra_args(false)
+      ->option_text("PATTERN");
+  app.option_defaults()->group(kOfResults);
   app.add_flag("--fields", options.fields, "print each item of a result on a line of its own");
   app.add_flag("--button-status", options.button_status,
                "exit with 10 and the last result's button");
 }
 
 void AddOptionsOfChecks(CLI::App& app, Options& options) {
+  app.option_defaults()->group(kOfTests);
+  app.add_option("--jobs", options.jobs, "how many tests run at a time")
+      ->check(CLI::Range(1, 1000).description(""))
+      ->type_name("N");
+  app.add_flag("--update", options.update, "keep other results and dialogs as what is expected");
+  app.add_flag("--tap", options.tap, "print results as Test Anything Protocol");
+  app.option_defaults()->group(kOfTestsAndChecks);
+  app.add_option("--exclude", options.exclude, "leave out the tests or checks whose name does")
+      ->allow_extra_args(false)
+      ->option_text("PATTERN");
+  app.add_flag("--failed", options.failed_only, "print what failed alone");
+  app.add_option("--junit", options.junit, "write the results as JUnit XML too")->type_name("FILE");
   app.option_defaults()->group(kOfChecks);
-  app.add_option("--only", options.only, "run the checks whose name holds, or matches, this")
-      ->allow_extra_args(false)
-      ->option_text("PATTERN");
-  app.add_option("--exclude", options.exclude, "leave out the checks whose name does")
-      ->allow_extra_args(false)
-      ->option_text("PATTERN");
   app.add_flag("--list", options.list, "print the names of the checks that would run");
   app.add_option("--explain", options.explain, "say what a check holds a plug-in to, and why")
       ->type_name("NAME");
-  app.add_flag("--failed", options.failed_only, "print failed checks alone");
   app.add_flag("--in-process", options.in_process, "run checks in this process, for a debugger");
-  app.add_option("--junit", options.junit, "write the results as JUnit XML too")->type_name("FILE");
 }
 
 void AddOptions(CLI::App& app, Options& options, Words& words) {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -118,6 +119,16 @@ void ShowHelp(const Options& options) {
     if (!registered) HelpText(name);  // refuses it
     Print(registered.value_or(""));
   }
+}
+
+void ExplainCalls(const Options& options) {
+  HeedInterruptions();
+  const std::string& operand = options.operands.front();
+  const bool is_file = std::filesystem::is_regular_file(operand);
+  const Source source = is_file ? Source(operand, ReadFile(operand)) : Source("", operand);
+  Session session(options);
+  is_file ? session.Run(source) : session.Evaluate(source);
+  session.End();
 }
 
 void ListFunctions(const Options& options) {

@@ -13,6 +13,7 @@ int RunScript(const Options& options);
 // program. Throws Failure (usage) if there is nothing of that name.
 void ShowHelp(const Options& options);
 
+void ExplainCalls(const Options& options);
 void ListFunctions(const Options& options);
 void ShowInfo(const Options& options);
 

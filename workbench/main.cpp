@@ -17,6 +17,7 @@
 #include "workbench/options.h"
 #include "workbench/output.h"
 #include "workbench/repl/repl.h"
+#include "workbench/suite/suite.h"
 
 namespace {
 
@@ -43,6 +44,11 @@ int Do(const Options& options) {
     return workbench::RunScript(options);
   } else if (options.command == "repl") {
     workbench::RunRepl(options);
+  } else if (options.command == "explain") {
+    workbench::ExplainCalls(options);
+  } else if (options.command == "test") {
+    return static_cast<int>(options.record ? workbench::RecordTest(options)
+                                           : workbench::RunTests(options));
   } else if (options.command == "functions") {
     workbench::ListFunctions(options);
   } else if (options.command == "info") {

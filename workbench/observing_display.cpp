@@ -41,6 +41,7 @@ bool ObservingDisplay::Open(const display::Description& dialog) {
     lost_ = Lost{name_, shown_on_.WhyLost()};
     return false;
   }
+  shown_ = dialog;
   const auto* window = std::get_if<display::Window>(&dialog);
   controls_ = window ? window->controls : std::vector<Control>();
   if (Tell([&](Observer& observer) { observer.Opened(dialog); })) return true;
@@ -89,7 +90,7 @@ bool ObservingDisplay::Tell(Report report) {
 bool ObservingDisplay::IsSecret(const Action& action) const {
   return std::any_of(controls_.begin(), controls_.end(), [&](const Control& control) {
     if (control.kind != ControlKind::kPassword) return false;
-    return (action.kind == Action::Kind::kEnter &&
+    return (action.kind == Action::Kind::kEnter && control_id::IsNumber(action.number) &&
             control.id == control_id::Field(action.number)) ||
            (action.kind == Action::Kind::kType && control.focused);
   });

@@ -49,6 +49,9 @@ class ObservingDisplay : public display::Display {
   std::optional<Lost> TakeLost() { return std::exchange(lost_, std::nullopt); }
   std::optional<Failure> TakeFailure() { return std::exchange(failure_, std::nullopt); }
 
+  // The last dialog that opened since the last call, as it opened.
+  std::optional<display::Description> TakeShown() { return std::exchange(shown_, std::nullopt); }
+
   Rect MainScreen() override;
   bool Open(const display::Description& dialog) override;
   std::optional<display::Action> NextAction() override;
@@ -69,6 +72,7 @@ class ObservingDisplay : public display::Display {
   double patience_;
   std::vector<display::Control> controls_;  // of the open dialog, as they now are
   std::string name_;                        // of the open dialog
+  std::optional<display::Description> shown_;
   std::optional<Lost> lost_;
   std::optional<Failure> failure_;
 };

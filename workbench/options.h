@@ -26,7 +26,7 @@ struct Options {
   bool record_passwords = false;
   bool record_numbers = false;           // in place of names
   std::optional<std::string> passwords;  // a file with those that recordings do not hold
-  bool strict = false;                   // answers that do not fit are an error
+  bool strict = false;                   // answers that do not fit, and advice, are errors
 
   // Of calculations: values of variables by name, in the order in which they are set.
   std::vector<std::pair<std::string, std::string>> arguments;
@@ -34,8 +34,19 @@ struct Options {
   bool fields = false;         // prints the items of results
   bool button_status = false;  // the last result's button is the exit status
 
-  // Of check.
+  // Of advice.
+  bool advise = false;
+  std::vector<std::string> except;
+
+  // Of tests.
+  std::optional<int> jobs;
+  bool update = false;
+  bool tap = false;
+
+  // Of check, tests and advice.
   std::vector<std::string> only;
+
+  // Of check and tests.
   std::vector<std::string> exclude;
   bool list = false;
   std::optional<std::string> explain;

@@ -1,7 +1,10 @@
 #include "workbench/plugin_functions.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <string>
+#include <utility>
 #include <variant>
 
 #include "calculation/decimal.h"
@@ -40,6 +43,27 @@ fmx::host::Outcome Evaluate(const fmx::host::Function& function, const std::stri
   }
 }
 
+// The bytes of the parameter's UTF-8 that come from no literal; neighbours are one.
+std::vector<std::pair<std::size_t, std::size_t>> DataOf(
+    std::u16string_view parameter, const std::vector<calculation::Piece>& pieces) {
+  std::vector<std::pair<std::size_t, std::size_t>> data;
+  std::size_t unit = 0;
+  std::size_t byte = 0;
+  for (const calculation::Piece& piece : pieces) {
+    const std::size_t end =
+        byte +
+        calculation::ToUtf8(parameter.substr(std::min(unit, parameter.size()), piece.units)).size();
+    if (!piece.is_literal && !data.empty() && data.back().second == byte) {
+      data.back().second = end;
+    } else if (!piece.is_literal) {
+      data.emplace_back(byte, end);
+    }
+    unit += piece.units;
+    byte = end;
+  }
+  return data;
+}
+
 }  // namespace
 
 PluginFunctions::PluginFunctions(User& user) : user_(user), functions_(fmx::host::Functions()) {
@@ -55,12 +79,22 @@ Value PluginFunctions::Call(std::size_t index, const std::vector<Value>& argumen
   for (const Value& argument : arguments) parameters.push_back(ToHost(argument));
   const std::string& name = signatures_[index].name;
   const fmx::host::Outcome outcome = Evaluate(functions_[index], name, parameters);
+  if (listener_) Tell(name, parameters, outcome.result);
   user_.CheckDialogs();
   if (outcome.error != 0) {
     throw Failure(Status::kWrong,
                   name + ": the plug-in answered error code " + std::to_string(outcome.error));
   }
   return FromHost(outcome.result);
+}
+
+void PluginFunctions::Tell(const std::string& name, const std::vector<fmx::host::Value>& parameters,
+                           const fmx::host::Value& result) {
+  const std::u16string_view parameter =
+      parameters.empty() ? std::u16string_view() : parameters.front().text;
+  listener_->Called({{name, calculation::ToUtf8(parameter), calculation::ToUtf8(result.text),
+                      user_.TakeShown(), DataOf(parameter, place_.pieces)},
+                     place_});
 }
 
 Value PluginFunctions::Get(std::string_view name) const {

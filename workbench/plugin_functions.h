@@ -7,11 +7,26 @@
 #include <utility>
 #include <vector>
 
+#include "advice/presets.h"
 #include "calculation/external_functions.h"
 #include "platform/fmwrapper/FMHost.h"
 #include "workbench/user.h"
 
 namespace workbench {
+
+// A call that a calculation made.
+struct MadeCall {
+  advice::Call call;
+  calculation::CallPlace place;
+};
+
+// Is told of every call that calculations make.
+class CallListener {
+ public:
+  virtual ~CallListener() = default;
+
+  virtual void Called(const MadeCall& call) = 0;
+};
 
 // The functions that the plug-in has registered, for calculations to call.
 class PluginFunctions : public calculation::ExternalFunctions {
@@ -23,6 +38,11 @@ class PluginFunctions : public calculation::ExternalFunctions {
   const std::vector<fmx::host::Function>& functions() const { return functions_; }
 
   const std::vector<Signature>& signatures() const override { return signatures_; }
+
+  // `listener`, which may be null, must outlive this.
+  void TellCallsTo(CallListener* listener) { listener_ = listener; }
+
+  void Calling(const calculation::CallPlace& place) override { place_ = place; }
 
   // Throws Failure if the plug-in throws, returns an error, or shows a dialog that its user does
   // not end.
@@ -38,7 +58,12 @@ class PluginFunctions : public calculation::ExternalFunctions {
   User& user() { return user_; }
 
  private:
+  void Tell(const std::string& name, const std::vector<fmx::host::Value>& parameters,
+            const fmx::host::Value& result);
+
   User& user_;
+  CallListener* listener_ = nullptr;
+  calculation::CallPlace place_;  // of the next call
   std::vector<fmx::host::Function> functions_;
   std::vector<Signature> signatures_;
   std::map<std::string, calculation::Value, std::less<>> known_;

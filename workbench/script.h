@@ -136,6 +136,9 @@ class ScriptRunner {
   // what the functions throw.
   void Run(ScriptReader& reader);
 
+  // Whether every step was run: none that an If or the end of a script left out.
+  bool ran_all() const { return ran_all_; }
+
  private:
   class OtherScript;
   enum class Next { kStep, kLeaveLoop, kExitScript, kHalt };
@@ -156,6 +159,7 @@ class ScriptRunner {
   const Printer& print_;
   std::optional<calculation::Value> result_;  // that the last script exited with
   long rounds_ = 0;
+  bool ran_all_ = true;
   int depth_ = 0;  // of scripts that perform others
 };
 

@@ -63,10 +63,12 @@ ScriptRunner::Next ScriptRunner::RunStep(const Step& step) {
     case Step::Kind::kExitLoopIf:
       return IsTrue(*step.calculations.front()) ? Next::kLeaveLoop : Next::kStep;
     case Step::Kind::kExitScript:
+      ran_all_ = false;
       result_.reset();
       if (!step.calculations.empty()) result_ = Evaluate(step, 0);
       return Next::kExitScript;
     case Step::Kind::kHaltScript:
+      ran_all_ = false;
       return Next::kHalt;
     case Step::Kind::kPerformScript:
       return Perform(step);
@@ -85,6 +87,7 @@ ScriptRunner::Next ScriptRunner::RunSteps(const std::vector<Step>& steps) {
 }
 
 ScriptRunner::Next ScriptRunner::RunIf(const Step& step) {
+  ran_all_ = false;
   for (const Step::Branch& branch : step.branches) {
     if (!branch.test || IsTrue(*branch.test)) return RunSteps(branch.steps);
   }

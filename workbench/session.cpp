@@ -10,6 +10,7 @@
 #include "calculation/built_ins.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
+#include "workbench/explainer.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
 #include "workbench/output.h"
@@ -60,12 +61,21 @@ std::vector<std::string> FieldsOf(const std::string& result) {
 
 Session::Session(const Options& options)
     : json_(options.json),
+      strict_(options.strict),
+      explains_(options.command == "explain"),
       fields_(options.fields),
       button_status_(options.button_status),
       user_(options),
       plugin_(ChooseBundle(options), options.interface_version),
-      functions_(user_) {
+      functions_(user_),
+      ran_all_(options.command != "repl") {
   SetArguments(options);
+  if (explains_) {
+    adviser_ = std::make_unique<Explainer>(options);
+  } else if (options.advise || options.command == "repl") {
+    adviser_ = std::make_unique<Adviser>(options);
+  }
+  functions_.TellCallsTo(adviser_.get());
 }
 
 // As texts, whatever they are: nothing of them is evaluated.
@@ -86,7 +96,12 @@ void Session::SetArguments(const Options& options) {
   }
 }
 
+void Session::Read(const calculation::Source& source) {
+  if (adviser_) adviser_->Read(source);
+}
+
 void Session::Evaluate(const calculation::Source& source) {
+  Read(source);
   Explaining(source, [&] {
     const calculation::NodePtr tree = calculation::Parse(source.text(), functions_);
     PrintResult(calculation::Evaluator(functions_, variables_).Evaluate(*tree));
@@ -99,9 +114,11 @@ void Session::Run(const calculation::Source& script) {
 }
 
 void Session::Run(const calculation::Source& script, ScriptReader& reader) {
+  Read(script);
   const ScriptRunner::Printer print = [this](const auto& result) { PrintResult(result); };
-  Explaining(script,
-             [&] { ScriptRunner(script.text(), functions_, variables_, print).Run(reader); });
+  ScriptRunner runner(script.text(), functions_, variables_, print);
+  Explaining(script, [&] { runner.Run(reader); });
+  if (!runner.ran_all()) ran_all_ = false;
 }
 
 std::vector<std::string> Session::Names() const {
@@ -120,6 +137,13 @@ void Session::End() {
                   std::string("the plug-in threw while it was shut down: ") + error.what());
   }
   user_.CheckAnswers();
+  if (!adviser_) return;
+  adviser_->End(ran_all_);
+  if (strict_ && adviser_->count() > 0) {
+    throw Failure(Status::kWrong, adviser_->count() == 1
+                                      ? "there is advice"
+                                      : std::to_string(adviser_->count()) + " pieces of advice");
+  }
 }
 
 int Session::ExitStatus() const {
@@ -133,6 +157,7 @@ int Session::ExitStatus() const {
 
 void Session::PrintResult(const calculation::Value& result) {
   last_result_ = calculation::ToUtf8(calculation::AsText(result));
+  if (explains_) return;
   if (json_ && !fields_) return PrintJson(FormatResultAsJson(result));
   if (json_)
     return PrintJson(ToLine({{"type", "fields"}, {"result", FieldsOf(last_result_)}}) + "\n");

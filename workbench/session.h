@@ -1,11 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "calculation/evaluator.h"
 #include "calculation/source.h"
 #include "calculation/value.h"
+#include "workbench/adviser.h"
 #include "workbench/options.h"
 #include "workbench/plugin.h"
 #include "workbench/plugin_functions.h"
@@ -35,8 +37,8 @@ class Session {
   // What calculations can name now: functions, the language's own too, and variables.
   std::vector<std::string> Names() const;
 
-  // Ends the plug-in's life. Throws Failure if the plug-in throws, or if answers are left over that
-  // should not be.
+  // Ends the plug-in's life. Throws Failure if the plug-in throws, or if answers are left over, or
+  // advice was given, that should not be.
   void End();
 
   // What the program ends with: 0, or 10 and the button that the last result says if the options
@@ -46,8 +48,11 @@ class Session {
  private:
   void SetArguments(const Options& options);
   void PrintResult(const calculation::Value& result);
+  void Read(const calculation::Source& source);
 
   bool json_;
+  bool strict_;
+  bool explains_;
   bool fields_;
   bool button_status_;
   std::string last_result_;
@@ -55,6 +60,8 @@ class Session {
   Plugin plugin_;
   PluginFunctions functions_;
   calculation::Variables variables_;
+  std::unique_ptr<Adviser> adviser_;  // null: no advice is asked for
+  bool ran_all_;                      // every step of the scripts; of a session more could follow
 };
 
 }  // namespace workbench

@@ -56,7 +56,10 @@ std::vector<std::string> ReadPasswords(const Options& options) {
   return passwords;
 }
 
+bool OnlyExplains(const Options& options) { return options.command == "explain"; }
+
 bool IsScripted(const Options& options) {
+  if (OnlyExplains(options)) return true;
   if (options.display != DisplayChoice::kAuto) return options.display == DisplayChoice::kScripted;
   return options.answers_file || !options.answers.empty();
 }
@@ -94,6 +97,7 @@ std::string Explain(const display::ScriptedDisplay::Failure& failure) {
 User::User(const Options& options)
     : strict_(options.strict),
       is_scripted_(IsScripted(options)),
+      may_leave_(OnlyExplains(options)),
       scripted_(ReadAnswers(options), options.strict) {
   display::Display& shown_on =
       is_scripted_ ? static_cast<display::Display&>(scripted_) : ShownOn(options.display);
@@ -148,6 +152,7 @@ void User::CheckDialogs() {
     throw Failure(Status::kAnswer, "dialog \"" + lost->name + "\": nobody answers");
   }
   if (failure) throw Failure(*failure);
+  if (scripted && scripted->is_missing && may_leave_) return;
   if (scripted) throw Failure(Status::kAnswer, Explain(*scripted));
   if (lost) {
     throw Failure(Status::kNoDisplay, "no display: the dialog \"" + lost->name +

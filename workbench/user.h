@@ -29,6 +29,9 @@ class User {
   int ShowMessage(const std::string& title, const std::string& message,
                   const std::vector<std::string>& buttons);
 
+  // The dialog that was shown since the last call, as it opened.
+  std::optional<display::Description> TakeShown() { return display_->TakeShown(); }
+
   // Throws Failure, which says why, if a dialog since the last call was not ended by its user.
   void CheckDialogs();
 
@@ -38,6 +41,7 @@ class User {
  private:
   bool strict_;
   bool is_scripted_;
+  bool may_leave_;  // dialogs, without an answer
   display::ScriptedDisplay scripted_;
   mutable std::optional<ObservingDisplay> display_;
 };

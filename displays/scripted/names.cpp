@@ -89,7 +89,8 @@ Things ThingsOf(Kind kind, const Description& dialog) {
 Things ItemsOf(const Action& action, const Description& dialog) {
   Things items{"item"};
   const auto* window = std::get_if<Window>(&dialog);
-  const Control* field = window ? FindById(*window, control_id::Field(action.number)) : nullptr;
+  if (!window || !control_id::IsNumber(action.number)) return items;
+  const Control* field = FindById(*window, control_id::Field(action.number));
   if (field && field->items) items.Add(*field->items);
   return items;
 }

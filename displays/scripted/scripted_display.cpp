@@ -53,6 +53,7 @@ std::optional<Action> ScriptedDisplay::NextAction() {
   if (failure_) return std::nullopt;
   if (next_ == answers_.size()) {
     Fail("there is no answer left");
+    failure_->is_missing = true;
     return std::nullopt;
   }
   try {

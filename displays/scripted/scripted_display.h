@@ -21,6 +21,7 @@ class ScriptedDisplay : public Display {
     std::string source;   // of the answer; if one is missing, of the last one, if there was any
     int line = 0;
     std::string reason;  // one clause
+    bool is_missing = false;
   };
 
   // `strict`: a dialog other than the one that its answers were recorded for is a failure.

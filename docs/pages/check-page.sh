@@ -1,3 +1,3 @@
 #!/bin/sh
-# Fails if docs/calculations.md is not what the program prints: check-page.sh PROGRAM PAGE
+# Fails if a page is not what its program prints: check-page.sh PROGRAM PAGE
 "$1" | diff "$2" -

@@ -85,11 +85,12 @@ TEST(Reference, ItsExamplesGiveWhatItSays) {
   const std::vector<Example> examples = ReadExamples();
   EXPECT_FALSE(examples.empty());
   for (const Example& example : examples) {
-    std::vector<std::string> arguments{"--answer", example.answers, "eval"};
+    std::vector<std::string> arguments{"--advise", "--answer", example.answers, "eval"};
     arguments.insert(arguments.end(), example.calculations.begin(), example.calculations.end());
     const auto ending = Tarvo(arguments);
     EXPECT_EQ(ending.output, example.output) << "line " << example.line << ": " << ending.errors;
     EXPECT_EQ(ending.status, 0) << "line " << example.line;
+    EXPECT_EQ(ending.errors, "") << "no advice is needed, line " << example.line;
   }
 }
 

@@ -69,10 +69,12 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
       {{"eval", "1", "--record", "/no/such"}, "cannot write /no/such"},
       {{"eval", "1", "--screenshot", "/dev/null/x"}, "cannot make /dev/null/x"},
       {{"run", "/no/such"}, "cannot read /no/such: No such file"},
-      {{"eval", "--only", "x", "1"}, "eval does not use --only, an option of check\n"},
+      {{"eval", "--junit", "x", "1"}, "eval does not use --junit, an option of test and check\n"},
       {{"check", "--answer", "press 1"},
-       "check does not use --answer, an option of eval, run, repl, functions and info\n"},
-      {{"info", "--arg", "a", "b"}, "info does not use --arg, an option of eval, run and repl\n"},
+       "check does not use --answer, an option of eval, run, repl, explain, test, functions and "
+       "info\n"},
+      {{"info", "--arg", "a", "b"},
+       "info does not use --arg, an option of eval, run, repl and explain\n"},
       {{"info", "--fields"}, "info does not use --fields"},
       {{"--plugin", "a", "check", "b"}, "check is given two bundles: --plugin a and b\n"},
       {{"eval", "1", "--arg", "a"}, "--arg expects NAME and VALUE\n"},
@@ -126,7 +128,7 @@ TEST(CommandLineTest, HelpExplainsWhateverHasAName) {
     EXPECT_TRUE(Holds(ending.output, text)) << ending.output;
   }
   EXPECT_FALSE(Holds(Tarvo({"help", "check"}).output, "--answer"));
-  EXPECT_FALSE(Holds(Tarvo({"help", "eval"}).output, "--only"));
+  EXPECT_FALSE(Holds(Tarvo({"help", "eval"}).output, "--junit"));
 }
 
 TEST(CommandLineTest, ArgumentsAreTextsWhateverTheyAre) {

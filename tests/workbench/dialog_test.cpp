@@ -185,7 +185,7 @@ TEST(DialogTest, FilesMayBeStandardInputAndOutput) {
                             {},
                             out});
     EXPECT_EQ(ending.errors, "");
-    EXPECT_EQ(ReadAll(out), "1\n# dialog 1: Your name\nenter 1 Ann\npress 1\n1|Ann|||\n2\n")
+    EXPECT_EQ(ReadAll(out), "1\n# dialog 1: Your name\nenter Name Ann\npress OK\n1|Ann|||\n2\n")
         << file;
     folder.Write("out", "");
   }
@@ -221,7 +221,7 @@ TEST(DialogTest, TypedLineFeedsAreFileMakersLineBreaks) {
   const std::string answers = folder.Write("a", "enter 1 a\rb\r\r\npress 1\n");
   EXPECT_EQ(Tarvo({"--record", record, "--answers", answers, "eval", "--json", kName}).output,
             "{\"type\": \"text\", \"result\": \"1|a\\rb\\r|||\"}\n");
-  EXPECT_TRUE(Holds(ReadAll(record), "enter 1 a\rb\r\r\n"));
+  EXPECT_TRUE(Holds(ReadAll(record), "enter Name a\rb\r\r\n"));
 }
 
 TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
@@ -338,11 +338,12 @@ TEST(DialogTest, APlaceholderIsNeverTyped) {
 TEST(DialogTest, AnswersThatDoNotFitAreTold) {
   const TemporaryFolder folder;
   const std::string record = folder / "record";
-  Tarvo({"--record", record, "--answer", "enter 1 Ann; press 1; press 1", "eval",
-         "TarvoSetCaption ( \"Who?\" )", kName, "TarvoAlert ( \"1|Really?|No way¶back.|Yes\" )"});
+  Tarvo({"--record", record, "--record-numbers", "--answer", "enter 1 Ann; press 1; press 1",
+         "eval", "TarvoSetCaption ( \"Who?\" )", kName,
+         "TarvoAlert ( \"1|Really?|No way¶back.|Yes\" )"});
   EXPECT_EQ(ReadAll(record),
-            "# dialog 1: Who?: Your name\nenter Name Ann\npress OK\n"
-            "# dialog 2: Really?: No way back.\npress Yes\n");
+            "# dialog 1: Who?: Your name\nenter 1 Ann\npress 1\n"
+            "# dialog 2: Really?: No way back.\npress 1\n");
   const std::string asked_other = "TarvoDialog ( \"1|Your address|OK||||Name\" )";
   const std::string alert = "TarvoAlert ( \"1|Really?|No way back.|Yes\" )";
   const struct {
@@ -350,14 +351,14 @@ TEST(DialogTest, AnswersThatDoNotFitAreTold) {
     const char* message;  // empty: all fits
   } cases[] = {
       {{kName, alert}, ""},
-      {{kName}, "record, line 5: an answer is left over, \"press Yes\"\n"},
-      {{}, "record, line 2: 3 answers are left over, from \"enter Name Ann\" on\n"},
+      {{kName}, "record, line 5: an answer is left over, \"press 1\"\n"},
+      {{}, "record, line 2: 3 answers are left over, from \"enter 1 Ann\" on\n"},
       {{asked_other, alert},
-       "record, line 2: \"enter Name Ann\" was recorded for the dialog \"Who?: Your name\", not "
+       "record, line 2: \"enter 1 Ann\" was recorded for the dialog \"Who?: Your name\", not "
        "for "
        "\"Who?: Your address\"\n"},
       {{kName, kName},
-       "record, line 5: \"press Yes\" was recorded for the dialog \"Really?: No way back.\", not"},
+       "record, line 5: \"press 1\" was recorded for the dialog \"Really?: No way back.\", not"},
   };
   for (const auto& [calculations, message] : cases) {
     std::vector<std::string> words{"--answers", record, "eval", "TarvoSetCaption ( \"Who?\" )"};

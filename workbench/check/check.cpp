@@ -1,7 +1,5 @@
 #include "workbench/check/check.h"
 
-#include <fnmatch.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
@@ -17,6 +15,7 @@
 #include "workbench/check/isolation.h"
 #include "workbench/check/plugin_under_check.h"
 #include "workbench/check/report.h"
+#include "workbench/pattern.h"
 
 namespace workbench {
 namespace {
@@ -38,18 +37,6 @@ Bundle FindModule(const std::string& folder) {
                   folder + ": the bundle has no module; expected " + module.string());
   }
   return {fs::absolute(folder), module};
-}
-
-bool Matches(const std::string& name, const std::string& pattern) {
-  if (pattern.find_first_of("*?[") == std::string::npos) {
-    return name.find(pattern) != std::string::npos;
-  }
-  return fnmatch(pattern.c_str(), name.c_str(), 0) == 0;
-}
-
-bool MatchesAny(const std::string& name, const std::vector<std::string>& patterns) {
-  return std::any_of(patterns.begin(), patterns.end(),
-                     [&](const std::string& pattern) { return Matches(name, pattern); });
 }
 
 bool IsChosen(const std::string& name, const CheckOptions& options) {

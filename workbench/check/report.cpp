@@ -116,7 +116,7 @@ void Report::PrintLine(const std::string& check, const Result& result) const {
 void Report::PrintJson(const std::string& check, const Result& result) {
   display::Json entry;
   if (tells_bundle_) entry["bundle"] = bundle_;
-  entry["check"] = check;
+  entry[kind_] = check;
   entry["result"] = Name(result.verdict);
   entry["message"] = result.message;
   entry["seconds"] = result.seconds;
@@ -136,8 +136,8 @@ std::string Report::AsJUnit() const {
                              std::to_string(Count(Verdict::kCrashed) + Count(Verdict::kTimedOut)) +
                              R"(" skipped=")" + std::to_string(Count(Verdict::kSkipped)) +
                              R"(" time=")" + Seconds(seconds) + "\">\n";
-  return R"(<?xml version="1.0" encoding="UTF-8"?>)" +
-         std::string("\n<testsuites>\n  <testsuite name=\"tarvo check\"") + counts + cases +
+  return R"(<?xml version="1.0" encoding="UTF-8"?>)" + std::string("\n<testsuites>\n") +
+         "  <testsuite name=\"tarvo " + kind_ + "\"" + counts + cases +
          "  </testsuite>\n</testsuites>\n";
 }
 

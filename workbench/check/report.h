@@ -15,8 +15,10 @@ const char* Name(Verdict verdict);
 // Results as they are printed, as lines or as JSON, and how many of them there are.
 class Report {
  public:
-  Report(bool json, bool failed_only, std::function<void(std::string_view)> print)
-      : json_(json), failed_only_(failed_only), print_(std::move(print)) {}
+  // `kind`: what is reported on, "check" or "test".
+  Report(bool json, bool failed_only, std::function<void(std::string_view)> print,
+         std::string kind = "check")
+      : json_(json), failed_only_(failed_only), print_(std::move(print)), kind_(std::move(kind)) {}
 
   // The results that follow are this bundle's, which is told if there are several.
   void Begin(const std::string& bundle, bool is_one_of_several);
@@ -42,6 +44,7 @@ class Report {
   bool json_;
   bool failed_only_;
   std::function<void(std::string_view)> print_;
+  std::string kind_;
   std::string bundle_;
   bool tells_bundle_ = false;
   bool first_ = true;

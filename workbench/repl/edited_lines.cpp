@@ -27,8 +27,8 @@ const LineEditorModule& Load() {
 }
 
 // The editor works in the user's code set.
-std::vector<std::string> ForUser(std::vector<std::string> texts) {
-  for (std::string& text : texts) text = workbench::ForUser(std::string_view(text));
+std::vector<std::string> AllForUser(std::vector<std::string> texts) {
+  for (std::string& text : texts) text = ForUser(text);
   return texts;
 }
 
@@ -36,8 +36,8 @@ std::vector<std::string> ForUser(std::vector<std::string> texts) {
 
 EditedLines::EditedLines(const Candidates& candidates)
     : module_(Load()),
-      editor_(module_.start(ForUser(history_.Load()), HistoryFile::kLongest,
-                            [candidates] { return ForUser(candidates()); }),
+      editor_(module_.start(AllForUser(history_.Load()), HistoryFile::kLongest,
+                            [candidates] { return AllForUser(candidates()); }),
               module_.stop) {}
 
 Lines::Line EditedLines::Next(bool continues) {
@@ -52,8 +52,7 @@ bool EditedLines::HasMore() const {
 }
 
 void EditedLines::Remember(const std::string& entry) {
-  if (module_.remember(*editor_, workbench::ForUser(std::string_view(entry))))
-    history_.Append(entry);
+  if (module_.remember(*editor_, ForUser(entry))) history_.Append(entry);
 }
 
 }  // namespace workbench
