@@ -7,7 +7,7 @@
 namespace terminal {
 namespace {
 
-constexpr auto kPause = std::chrono::milliseconds(700);  // begins another text
+constexpr auto kPause = std::chrono::milliseconds(1000);  // begins another text
 
 }  // namespace
 

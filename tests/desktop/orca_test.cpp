@@ -25,6 +25,7 @@ class Orca : public testing::Test {
  protected:
   void SetUp() override {
     if (OutputOf("command -v orca").empty()) GTEST_SKIP() << "Orca is not installed";
+    if (!OutputOf("pgrep -x orca").empty()) GTEST_SKIP() << "the user's own Orca runs";
     bus_ = std::make_unique<Process>(
         std::vector<std::string>{"sh", "-c",
                                  "exec dbus-daemon --session --nofork --print-address "

@@ -105,12 +105,11 @@ TEST_F(SameActions, Fields) {
 }
 
 TEST_F(SameActions, EveryKindOfControl) {
-  ExpectSame(
-      {R"(TarvoPopUps ( "red¶green¶blue" ))", R"(TarvoSetCustomControls ( "2|3|4|1" ))",
-       R"(TarvoSetCaption ( "Custom" ))",
-       R"(TarvoCustomDialog ( "4|Choose|OK||||Colour|Box|Radio|Secret" ))"},
-      {{"Custom", "Custom",
-        "Down Down Down Up space Down Return r Tab space Down space Up space Tab Tab p w Return"}});
+  ExpectSame({R"(TarvoPopUps ( "red¶green¶blue" ))", R"(TarvoSetCustomControls ( "2|3|4|1" ))",
+              R"(TarvoSetCaption ( "Custom" ))",
+              R"(TarvoCustomDialog ( "4|Choose|OK||||Colour|Box|Radio|Secret" ))"},
+             {{"Custom", "Custom",
+               "Down Down Down Up r Tab space Down space Up space Tab Tab p w Return"}});
 }
 
 TEST_F(SameActions, List) {

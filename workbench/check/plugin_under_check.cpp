@@ -25,8 +25,14 @@ Plugin::Plugin(const Bundle& bundle) : module_(dlopen(bundle.module.c_str(), RTL
                                  std::string(module_ == nullptr ? dlerror() : ""));
   entry_point_ = reinterpret_cast<decltype(entry_point_)>(dlsym(module_, "FMExternCallProc"));
   Expect(entry_point_ != nullptr, "expected an entry point FMExternCallProc, got none");
-  block_.bundle = reinterpret_cast<std::uintptr_t>(CFBundleCreateWithPath(bundle.folder));
+  bundle_ = CFBundleCreateWithPath(bundle.folder);
+  block_.bundle = reinterpret_cast<std::uintptr_t>(bundle_);
   carbon::SetDisplay(&display_);
+}
+
+Plugin::~Plugin() {
+  carbon::SetDisplay(nullptr);
+  if (bundle_) CFRelease(bundle_);
 }
 
 void Plugin::Send(std::uint8_t message, Block& block) {

@@ -41,6 +41,9 @@ std::string Quoted(std::u16string_view text);
 class Plugin {
  public:
   explicit Plugin(const Bundle& bundle);
+  Plugin(const Plugin&) = delete;
+  Plugin& operator=(const Plugin&) = delete;
+  ~Plugin();
 
   // Sends a message with `block` as it is; with the plug-in's own block if none is given.
   void Send(std::uint8_t message, Block& block);
@@ -62,6 +65,7 @@ class Plugin {
   void* module_ = nullptr;
   void (*entry_point_)(FMX_ExternCallPtr call) = nullptr;
   Block block_{};
+  CFBundleRef bundle_ = nullptr;
   AnsweringDisplay display_;
 };
 
