@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/corefoundation/CoreFoundation.h"
 #include "platform/fmwrapper/FMWrapper.h"
 #include "workbench/check/answering_display.h"
 
