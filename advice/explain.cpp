@@ -52,6 +52,12 @@ std::string EffectOfButton(int number, const std::string& text) {
   return text.empty() ? "says OK; Return presses it" : "Return presses it";
 }
 
+std::string EffectOfPasswordField(int number) {
+  if (number == 0) return "no password field";
+  return "field " + std::to_string(number < 0 ? -number : number) +
+         (number < 0 ? " is a text field" : " hides what is typed");
+}
+
 std::string EffectOfFields(const Call& call, int item, const std::vector<std::string>& items) {
   const std::string& text = items[static_cast<std::size_t>(item) - 1];
   if (item == 1) {
@@ -64,10 +70,7 @@ std::string EffectOfFields(const Call& call, int item, const std::vector<std::st
     return call.dialog ? EffectOfLabel(call, item - 6, FieldCount(call, items), text) : "";
   }
   if (item != 11) return text.empty() ? "no message" : "";
-  const int number = NumberOf(text);
-  if (number == 0) return "no password field";
-  return "field " + std::to_string(number < 0 ? -number : number) +
-         (number < 0 ? " is a text field" : " hides what is typed");
+  return EffectOfPasswordField(NumberOf(text));
 }
 
 std::string EffectOfListBox(int item, const std::string& text) {

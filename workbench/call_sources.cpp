@@ -102,11 +102,9 @@ bool CallSource::Silences(std::string_view advice) const {
   if (!source_) return false;
   const std::u16string name = calculation::ToUtf16(advice);
   const std::u16string_view text = source_->text();
-  std::size_t end = place_.begin;
-  while (end < text.size() && !calculation::IsLineBreak(text[end])) ++end;
+  std::size_t end = std::min(text.find_first_of(u"\r\n", place_.begin), text.size());
   while (true) {
-    std::size_t begin = end;
-    while (begin > 0 && !calculation::IsLineBreak(text[begin - 1])) --begin;
+    const std::size_t begin = end == 0 ? 0 : text.find_last_of(u"\r\n", end - 1) + 1;
     const std::u16string_view line = text.substr(begin, end - begin);
     if (line.find_first_not_of(u" \t") == std::u16string_view::npos) return false;
     if (workbench::Silences(line, name)) return true;

@@ -11,7 +11,7 @@ namespace workbench {
 // Writes to standard output, at once. Throws Failure if it is closed or full. JSON is UTF-8 in
 // every locale, a text is in the user's code set.
 void Print(std::string_view text);
-void PrintJson(std::string_view json);
+void PrintJson(std::string_view text);
 
 // A result as one line, its carriage returns as line feeds.
 std::string FormatResult(const calculation::Value& result);

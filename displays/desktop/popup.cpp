@@ -86,13 +86,14 @@ Popup::Popup(const display::Control& control, QWidget* parent, const Report& rep
     if (hasFocus()) TellItem(item);
   });
   // A screen reader selects an item past our keys and pointer, which make it the current one.
-  connect(menu_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          [this](const QItemSelection& added) {
-            if (added.isEmpty()) return;
-            const int item = added.first().top();
-            const auto choose = [this, item] { ChooseForeign(item); };
-            QMetaObject::invokeMethod(this, choose, Qt::QueuedConnection);
-          });
+  opened_.setSingleShot(true);
+  connect(&opened_, &QTimer::timeout, this, [this] { TellItem(currentIndex()); });
+  connect(
+      menu_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+      [this](const QItemSelection& added) {
+        if (!added.isEmpty()) ChooseForeign(added.first().top());
+      },
+      Qt::QueuedConnection);
   connect(
       this, &QComboBox::activated, this,
       [number = control_id::FieldNumber(control.id), report](int index) {
@@ -115,8 +116,7 @@ void Popup::showPopup() {
   if (count() == 0) return;
   view()->setMinimumWidth(std::min(view()->sizeHintForColumn(0) + kScrollBarRoom, kMostWidth));
   QComboBox::showPopup();
-  const auto tell = [this] { TellItem(currentIndex()); };
-  QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);  // after the menu itself
+  opened_.start(0);  // told after the menu itself
 }
 
 // What Qt tells of a change goes unheard, since it has readers ask for a selection that there is

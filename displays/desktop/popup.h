@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QListView>
+#include <QTimer>
 
 #include "displays/desktop/control_view.h"
 #include "displays/desktop/typed_search.h"
@@ -31,6 +32,7 @@ class Popup : public QComboBox, public ControlView {
   QRect TextRect() const;
 
   TypedSearch<QListView>* menu_;
+  QTimer opened_;  // ends at once, when the menu is there
 };
 
 }  // namespace desktop
