@@ -67,13 +67,6 @@ int Usage() {
   return 2;
 }
 
-// A whole number that can be a file descriptor, or -1.
-int DescriptorFrom(const std::string& text) {
-  const bool digits =
-      !text.empty() && text.size() < 9 && text.find_first_not_of("0123456789") == std::string::npos;
-  return digits ? std::stoi(text) : -1;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -86,7 +79,7 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   if (option == "--render") return Render(own_arguments, argv, argument, desktop::RenderDialog);
   if (option == "--cut-texts") return Render(own_arguments, argv, argument, desktop::WriteCutTexts);
-  const int fd = DescriptorFrom(argument);
-  if (option != display::protocol::kConnectionOption || fd < 0) return Usage();
+  const int fd = display::protocol::ReadConnection(option, argument);
+  if (fd < 0) return Usage();
   return ServeHost(own_arguments, argv, fd);
 }

@@ -58,6 +58,12 @@ Control ChangedControl(const Json& message) {
 
 }  // namespace
 
+int ReadConnection(std::string_view option, const std::string& argument) {
+  const bool is_number = !argument.empty() && argument.size() < 9 &&
+                         argument.find_first_not_of("0123456789") == std::string::npos;
+  return option == kConnectionOption && is_number ? std::stoi(argument) : -1;
+}
+
 std::string OpenLine(int dialog, const Description& description) {
   return Line(
       {{kOpen, ToJson(description)}, {kDialog, dialog}, {kSelection, SelectionsOf(description)}});

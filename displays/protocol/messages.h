@@ -27,6 +27,9 @@ namespace display::protocol {
 // The option with which a display is told its end of the socket.
 inline constexpr const char* kConnectionOption = "--connection";
 
+// The descriptor that the option of this name and its argument say, or -1 if they say none.
+int ReadConnection(std::string_view option, const std::string& argument);
+
 // The host's part: what it writes, and what the display reads of it. A line ends with its LF.
 std::string OpenLine(int dialog, const Description& description);
 std::string ChangeLine(int dialog, std::size_t index, const Control& control);

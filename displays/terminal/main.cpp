@@ -32,13 +32,6 @@ int Usage() {
   return 2;
 }
 
-// A whole number that can be a file descriptor, or -1.
-int DescriptorFrom(const std::string& text) {
-  const bool digits =
-      !text.empty() && text.size() < 9 && text.find_first_not_of("0123456789") == std::string::npos;
-  return digits ? std::stoi(text) : -1;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -46,8 +39,8 @@ int main(int argc, char** argv) {
   const std::string option = argv[1];
   const std::string argument = argv[2];
   if (option == "--render") return Render(argument);
-  const int fd = DescriptorFrom(argument);
-  if (option != display::protocol::kConnectionOption || fd < 0) return Usage();
+  const int fd = display::protocol::ReadConnection(option, argument);
+  if (fd < 0) return Usage();
   SetUpCodeSet();
   return terminal::HostSession(fd).Run();
 }

@@ -19,17 +19,14 @@ constexpr Clause kClauses[] = {
      "with one of the host or of another plug-in, and is then called in its place."},
     {"load", "",
      "The module is whole, for this machine, and can be loaded with its libraries; it has the "
-     "entry "
-     "point FMExternCallProc. FileMaker leaves out a plug-in that cannot be loaded without a "
+     "entry point FMExternCallProc. FileMaker leaves out a plug-in that cannot be loaded without a "
      "word."},
     {"initialisation", kLoad,
      "The plug-in answers the initialisation with 51 when it is offered version 200. FileMaker "
-     "sends "
-     "no further message to one that does not."},
+     "sends no further message to one that does not."},
     {"version-49", kLoad,
      "Versions below 50 are refused with -1, and nothing is registered: their call block is "
-     "another "
-     "one."},
+     "another one."},
     {"version-50", kStart, "Version 50 is accepted, the first that the interface has."},
     {"version-255", kStart, "Version 255 is accepted, the last that the interface has."},
     {"version-256", kLoad,
@@ -54,12 +51,10 @@ constexpr Clause kClauses[] = {
     {"string-131", kStart, "The same of string 131, the options."},
     {"string-absent", kStart,
      "For a string that the plug-in does not have nothing is written: the host reads what is in "
-     "the "
-     "buffer."},
+     "the buffer."},
     {"options", kStart,
      "The options string is the plug-in's ID, 1, Y with a Configure button or n, n, Y to be told "
-     "of "
-     "initialisation and shutdown, Y for idle time or n, and n. FileMaker reads each by its "
+     "of initialisation and shutdown, Y for idle time or n, and n. FileMaker reads each by its "
      "place."},
     {"functions", kStart,
      "The plug-in registers functions while it is initialised: without any it does nothing."},
@@ -71,8 +66,7 @@ constexpr Clause kClauses[] = {
      "Every function has a name of its own, without regard to case, as calculations find it."},
     {"function-prototypes", kStart,
      "A prototype begins with the function's name and a parenthesis: it is what users pick from "
-     "the "
-     "list and edit."},
+     "the list and edit."},
     {"function-arguments", kStart,
      "The counts of arguments are not negative, and the largest is not below the smallest: no "
      "calculation could call such a function."},
@@ -80,8 +74,7 @@ constexpr Clause kClauses[] = {
      "The flags let some calculation dialog offer the function: otherwise nobody can choose it."},
     {"shutdown", kStart,
      "After the shutdown no function is registered and no value of the interface is left: "
-     "FileMaker "
-     "unloads the module, and would call into nothing."},
+     "FileMaker unloads the module, and would call into nothing."},
     {"second-life", kStart,
      "After a shutdown the plug-in can be initialised again, with the same functions: users switch "
      "plug-ins off and on."},
