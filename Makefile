@@ -27,8 +27,7 @@ package: release
 # The rules for sources, of every one.
 lint:
 	@scripts/set-up.sh test
-	@scripts/build.sh release
-	@scripts/lint.sh build/release
+	@scripts/lint.sh
 
 format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i

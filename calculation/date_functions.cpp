@@ -12,7 +12,7 @@ DateParts DateOf(const Arguments& given) { return PartsOf(ToMoment(Kind::kDate, 
 
 Decimal SecondsOf(const Arguments& given) { return ToMoment(Kind::kTime, given.Get(0)).number; }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kDateRows[] = {
     {u"Date", "month ; day ; year", "a date; months and days beyond their last carry over",
      "Date ( 2 ; 30 ; 2024 )",
      [](const Arguments& given) -> Value {
@@ -87,6 +87,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kDateFunctions{"Dates and times", kFunctions};
+constexpr BuiltInGroup kDateFunctions{"Dates and times", kDateRows};
 
 }  // namespace calculation

@@ -43,7 +43,7 @@ Value UuidNumber(const Arguments&) {
   return number;
 }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kGetRows[] = {
     {u"Get ( ApplicationLanguage )", "", "the user's language, in English", "", UserLanguage},
     {u"Get ( CurrentDate )", "", "today's date", "",
      [](const Arguments&) -> Value { return CurrentMoment(Kind::kDate); }},
@@ -75,6 +75,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kGetFunctions{"Get", kFunctions};
+constexpr BuiltInGroup kGetFunctions{"Get", kGetRows};
 
 }  // namespace calculation

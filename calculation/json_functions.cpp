@@ -254,7 +254,7 @@ Value TypeFunction(const Arguments&) {
   return Decimal(type);
 }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kJsonRows[] = {
     {u"JSONArray", "", "the type of arrays, 4", "JSONArray", TypeFunction<kArray>},
     {u"JSONBoolean", "", "the type of true and false, 5", "JSONBoolean", TypeFunction<kBoolean>},
     {u"JSONDeleteElement", "json ; path", "the JSON without what stands at the path",
@@ -296,6 +296,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kJsonFunctions{"JSON", kFunctions};
+constexpr BuiltInGroup kJsonFunctions{"JSON", kJsonRows};
 
 }  // namespace calculation

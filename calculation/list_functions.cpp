@@ -109,7 +109,7 @@ Value List(const Arguments& given) {
   return list;
 }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kListRows[] = {
     {u"FilterValues", "list ; values", "the list's values that are among these, each ended by ¶",
      R"(FilterValues ( "a¶b¶c" ; "C¶a" ))", FilterValues},
     {u"GetValue", "list ; number", "one value of a list whose values are separated by ¶",
@@ -161,6 +161,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kListFunctions{"Lists", kFunctions};
+constexpr BuiltInGroup kListFunctions{"Lists", kListRows};
 
 }  // namespace calculation

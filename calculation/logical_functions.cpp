@@ -30,7 +30,7 @@ Value Evaluate(const Arguments& given) {
   }
 }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kLogicalRows[] = {
     {u"Case", "test1 ; result1 {; test2 ; result2 ; ... ; default}",
      "the result of the first test that holds; a last result alone is for when none does",
      R"(Case ( 0 ; "a" ; 1 ; "b" ; "c" ))", Case},
@@ -67,6 +67,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kLogicalFunctions{"Logic", kFunctions};
+constexpr BuiltInGroup kLogicalFunctions{"Logic", kLogicalRows};
 
 }  // namespace calculation

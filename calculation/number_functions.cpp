@@ -31,7 +31,7 @@ Total TotalOf(const Arguments& given) {
   return total;
 }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kNumberRows[] = {
     {u"Abs", "number", "the number without its sign", "Abs ( -4 )",
      [](const Arguments& given) -> Value {
        const Decimal number = given.Number(0);
@@ -87,6 +87,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kNumberFunctions{"Numbers", kFunctions};
+constexpr BuiltInGroup kNumberFunctions{"Numbers", kNumberRows};
 
 }  // namespace calculation

@@ -10,8 +10,6 @@
 namespace calculation {
 namespace {
 
-using Kind = Token::Kind;
-
 constexpr std::size_t kLevels = 6;
 
 struct OperatorSign {
@@ -63,9 +61,9 @@ std::string Quoted(std::u16string_view text) { return "\"" + ToUtf8(text) + "\""
 
 std::string NameOf(const Token& token) {
   switch (token.kind) {
-    case Kind::kEnd:
+    case Token::Kind::kEnd:
       return "end";
-    case Kind::kText:
+    case Token::Kind::kText:
       return "text";
     default:
       return Quoted(token.text);
@@ -143,7 +141,7 @@ bool Parser::AcceptWords(const std::vector<std::u16string_view>& words) {
 }
 
 bool Parser::AtSymbol(std::u16string_view symbol, std::size_t ahead) const {
-  return Peek(ahead).kind == Kind::kSymbol && Peek(ahead).text == symbol;
+  return Peek(ahead).kind == Token::Kind::kSymbol && Peek(ahead).text == symbol;
 }
 
 bool Parser::AcceptSymbol(std::u16string_view symbol) {
@@ -157,7 +155,7 @@ void Parser::Expect(std::u16string_view symbol, const std::string& expected) {
 }
 
 Variable Parser::TakeVariable() {
-  if (Peek().kind != Kind::kVariable) FailExpecting("a variable, $name or $$name");
+  if (Peek().kind != Token::Kind::kVariable) FailExpecting("a variable, $name or $$name");
   Variable variable{Lowercase(Take().text), nullptr};
   if (AcceptSymbol(u"[")) {
     variable.repetition = ParseExpression();
@@ -167,7 +165,7 @@ Variable Parser::TakeVariable() {
 }
 
 void Parser::ExpectEnd(const std::string& expected) {
-  if (Peek().kind != Kind::kEnd) FailExpecting(expected);
+  if (Peek().kind != Token::Kind::kEnd) FailExpecting(expected);
 }
 
 const Token& Parser::Peek(std::size_t ahead) const {
@@ -175,12 +173,12 @@ const Token& Parser::Peek(std::size_t ahead) const {
 }
 
 bool Parser::AtWord(std::u16string_view word, std::size_t ahead) const {
-  return Peek(ahead).kind == Kind::kName && IsSameName(Peek(ahead).text, word);
+  return Peek(ahead).kind == Token::Kind::kName && IsSameName(Peek(ahead).text, word);
 }
 
 Token Parser::Take() {
   const Token& token = Peek();
-  if (token.kind != Kind::kEnd) ++next_;
+  if (token.kind != Token::Kind::kEnd) ++next_;
   return token;
 }
 
@@ -190,7 +188,7 @@ void Parser::FailExpecting(const std::string& expected) const {
 }
 
 std::optional<Operator> Parser::AcceptOperator(std::size_t level, Span& place) {
-  if (Peek().kind != Kind::kSymbol && Peek().kind != Kind::kName) return std::nullopt;
+  if (Peek().kind != Token::Kind::kSymbol && Peek().kind != Token::Kind::kName) return std::nullopt;
   for (const OperatorSign& candidate : kOperators) {
     if (candidate.level != level || !IsSameName(Peek().text, candidate.sign)) continue;
     place = Take().place;
@@ -233,18 +231,18 @@ NodePtr Parser::ParsePower() {
 
 NodePtr Parser::ParsePrimary() {
   switch (Peek().kind) {
-    case Kind::kText: {
+    case Token::Kind::kText: {
       Token token = Take();
       if (token.text.size() > kLongestText) throw Error(token.place, TooLong());
       return Make(token.place, Literal{Text(std::move(token.text))});
     }
-    case Kind::kNumber:
+    case Token::Kind::kNumber:
       return ParseNumber();
-    case Kind::kVariable: {
+    case Token::Kind::kVariable: {
       const Span place = Peek().place;
       return Make(place, TakeVariable());
     }
-    case Kind::kName:
+    case Token::Kind::kName:
       return ParseName();
     default:
       break;
@@ -288,7 +286,7 @@ NodePtr Parser::ParseName() {
 // What stands in the parentheses of Get is part of the function's name.
 Token Parser::TakeGet(Token name) {
   Take();
-  if (Peek().kind != Kind::kName) FailExpecting("a name, as in Get ( CurrentDate )");
+  if (Peek().kind != Token::Kind::kName) FailExpecting("a name, as in Get ( CurrentDate )");
   name.text = u"Get ( " + Take().text + u" )";
   name.place.end = Peek().place.end;
   Expect(u")", "\")\"");
@@ -337,13 +335,13 @@ void Parser::ParseBindings(std::vector<Binding>& bindings, std::vector<std::u16s
 // A name is in reach from its own value on, where it still means what it meant before.
 void Parser::ParseBinding(std::vector<Binding>& bindings, std::vector<std::u16string>& names,
                           std::vector<Binding>* before) {
-  if (Peek().kind == Kind::kVariable) {
+  if (Peek().kind == Token::Kind::kVariable) {
     Variable variable = TakeVariable();
     Expect(u"=", "\"=\"");
     bindings.push_back({std::move(variable), ParseExpression()});
     return;
   }
-  if (Peek().kind != Kind::kName) FailExpecting("a name");
+  if (Peek().kind != Token::Kind::kName) FailExpecting("a name");
   std::u16string name = Lowercase(Take().text);
   Expect(u"=", "\"=\"");
   NodePtr value = ParseExpression();

@@ -143,7 +143,7 @@ Value Trim(const Arguments& given) {
 // What makes a text look otherwise leaves it as it is.
 Value AsItIs(const Arguments& given) { return given.Text(0); }
 
-constexpr BuiltIn kFunctions[] = {
+constexpr BuiltIn kTextRows[] = {
     {u"Char", "code", "the character of a Unicode code point, or of several", "Char ( 8364 )",
      Char},
     {u"Code", "text",
@@ -252,6 +252,6 @@ constexpr BuiltIn kFunctions[] = {
 
 }  // namespace
 
-constexpr BuiltInGroup kTextFunctions{"Text", kFunctions};
+constexpr BuiltInGroup kTextFunctions{"Text", kTextRows};
 
 }  // namespace calculation

@@ -1,39 +1,38 @@
 #!/bin/sh
-# Holds the sources to .clang-format and .clang-tidy, with the commands of a build folder:
+# Holds the sources to .clang-format and .clang-tidy:
 #
-#   scripts/lint.sh BUILD            every source of the product
-#   scripts/lint.sh BUILD changed    those that differ from the main branch, or include what does
+#   scripts/lint.sh            every source of the product
+#   scripts/lint.sh changed    those that differ from the main branch, or include what does
 #
 # A file that has passed is not looked at again until it, a header that it includes, or .clang-tidy
 # changes.
 set -eu
 cd "$(dirname "$0")/.."
-build=$1
-stamps=$build/lint
-mkdir -p "$stamps"
+build=build/lint
+stamps=$build/passed
 
 # One version decides, Debian 12's: others find other faults and lay out details differently.
-decides() {
-  case $("$1" --version) in
-    *" 14."*) ;;
-    *) echo "$1 is not run: its version 14 decides." >&2; return 1 ;;
-  esac
-}
+if ! command -v clang-format-14 >/dev/null || ! command -v clang-tidy-14 >/dev/null; then
+  echo "The sources are not linted: version 14 of clang-format and clang-tidy decides." >&2
+  exit 0
+fi
 
-if decides clang-format; then git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror; fi
-decides clang-tidy || exit 0
+git ls-files '*.h' '*.cpp' | xargs clang-format-14 --dry-run -Werror
+cmake --preset lint >/dev/null
+mkdir -p "$stamps"
 
-# Each source with the project's headers that it includes, a line each, as its compilation found them.
+# Each source with the project's headers that it includes, a line each.
 dependencies() {
-  ninja -C "$build" -t deps | awk -v root="$PWD/" -v build="$PWD/$build/" '
-    /^[^ ]/ { if (line != "") print line; line = "" }
-    /^ / {
-      sub(/^ +/, "")
-      if (index($0, "../") == 1) sub(/^(\.\.\/)+/, root)
-      if (index($0, build) != 1 && index($0, root) == 1) line = line " " substr($0, length(root) + 1)
-    }
-    END { if (line != "") print line }' |
-    sed 's/^ //' | grep -vE '^(tests|bench)/' | sort -u -k 1,1
+  clang-scan-deps-14 -compilation-database $build/compile_commands.json -j "$(nproc)" |
+    awk -v root="$PWD/" '
+      {
+        for (i = 1; i <= NF; i++) {
+          if ($i ~ /:$/) { if (line != "") print line; line = "" }
+          else if (index($i, root) == 1) line = line " " substr($i, length(root) + 1)
+        }
+      }
+      END { print line }' |
+    sed 's/^ //' | sort -u -k 1,1
 }
 
 # What was changed here since the main branch, and .clang-tidy counts for all; all where there is no
@@ -49,15 +48,13 @@ changed_only() {
   done
 }
 
-if [ "${2:-all}" = changed ]; then choose=changed_only; else choose=cat; fi
-tidy=$(clang-tidy --version | cksum | tr ' ' -)
-export build stamps tidy
+if [ "${1:-all}" = changed ]; then choose=changed_only; else choose=cat; fi
+export build stamps
 dependencies | $choose | tr '\n' '\0' |
   xargs -0 -r -P "$(nproc)" -I{} sh -c '
     set -- {}
-    [ -e "$1" ] || exit 0  # compiled once and gone since
-    stamp=$stamps/$(cat "$@" .clang-tidy | cksum | tr " " -)-$tidy
+    stamp=$stamps/$(cat "$@" .clang-tidy | cksum | tr " " -)
     [ -e "$stamp" ] && exit 0
-    clang-tidy -p "$build" --quiet --extra-arg=-Wno-unknown-warning-option "$1" 2>/dev/null ||
+    clang-tidy-14 -p "$build" --quiet --extra-arg=-Wno-unknown-warning-option "$1" 2>/dev/null ||
       exit 1
     : >"$stamp"'

@@ -25,6 +25,6 @@ run_tests() {
 
 run_tests release
 run_tests sanitize
-scripts/lint.sh build/release "$(if [ -n "${CI:-}" ]; then echo all; else echo changed; fi)"
+scripts/lint.sh "$(if [ -n "${CI:-}" ]; then echo all; else echo changed; fi)"
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

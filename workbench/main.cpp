@@ -3,11 +3,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "calculation/interruption.h"
 #include "workbench/command_line.h"
@@ -76,9 +78,11 @@ int Report(Status status, const std::string& message, bool json) {
 int main(int argc, char** argv) {
   KeepStandardStreams();
   signal(SIGPIPE, SIG_IGN);  // Print notices a reader that has gone
-  bool json = false;
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  // All there is to go by if the command line itself is wrong.
+  bool json = std::find(words.begin(), words.end(), "--json") != words.end();
   try {
-    const Options options = workbench::ParseCommandLine({argv + 1, argv + argc});
+    const Options options = workbench::ParseCommandLine(words);
     json = options.json;
     return Do(options);
   } catch (const Failure& failure) {

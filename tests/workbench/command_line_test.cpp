@@ -155,6 +155,7 @@ TEST(CommandLineTest, ResultsForShellScripts) {
   EXPECT_EQ(Tarvo({"--json", "eval", "1 +"}).errors.substr(0, 44),
             "{\"error\": \"line 1, column 4: unexpected end;");
   EXPECT_TRUE(Tarvo({"--json", "eval", "1 +"}).errors.ends_with("\", \"status\": 1}\n"));
+  EXPECT_TRUE(Tarvo({"evil", "--json"}).errors.ends_with("\", \"status\": 2}\n"));
 }
 
 TEST(CommandLineTest, ABrokenPipeEndsQuietly) {
