@@ -16,6 +16,7 @@
 #include "displays/desktop/host_session.h"
 #include "displays/desktop/render.h"
 #include "displays/desktop/screen_probe.h"
+#include "displays/desktop/screen_reader.h"
 #include "displays/desktop/session_bus.h"
 #include "displays/protocol/messages.h"
 
@@ -45,6 +46,7 @@ int ServeHost(int argc, char** argv, int fd) {
   probe.reset();
   desktop::SetUpDialogStyle();
   QApplication::setKeyboardInputInterval(kSearchInterval);
+  desktop::AwaitScreenReader();
   desktop::HostSession session(fd);
   fonts.join();  // or the first dialog, which needs them, would look them up once more
   return QApplication::exec();

@@ -189,7 +189,42 @@ TEST_F(Carbon, ADialogThatCannotBeShownHasNoAnswer) {
     std::int16_t item = 1;
     EXPECT_EQ(RunStandardAlert(alert, nullptr, &item), eventLoopQuitErr);
     EXPECT_EQ(item, 0);
+    item = 1;
     EXPECT_EQ(RunStandardAlert(alert, nullptr, &item), paramErr) << "an alert runs once";
+    EXPECT_EQ(item, 0);
+  }
+}
+
+TEST_F(Carbon, AlertsHaveWhatTheyAreGiven) {
+  AlertStdCFStringAlertParamRec all{};
+  all.default_text = all.cancel_text = all.other_text = CFSTR("Button");
+  AlertStdCFStringAlertParamRec swapped = all;
+  swapped.movable = swapped.help_button = 1;
+  swapped.flags = 5;
+  swapped.default_button = 3;
+  swapped.cancel_button = 1;
+  AlertStdCFStringAlertParamRec two = all;
+  two.cancel_text = nullptr;
+  const struct {
+    const AlertStdCFStringAlertParamRec& parameters;
+    const char* answers;
+    int pressed;
+  } rows[] = {{all, "return", 1},        {all, "escape", 2},           {swapped, "return", 3},
+              {swapped, "close", 1},     {two, "escape; press 3", 3},  {two, "tab; press 3", 3},
+              {two, "close; return", 1}, {all, "tab; tab; press 2", 2}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.answers);
+    DialogRef alert = nullptr;
+    EXPECT_EQ(CreateStandardAlert(0, CFSTR("m"), CFSTR("e"), &row.parameters, &alert), noErr);
+    dialogs_ = std::make_unique<ScriptedDialogs>(display::ParseAnswerText(row.answers));
+    carbon::SetDisplay(dialogs_.get());
+    std::int16_t item = 0;
+    EXPECT_EQ(RunStandardAlert(alert, nullptr, &item), noErr);
+    EXPECT_EQ(item, row.pressed);
+    const bool given = &row.parameters == &swapped;
+    EXPECT_EQ(dialogs_->opened[0].at("movable"), given);
+    EXPECT_EQ(dialogs_->opened[0].at("helpButton"), given);
+    EXPECT_EQ(dialogs_->opened[0].at("flags"), given ? 5 : 0);
   }
 }
 
