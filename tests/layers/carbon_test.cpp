@@ -39,7 +39,7 @@ class Carbon : public testing::Test {
  protected:
   Carbon() {
     commands.clear();
-    const Rect content{0, 0, 100, 200};
+    const Rect content{40, 0, 140, 200};
     CreateNewWindow(kMovableModalWindowClass, kWindowStandardHandlerAttribute, &content, &window_);
     running = window_;
     InstallEventHandler(GetWindowEventTarget(window_), NewEventHandlerUPP(Handle), 1, &kCommands,
@@ -149,6 +149,8 @@ TEST_F(Carbon, ReferencesThatAreGoneAreRefused) {
   ControlRef orphan = button;
   EXPECT_EQ(CreatePushButtonControl(window_, &kBounds, CFSTR(""), &orphan), paramErr);
   EXPECT_EQ(orphan, nullptr);
+  EXPECT_EQ(CreateListBoxControl(window_, &kBounds, 0, 30, 1, 0, 1, 16, 100, 0, 0, &orphan),
+            paramErr);
 }
 
 TEST_F(Carbon, AWindowMayGoInsideItsOwnCommand) {
@@ -304,6 +306,32 @@ TEST_F(Carbon, SaysWhatADialogDoesNotHave) {
   EXPECT_EQ(commands.size(), 1U);
 }
 
+TEST_F(Carbon, EveryChangeIsShown) {
+  ControlRef controls[5]{};
+  CreateEditUnicodeTextControl(window_, &kBounds, CFSTR(""), 0, nullptr, &controls[0]);
+  Identify(controls[0], control_id::Field(1), kGone + 1);
+  controls[1] = Identify(Popup({u"a", u"b"}), control_id::Field(2), kGone + 1);
+  CreateCheckBoxControl(window_, &kBounds, CFSTR("Box"), 1, 1, &controls[2]);
+  Identify(controls[2], control_id::Field(3), kGone + 1);
+  EXPECT_EQ(GetControlValue(controls[2]), 1);
+  CreatePopupButtonControl(window_, &kBounds, nullptr, -12345, 1, 0, teFlushLeft, 0, &controls[3]);
+  Identify(controls[3], control_id::Field(4), kGone + 1);
+  const ListHandle list = List(&controls[4]);
+  Run("enter 1 x; tab; type y; choose 2 2; click 3; row 4");
+  std::vector<std::size_t> changed;
+  for (const auto& [index, control] : dialogs_->changes) changed.push_back(index);
+  // The focus goes from nowhere to the text.
+  EXPECT_EQ(changed, (std::vector<std::size_t>{0, 0, 0, 1, 2, 4}));
+  for (const HICommand& command : commands) EXPECT_EQ(command.attributes, 0U);
+  EXPECT_EQ(LLastClick(list).h, 0);
+  const auto& shown = dialogs_->opened[0];
+  EXPECT_EQ(shown.at("class"), 4);
+  EXPECT_EQ(shown.at("controls")[1].at("menu").at("variableWidth"), true);
+  Run("choose 4 1");
+  EXPECT_EQ(dialogs_->failure()->reason,
+            "\"choose 4 1\": there is no item 1 in the menu of field 4");
+}
+
 TEST_F(Carbon, TabStopsAtNothingWhereThereIsNothing) {
   Run("tab");
   EXPECT_EQ(dialogs_->failure()->reason, "there is no answer left");
@@ -349,6 +377,7 @@ TEST_F(Carbon, DataIsTakenAndGivenByTagAndSize) {
   for (const Size size : {1, 2, 8}) {
     EXPECT_EQ(SetControlData(button, 0, FourCharCode("none"), size, "unused!"), paramErr);
   }
+  EXPECT_EQ(SetControlData(button, 0, kControlPopupButtonMenuHandleTag, 1, "unused!"), paramErr);
   ControlRef control = Popup({});
   EXPECT_EQ(GetControlData(control, 0, kControlEditTextCFStringTag, sizeof list, &list, nullptr),
             paramErr);
@@ -387,6 +416,15 @@ TEST_F(Carbon, ListsHoldBytesAndGiveTheSelection) {
   cell.v = 9;
   EXPECT_FALSE(LGetSelect(1, &cell, list));
   EXPECT_EQ(LLastClick(list).v, 8);
+  Point pointer{};
+  GetMouse(&pointer);
+  EXPECT_EQ(pointer.v, 50) << "the list's top";
+  Run("row 2; row+ 5; row- 7");
+  const display::Control& shown = dialogs_->changes.back().second;
+  EXPECT_EQ(shown.selected, (std::vector<int>{5, 6, 7})) << "from where it was toggled";
+  EXPECT_TRUE(shown.multiple);
+  EXPECT_EQ(shown.cell->height, 16);
+  EXPECT_EQ(shown.cell->width, 100);
 }
 
 }  // namespace
