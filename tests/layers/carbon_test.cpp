@@ -231,6 +231,32 @@ TEST_F(Carbon, AlertsHaveWhatTheyAreGiven) {
   }
 }
 
+TEST_F(Carbon, WindowsKeepTheirSizeWhereverTheyGo) {
+  class SecondScreen : public display::ScriptedDisplay {
+   public:
+    using ScriptedDisplay::ScriptedDisplay;
+    Rect MainScreen() override { return {100, 200, 700, 1000}; }
+  } screen(std::vector<display::Answer>{});
+  carbon::SetDisplay(&screen);
+  const Rect content{40, 30, 140, 230};
+  WindowRef window = nullptr;
+  CreateNewWindow(kMovableModalWindowClass, 0, &content, &window);
+  Rect bounds{};
+  const auto expect = [&](int top, int left) {
+    GetWindowBounds(window, kWindowContentRgn, &bounds);
+    EXPECT_EQ(bounds.top, top);
+    EXPECT_EQ(bounds.left, left);
+    EXPECT_EQ(bounds.bottom, top + 100);
+    EXPECT_EQ(bounds.right, left + 200);
+  };
+  expect(40, 30);
+  RepositionWindow(window, nullptr, kWindowCenterOnMainScreen);
+  expect(350, 500);
+  MoveWindow(window, 7, 9, 1);
+  expect(9, 7);
+  DisposeWindow(window);
+}
+
 TEST_F(Carbon, EventsGoToWhoeverHandlesThem) {
   constexpr std::uint32_t kOther = 99;
   constexpr EventTypeSpec kKept[] = {{kEventClassCommand, kOther},
