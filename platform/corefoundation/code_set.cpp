@@ -31,7 +31,7 @@ bool Convert(iconv_t converter, Buffers& buffers) {
 
 void Restart(iconv_t converter) { iconv(converter, nullptr, nullptr, nullptr, nullptr); }
 
-// Writes the character that was held back because a combining mark might follow it.
+// Writes the character that was held back because a combining mark might follow it, and restarts.
 void Flush(iconv_t converter, Buffers& buffers) {
   iconv(converter, nullptr, nullptr, &buffers.out, &buffers.out_left);
 }
@@ -50,14 +50,12 @@ bool CodeSet::IsKnown() const { return encoder_ != kNoConverter && decoder_ != k
 
 // Character by character: if the code set lacks one, that one alone is replaced.
 std::size_t CodeSet::Encode(std::u16string_view text, char* bytes) const {
-  Restart(encoder_);
   Buffers buffers{nullptr, 0, bytes, text.size() * kBytesPerUnit};
   for (std::size_t i = 0; i < text.size();) {
     char16_t units[2];
     buffers.in = reinterpret_cast<char*>(units);
     buffers.in_left = static_cast<std::size_t>(PutUtf16(NextCharacter(text, i), units) - units) * 2;
     if (Convert(encoder_, buffers)) continue;
-    Flush(encoder_, buffers);
     *buffers.out++ = '?';
     --buffers.out_left;
   }

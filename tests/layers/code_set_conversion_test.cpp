@@ -97,6 +97,7 @@ TEST_P(EveryCodeSet, IsCutBetweenCharacters) {
     const std::string start = bytes.substr(0, cut);
     ASSERT_EQ(Encoded(set_, Decoded(set_, start)), start) << size;
   }
+  EXPECT_EQ(set_.Cut("\xFF\xFF\xFF", 1), 1U) << "what is no character counts as one byte";
 }
 
 std::string NameOf(const testing::TestParamInfo<const char*>& info) {

@@ -221,6 +221,7 @@ TEST_F(Bundle, SpeaksTheUsersLanguage) {
               {"LC_ALL", "C", "en"},
               {"LC_ALL", "de", "de"},
               {"LANGUAGE", "xx:pt:de", "pt"},
+              {"LANGUAGE", "pt:de", "pt"},
               {"LANGUAGE", "../de:x/pt:", "de"}};
   EXPECT_EQ(Text(u"k"), "en");
   for (const auto& row : rows) {
