@@ -19,4 +19,5 @@ endif()
 string(REGEX MATCH "shlibs:Depends=([^\n]*)" found "${needs}")
 set(CPACK_DEBIAN_PACKAGE_DEPENDS ${CMAKE_MATCH_1})
 string(REGEX MATCH "shlibs:Recommends=([^\n]*)" found "${needs}")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ${CMAKE_MATCH_1})
+# Qt's words in other languages, for the menus of fields.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "${CMAKE_MATCH_1}, qt6-translations-l10n")

@@ -11,7 +11,7 @@ purpose=${1:-run}
 
 packages="
   cmake g++ make ninja-build pkg-config
-  qt6-base-dev qt6-wayland libxcb1-dev libfontconfig-dev libgl-dev
+  qt6-base-dev qt6-wayland qt6-translations-l10n libxcb1-dev libfontconfig-dev libgl-dev
   nlohmann-json3-dev libcli11-dev libedit-dev libncurses-dev libgmp-dev libicu-dev
   dpkg-dev file
   fonts-dejavu-core"

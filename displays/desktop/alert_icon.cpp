@@ -94,6 +94,16 @@ AlertIcon::AlertIcon(int type, QWidget* parent) : QWidget(parent), type_(type) {
   setFixedSize(kSize, kSize);
 }
 
+QIcon ProgramIcon() {
+  QPixmap picture(kSize, kSize);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  DrawPlain(painter);
+  painter.end();
+  return picture;
+}
+
 void AlertIcon::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);

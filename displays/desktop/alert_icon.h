@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QWidget>
 
 namespace desktop {
@@ -16,5 +17,8 @@ class AlertIcon : public QWidget {
  private:
   int type_;
 };
+
+// The program's own, for its windows in task bars and switchers.
+QIcon ProgramIcon();
 
 }  // namespace desktop

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
@@ -52,6 +53,12 @@ QRect Inside(const QRect& screen, QRect rect) {
   rect.moveTo(between(screen.left(), rect.left(), screen.right() + 1 - rect.width()),
               between(screen.top() + kTitleBar, rect.top(), screen.bottom() + 1 - rect.height()));
   return rect;
+}
+
+// From right to left if the user's language or that of the message runs so.
+Qt::LayoutDirection DirectionFor(const display::Alert& alert) {
+  const bool message = ToQString(alert.message).isRightToLeft();
+  return message ? Qt::RightToLeft : QLocale().textDirection();
 }
 
 display::Control ButtonControl(int number, const std::string& text, bool is_default) {
@@ -104,13 +111,14 @@ QWidget* MakeTexts(const display::Alert& alert, int width, QWidget* window) {
 }  // namespace
 
 void AlertWindow::Fill(const display::Alert& alert) {
-  setWindowTitle(QStringLiteral(" "));  // none; Qt would show the program's name
+  SetTitle({}, OneLine(ToQString(alert.message)));
   setAccessibleName(ToQString(alert.message));
   setAccessibleDescription(ToQString(alert.explanation));
   AddButton(1, alert.default_button, alert.return_button == 1);
   AddButton(2, alert.cancel_button, alert.return_button == 2);
   AddButton(3, alert.other_button, alert.return_button == 3);
   SetTabOrder(buttons_);
+  setLayoutDirection(DirectionFor(alert));
   LayOut(alert);
   if (!buttons_.empty()) buttons_.front()->setFocus();
 }
@@ -156,6 +164,7 @@ void AlertWindow::LayOut(const display::Alert& alert) {
   const int width = kTextLeft + texts->width() + kMargin;
   const int height = body + around_texts;
   PlaceButtons(width, height - kButtonRow);
+  if (layoutDirection() == Qt::RightToLeft) Mirror(width);
   setFixedSize(width, height);
   setGeometry(Inside(screen, {parent.left() + (parent.width() - width) / 2,
                               parent.top() + (parent.height() - height) / 3, width, height}));
@@ -195,6 +204,13 @@ void AlertWindow::PlaceButtons(int width, int top) {
     const bool other = button == other_;
     button->move(other ? kMargin : right - button->width(), top);
     right -= button->width() + kBetweenButtons;
+  }
+}
+
+// Everything changes sides.
+void AlertWindow::Mirror(int width) {
+  for (auto* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    child->move(width - child->x() - child->width(), child->y());
   }
 }
 

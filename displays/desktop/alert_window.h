@@ -29,6 +29,7 @@ class AlertWindow : public ModalWindow {
   QWidget* AddTexts(const display::Alert& alert, int width, int most);
   int ButtonRowWidth() const;
   void PlaceButtons(int width, int top);
+  void Mirror(int width);
 
   std::vector<QWidget*> buttons_;  // default, cancel, other, those that exist
   QWidget* other_ = nullptr;

@@ -30,20 +30,18 @@ constexpr double kRadius = 4;
 constexpr int kBezelInset = 3;  // a button's bezel is lower than its rectangle, above and below
 constexpr double kToggleSize = 15;
 constexpr int kToolTipMargin = 6;
-constexpr double kFaint =
-    0.45;  // how much of its colour a disabled text keeps: a contrast of 3 to 1
+
+// The families of the desktop's font if Qt does not know them.
+QStringList& Families() {
+  static QStringList families;
+  return families;
+}
 
 QFont SystemFont(int pixels) {
   QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+  if (!Families().isEmpty()) font.setFamilies(Families());
   font.setPixelSize(pixels);
   return font;
-}
-
-QColor Mix(const QColor& a, const QColor& b, double share_of_b) {
-  const auto mix = [share_of_b](int x, int y) {
-    return static_cast<int>(std::lround(x + (y - x) * share_of_b));
-  };
-  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
 // The colours of one widget in the state that it is in.
@@ -52,7 +50,7 @@ struct Colors {
   Colors(const QWidget& widget, bool enabled)
       : palette(widget.palette()), group(enabled ? QPalette::Active : QPalette::Disabled) {}
   QColor Of(QPalette::ColorRole role) const { return palette.color(group, role); }
-  QColor Border() const { return Mix(Of(QPalette::Window), Of(QPalette::WindowText), 0.45); }
+  QColor Border() const { return BorderColour(palette, group); }
   QColor Accent() const { return palette.color(QPalette::Active, QPalette::Highlight); }
   bool Dark() const { return Of(QPalette::Window).lightness() < 128; }
 
@@ -219,28 +217,25 @@ class DialogStyle : public QProxyStyle {
   }
 };
 
-// The palette with disabled texts that can be read and tool tips in the dialog's colours.
-QPalette ReadablePalette(QPalette palette) {
-  const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
-  const QColor faint = Mix(palette.color(QPalette::Active, QPalette::Window), text, kFaint);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(QPalette::Disabled, role, faint);
-  }
-  palette.setColor(QPalette::ToolTipBase, palette.color(QPalette::Active, QPalette::Base));
-  palette.setColor(QPalette::ToolTipText, palette.color(QPalette::Active, QPalette::Text));
-  return palette;
+// Windows that are open take the colours at once. A font is that of those that open from now on:
+// an alert is laid out by it.
+void FollowDesktopSettings() {
+  const DesktopSettings settings = ReadDesktopSettings();
+  QApplication::setPalette(QPalette());  // what Qt itself knows
+  const QPalette palette = PaletteFor(settings, QApplication::palette());
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
+  Families() = settings.families;
+  QApplication::setFont(SmallFont());
 }
 
 }  // namespace
 
 void SetUpDialogStyle() {
-  const QPalette palette =
-      ReadablePalette(DesktopPrefersDark() ? DarkPalette() : QApplication::palette());
-  QApplication::setPalette(palette);
-  QToolTip::setPalette(palette);
-  // The application owns the style, which the analyser does not see.
   QApplication::setStyle(new DialogStyle);
-  QApplication::setFont(SmallFont());  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+  WatchDesktopSettings(FollowDesktopSettings);
+  // The application owns the style, which the analyser does not see.
+  FollowDesktopSettings();  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
 
 QFont SmallFont() { return SystemFont(kFontPixels); }
@@ -341,12 +336,16 @@ QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
 }
 
 bool LineDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
-                             const QStyleOptionViewItem& option, const QModelIndex& index) {
+                             const QStyleOptionViewItem&, const QModelIndex& index) {
   if (event->type() != QEvent::ToolTip) return false;
-  const QString text = index.data().toString();
-  const bool cut = IsCut(text, view->font(), option.rect.width() - 2 * margin_);
-  ShowToolTip(cut ? text : QString(), event->globalPos(), view);
+  ShowToolTip(CutText(*view, index), event->globalPos(), view);
   return true;
+}
+
+QString LineDelegate::CutText(const QAbstractItemView& view, const QModelIndex& index) const {
+  const QString text = index.data().toString();
+  const int room = view.viewport()->width() - 2 * margin_;
+  return IsCut(text, view.font(), room) ? text : QString();
 }
 
 }  // namespace desktop

@@ -50,6 +50,9 @@ class LineDelegate : public QStyledItemDelegate {
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
 
+  // The whole of a line that is cut in the view; empty if all of it fits.
+  QString CutText(const QAbstractItemView& view, const QModelIndex& index) const;
+
  private:
   int height_;
   int margin_;

@@ -23,20 +23,12 @@ bool IsInput(const Control& control) {
 // The cancel control is Escape and nothing to look at, whether or not Escape is allowed.
 bool IsSeen(const Control& control) { return control.visible && !control.is_cancel; }
 
-// Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
-// name.
-QString TitleFor(const std::string& text) {
-  QString title = OneLine(ToQString(text));
-  title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
-  return title.isEmpty() ? QStringLiteral(" ") : title;
-}
-
 }  // namespace
 
 void DialogWindow::Fill(display::Window description) {
   description_ = std::move(description);
   const Rect& content = description_.content;
-  setWindowTitle(TitleFor(description_.title));
+  SetTitle(OneLine(ToQString(description_.title)), Name());
   setFixedSize(content.right - content.left, content.bottom - content.top);
   Place();
   views_.resize(description_.controls.size());
@@ -64,6 +56,16 @@ QPoint DialogWindow::ContentPlace() const {
 
 void DialogWindow::Place() { setGeometry({ContentPlace(), size()}); }
 
+// The caption, or else the message.
+QString DialogWindow::Name() const {
+  if (!description_.title.empty()) return OneLine(ToQString(description_.title));
+  for (const Control& control : description_.controls) {
+    const bool message = control.kind == ControlKind::kStatic && control.id == control_id::kMessage;
+    if (message) return OneLine(ToQString(control.text.value_or("")));
+  }
+  return {};
+}
+
 // A window manager may have moved a new window onto the screen, though it was to stand beyond its
 // edge. Once it is active it is the user's to move.
 bool DialogWindow::event(QEvent* event) {
@@ -81,6 +83,7 @@ void DialogWindow::Show(std::size_t index) {
   if (!view && IsSeen(control)) {
     view = MakeControlView(control, this, [this](const auto& action) { Send(action); });
     AddView(view);
+    if (control.kind == ControlKind::kList) view->Widget()->setAccessibleName(Name());
   }
   if (view) view->Update(control);
 }

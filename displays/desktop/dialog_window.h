@@ -12,6 +12,9 @@ namespace desktop {
 // A dialog at its place on the screen with its controls at theirs.
 class DialogWindow : public ModalWindow {
  public:
+  // Its rectangles and their sides are the host's, in every language.
+  DialogWindow() { setLayoutDirection(Qt::LeftToRight); }
+
   // Fills the empty window.
   void Fill(display::Window description);
 
@@ -26,6 +29,7 @@ class DialogWindow : public ModalWindow {
   bool event(QEvent* event) override;
 
  private:
+  QString Name() const;
   QPoint ContentPlace() const;
   void Place();
   void Show(std::size_t index);

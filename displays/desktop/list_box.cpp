@@ -8,7 +8,6 @@
 #include <string>
 #include <utility>
 
-#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/shown_text.h"
 
 namespace desktop {
@@ -39,11 +38,12 @@ ListBox::ListBox(const display::Control& control, QWidget* parent, Report report
     : TypedSearch(parent),
       report_(std::move(report)),
       rows_(static_cast<int>(control.rows->size())),
-      row_height_(control.cell ? control.cell->height : kUsualRowHeight) {
+      row_height_(control.cell ? control.cell->height : kUsualRowHeight),
+      lines_(new LineDelegate(row_height_, kRowMargin, this)) {
   setFont(SmallFont());
   setGeometry(RectOf(control).adjusted(-kFrame, -kFrame, kFrame, kFrame));
   setFrameShape(QFrame::StyledPanel);
-  setItemDelegate(new LineDelegate(row_height_, kRowMargin, this));
+  setItemDelegate(lines_);
   setUniformItemSizes(true);
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   verticalScrollBar()->setSingleStep(row_height_);
@@ -75,6 +75,9 @@ void ListBox::Update(const display::Control& control) {
   setEnabled(control.enabled);
   setVisible(control.visible);
 }
+
+// That of the row that the keys are on.
+QString ListBox::CutText() const { return lines_->CutText(*this, currentIndex()); }
 
 QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex&,
                                                               const QEvent*) const {

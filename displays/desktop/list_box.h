@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "displays/desktop/control_view.h"
+#include "displays/desktop/dialog_style.h"
 #include "displays/desktop/typed_search.h"
 #include "platform/carbon/display.h"
 
@@ -18,6 +19,7 @@ class ListBox : public TypedSearch<QListWidget>, public ControlView {
 
   QWidget* Widget() override { return this; }
   void Update(const display::Control& control) override;
+  QString CutText() const override;
 
  protected:
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex&,
@@ -42,6 +44,7 @@ class ListBox : public TypedSearch<QListWidget>, public ControlView {
   Report report_;
   int rows_ = 0;
   int row_height_;
+  LineDelegate* lines_;
   int chosen_ = -1;                  // the row that was reported last
   std::vector<int> selected_empty_;  // rows without a line
   bool updating_ = false;            // the selection changes because the host says so

@@ -5,6 +5,9 @@
 #include <fontconfig/fontconfig.h>
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -12,6 +15,7 @@
 #include <string>
 #include <thread>
 
+#include "displays/desktop/alert_icon.h"
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/host_session.h"
 #include "displays/desktop/render.h"
@@ -44,6 +48,13 @@ int ServeHost(int argc, char** argv, int fd) {
   std::jthread fonts([] { FcInit(); });
   QApplication application(argc, argv);
   probe.reset();
+  // Qt's own words, in the menus of fields, in the user's language.
+  QTranslator words;
+  if (words.load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                 QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&words);
+  }
+  QApplication::setWindowIcon(desktop::ProgramIcon());
   desktop::SetUpDialogStyle();
   QApplication::setKeyboardInputInterval(kSearchInterval);
   desktop::AwaitScreenReader();

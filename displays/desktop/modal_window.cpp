@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QWindow>
@@ -85,6 +86,14 @@ void ModalWindow::Dismiss() {
   setAccessibleDescription({});
 }
 
+// Qt reads "[*]" in a title as a place for a mark, and a window without a title gets the program's
+// name.
+void ModalWindow::SetTitle(const QString& title, const QString& name) {
+  QString shown = title.isEmpty() ? QStringLiteral(" ") : title;
+  setWindowTitle(shown.replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+  setWindowIconText(name);
+}
+
 void ModalWindow::Send(const Action& action) {
   if (!content_.report) return;  // the dialog has been dismissed
   QGuiApplication::inputMethod()->commit();
@@ -152,6 +161,9 @@ bool ModalWindow::HandleKey(QKeyEvent& key) {
     case Qt::Key_Space:
       if (!acts && !(expected && qobject_cast<QLineEdit*>(focusWidget()))) return true;
       break;
+    case Qt::Key_F1:
+      ShowCutTextsOfFocus();
+      return true;
     default:
       break;
   }
@@ -192,6 +204,26 @@ bool ModalWindow::ShowCutText(const QObject* object, const QPoint& position) {
     return true;
   }
   return false;
+}
+
+// Whether the text belongs to the control: it is the control's own, its label's, or the message,
+// which belongs to all.
+bool ModalWindow::BelongsTo(ControlView& text, const QWidget* control) const {
+  const auto* label = qobject_cast<QLabel*>(text.Widget());
+  return text.Widget() == control ||
+         (label && (label->buddy() == control || label->buddy() == this));
+}
+
+// What a pointer would find by resting on one text after the other.
+void ModalWindow::ShowCutTextsOfFocus() {
+  QWidget* const focus = focusWidget() ? focusWidget() : this;
+  QStringList texts;
+  for (ControlView* view : content_.views) {
+    if (BelongsTo(*view, focus)) texts.push_back(view->CutText());
+  }
+  texts.removeAll(QString());
+  const QRect place = focus->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+  ShowToolTip(texts.join('\n'), focus->mapToGlobal(place.bottomLeft()), this);
 }
 
 void ModalWindow::closeEvent(QCloseEvent* event) {

@@ -45,6 +45,9 @@ class ModalWindow : public QWidget {
   // Reports what the user did, after the edits that were made before it.
   void Send(const display::Action& action);
 
+  // What the title bar shows, and what the window goes by in task bars.
+  void SetTitle(const QString& title, const QString& name);
+
   void AddView(ControlView* view) { content_.views.push_back(view); }
 
   // The order of Tab; hidden and disabled widgets in it are passed over.
@@ -61,6 +64,8 @@ class ModalWindow : public QWidget {
   bool PassToFirstInput(QKeyEvent& key);
   bool Repeats(const QKeyEvent& key) const;
   bool ShowCutText(const QObject* object, const QPoint& position);
+  bool BelongsTo(ControlView& text, const QWidget* control) const;
+  void ShowCutTextsOfFocus();
   void DropNativeWindow();
   void StandAboveHostWindow();
 

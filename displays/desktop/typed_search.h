@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QAbstractItemDelegate>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QHelpEvent>
 #include <QKeyEvent>
 
 namespace desktop {
@@ -28,10 +30,19 @@ class TypedSearch : public View {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_F1) return ShowCutLine();
     Continues(*event) ? keyboardSearch(event->text()) : View::keyPressEvent(event);
   }
 
  private:
+  // The tool tip of the row that the keys are on, as if the pointer rested there.
+  void ShowCutLine() {
+    const QModelIndex line = this->currentIndex();
+    const QPoint place = this->viewport()->mapToGlobal(this->visualRect(line).bottomLeft());
+    QHelpEvent help(QEvent::ToolTip, {}, place);
+    if (line.isValid()) this->itemDelegate()->helpEvent(&help, this, {}, line);
+  }
+
   QElapsedTimer since_;  // the last key of the search
 };
 

@@ -38,11 +38,8 @@ std::string FindProgram(const std::string& name) {
   Dl_info self{};
   if (dladdr(reinterpret_cast<const void*>(&FindProgram), &self) == 0) return "";
   std::error_code error;
-  const fs::path folder = fs::canonical(self.dli_fname, error).parent_path();
-  for (const fs::path& place : {folder / name, folder.parent_path() / "bin" / name}) {
-    if (access(place.c_str(), X_OK) == 0) return place;
-  }
-  return "";
+  const fs::path place = fs::canonical(self.dli_fname, error).parent_path() / name;
+  return access(place.c_str(), X_OK) == 0 ? place.string() : "";
 }
 
 // What the child starts with: its socket as number 3, nothing above it, and no signal blocked,
@@ -111,7 +108,7 @@ DisplayProgram::DisplayProgram(std::string name)
     : name_(std::move(name)), path_(FindProgram(name_)) {}
 
 std::string DisplayProgram::Start() {
-  if (path_.empty()) return name_ + " is missing: it belongs beside libCarbon or in ../bin";
+  if (path_.empty()) return name_ + " is missing: it belongs beside libCarbon";
   int ends[2];
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
     return name_ + " does not start";

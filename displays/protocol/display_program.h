@@ -13,8 +13,8 @@ namespace display {
 // and no signal that is blocked, ignored or handled, but for those of job control that are ignored.
 class DisplayProgram {
  public:
-  // Starts nothing yet. The program stands beside the library that holds this code, or in ../bin
-  // from there; a name that is an absolute path is that of the program.
+  // Starts nothing yet. The program stands beside the library that holds this code; a name
+  // that is an absolute path is that of the program.
   explicit DisplayProgram(std::string name);
   DisplayProgram(const DisplayProgram&) = delete;
   DisplayProgram& operator=(const DisplayProgram&) = delete;

@@ -85,7 +85,7 @@ TEST_F(Accessibility, ListIsToldRowByRow) {
   dialog.controls[kListIndex].rows->at(1) = "Second";
   dialog.controls[kListIndex].selected = {2};
   Open(dialog);
-  EXPECT_TRUE(reader_.WaitForLine("  list: "));
+  EXPECT_TRUE(reader_.WaitForLine("  list: List"));
   EXPECT_TRUE(reader_.WaitForLine("    list item: Second selected"));
   EXPECT_EQ(AfterKey("Tab Down Down"), "row 1");
   EXPECT_TRUE(reader_.WaitForLine("    list item: Second focused selected"));

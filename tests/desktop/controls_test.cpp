@@ -1,6 +1,10 @@
 // Each kind of control, used by keys and pointer.
 
+#include <algorithm>
+#include <cmath>
+
 #include "tests/desktop/user_test.h"
+#include "tests/support/changed_variable.h"
 
 namespace desktop_test {
 namespace {
@@ -78,14 +82,47 @@ TEST_F(Controls, FocusIsSeenOnEveryKind) {
   }
 }
 
-TEST_F(Controls, TextThatIsCutIsShownWholeOnHover) {
-  display::Window dialog = Dialog({Field(1, ControlKind::kEdit)}, 1);
-  Open(dialog);
-  const auto alone = VisibleWindows();
-  dialog.controls[FieldIndex(1) - 1].text = "A label that is too long for its place";
-  display_.Change(FieldIndex(1) - 1, dialog.controls[FieldIndex(1) - 1]);
-  OutputOf("xdotool mousemove " + std::to_string(kLeft + 60) + " " + std::to_string(kTop + 66));
-  EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; }));
+// Full blocks: any point of them has the text's colour.
+std::string Blocks(int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += "█";
+  return text;
+}
+
+// With the pointer on its place and by F1.
+TEST_F(Controls, TextThatIsCutEndsInAnEllipsisAndIsShownWhole) {
+  display::Window label = Dialog({Field(1, ControlKind::kEdit)}, 1);
+  label.controls[FieldIndex(1) - 1].text = Blocks(99);
+  const display::Window popup = Dialog({PopupField(1, {Blocks(99), Blocks(98)})}, 1);
+  display::Window list = ListDialog(false);
+  list.controls[kListIndex].rows = {"Row", Blocks(99)};
+  struct Case {
+    const display::Window& dialog;
+    const char* opened_by;  // keys
+    const char* keys;       // and then
+    int y, left, right;     // where the text is, and where its ellipsis
+  };
+  for (const auto& [dialog, opened_by, keys, y, left, right] :
+       {Case{label, "", "F1", 67, 30, 138}, Case{popup, "", "ctrl+F1", 67, 200, 388},
+        Case{popup, "space", "Down shift+F1", 110, 200, 740},
+        Case{list, "", "Down Down F1", 124, 30, 394}}) {
+    const auto is_text = [this, y = kTop + y](int x) {
+      return user_.PixelAt(kLeft + x, y) < 0x404040;
+    };
+    Open(dialog);
+    if (*opened_by != '\0') user_.Key(opened_by);
+    EXPECT_TRUE(WaitFor([&, left = left, right = right] {
+      return is_text(left) && !is_text(right);
+    })) << y;
+    const auto alone = VisibleWindows();
+    OutputOf("xdotool mousemove " + std::to_string(kLeft + left) + " " + std::to_string(kTop + y));
+    EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; })) << y << " by the pointer";
+    OutputOf("xdotool mousemove 0 0");
+    EXPECT_TRUE(WaitFor([&] { return VisibleWindows() == alone; })) << y;
+    user_.Key(keys);
+    EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; })) << y << " by keys";
+    display_.Close();
+  }
 }
 
 TEST_F(Controls, PopupIsChosenFromClosedAndOpen) {
@@ -151,10 +188,14 @@ TEST_F(Controls, FocusStaysWhereItIsUntilItIsNeeded) {
 }
 
 TEST_F(Controls, TogglesReportClicksAndShowWhatTheHostSays) {
-  display::Window dialog =
-      Dialog({Field(1, ControlKind::kCheckBox), Field(2, ControlKind::kRadio)}, 1);
-  dialog.controls[FieldIndex(2)].value = 1;
+  display::Window dialog = Dialog({Field(1, ControlKind::kCheckBox), Field(2, ControlKind::kRadio),
+                                   Field(3, ControlKind::kRadio)},
+                                  1);
+  for (const int radio : {2, 3}) dialog.controls[FieldIndex(radio)].value = 1;
   Open(dialog);
+  for (const int radio : {94, 124}) {  // both, which no group of Qt's would allow
+    EXPECT_EQ(user_.PixelAt(kLeft + 150, kTop + radio), 0x308cc6U);
+  }
   const unsigned off = user_.PixelAt(kLeft + 150, kTop + 64);
   EXPECT_EQ(AfterKey("space"), "click 1");
   EXPECT_EQ(AfterClick(155, 67), "click 1");
@@ -226,8 +267,11 @@ TEST_F(Controls, ListIsUsedInFullByKeysAndByDragging) {
 TEST_F(Controls, ListShowsTheHostsSelection) {
   display::Window dialog = ListDialog(true);
   Control& list = dialog.controls[kListIndex];
+  list.rows->at(0) = list.rows->at(1) = Blocks(4);
   list.selected = {2};
   Open(dialog);
+  EXPECT_EQ(user_.PixelAt(kLeft + 20, kTop + 108), 0x000000U);
+  EXPECT_EQ(user_.PixelAt(kLeft + 20, kTop + 124), 0xffffffU) << "the text of a selected row";
   const unsigned free = user_.PixelAt(kLeft + 200, kTop + 108);
   const unsigned selected = user_.PixelAt(kLeft + 200, kTop + 124);
   EXPECT_NE(selected, free);
@@ -287,6 +331,45 @@ TEST_F(Controls, AlertAnswersKeysAndItsButtons) {
   EXPECT_EQ(AfterKey("Tab space"), "press 3");
   user_.Key("ctrl+c");
   EXPECT_EQ(OutputOf("xclip -selection clipboard -o"), "Delete?\n\nFor good.");
+}
+
+// The luminances of 0xRRGGBB colours, as the Web's guidelines for contrast count them.
+double Luminance(unsigned colour) {
+  const auto part = [colour](unsigned shift) {
+    return std::pow(((colour >> shift) & 0xffU) / 255.0, 2.2);
+  };
+  return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0);
+}
+
+TEST_F(Controls, DisabledTextCanBeReadAndIsToldFromOthers) {
+  for (const char* theme : {"Adwaita", "Adwaita-dark", "HighContrast", "HighContrastInverse"}) {
+    const testing_tools::ChangedVariable colours("GTK_THEME", theme);
+    display::DisplayProcess display("tarvo-desktop");
+    display::Window dialog = Dialog({}, 0, theme);
+    dialog.controls[0].text = Blocks(4);
+    ASSERT_TRUE(display.Open(dialog));
+    ASSERT_NE(user_.ActiveWindow(theme), 0U);
+    const auto window = [this] { return user_.PixelAt(kLeft + 1, kTop + 1); };
+    const auto text = [this] { return user_.PixelAt(kLeft + 20, kTop + 14); };
+    EXPECT_TRUE(WaitFor([&] { return text() != window(); })) << theme;
+    const unsigned enabled = text();
+    dialog.controls[0].enabled = false;
+    display.Change(0, dialog.controls[0]);
+    EXPECT_TRUE(WaitFor([&] { return text() != enabled; })) << theme;
+    const auto [darker, lighter] = std::minmax({Luminance(window()), Luminance(text())});
+    EXPECT_GE((lighter + 0.05) / (darker + 0.05), 3) << theme;
+  }
+}
+
+TEST_F(Controls, AlertTallerThanTheScreenIsScrolledByKeys) {
+  std::string explanation(100, '\r');
+  for (int line = 0; line < 50; ++line) explanation += Blocks(99) + '\r';
+  Open(display::Alert{1, "Tall", explanation, "OK", "Cancel", {}});
+  EXPECT_TRUE(user_.WaitForChange(640, 400, 0)) << "it is painted, and no text is there";
+  user_.Key("Tab Tab");
+  user_.Key("Next Next Next");
+  EXPECT_TRUE(WaitFor([&] { return user_.PixelAt(640, 400) == 0; }));
+  EXPECT_EQ(AfterKey("Tab space"), "press 1") << "the buttons are on the screen";
 }
 
 }  // namespace

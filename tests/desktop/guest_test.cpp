@@ -117,6 +117,21 @@ TEST_F(Guest, HeldKeyAnswersOnceAndNoLaterDialog) {
   EXPECT_EQ(AfterKey("Escape"), "escape");
 }
 
+TEST_F(Guest, HeldSpaceTypesInAFieldAndPressesOnce) {
+  OutputOf("xset r rate 30 100");
+  const xcb_window_t window = Open(Dialog({Field(1, ControlKind::kEdit)}, 1));
+  OutputOf("xdotool keydown space");
+  EXPECT_TRUE(user_.WaitForKeys(window, 5));
+  OutputOf("xdotool keyup space key Return");
+  EXPECT_TRUE(Next().starts_with("enter 1    "));
+  EXPECT_EQ(Next(), "return");
+  OutputOf("xdotool key Tab keydown space");
+  EXPECT_TRUE(user_.WaitForKeys(window, 5));
+  OutputOf("xdotool keyup space key Return");
+  EXPECT_EQ(Next(), "press 1");
+  EXPECT_EQ(Next(), "return");
+}
+
 // A screen on which another program has the keyboard, and a user who is slow to look up.
 class Typing : public UserTest {
  protected:

@@ -78,24 +78,42 @@ TEST_F(Render, ScaleAndDarkColoursAreTheEnvironments) {
   setenv("GTK_THEME", "Adwaita:dark", 1);
   EXPECT_NE(Picture(ListDialog(false)), plain);
   unsetenv("GTK_THEME");
-  fs::create_directory(folder_ / "gtk-3.0");
+}
+
+TEST_F(Render, SettingsOfGtkAreFollowed) {
+  const std::string plain = Picture(ListDialog(false));
   const testing_tools::ChangedVariable settings("XDG_CONFIG_HOME", (folder_ / "").c_str());
-  for (const auto& [setting, dark] : {std::pair{"gtk-application-prefer-dark-theme=1", true},
-                                      {"gtk-theme-name=Adwaita-dark", true},
-                                      {"gtk-theme-name=Adwaita", false}}) {
-    folder_.Write("gtk-3.0/settings.ini", std::string("[Settings]\n") + setting + '\n');
-    EXPECT_EQ(Picture(ListDialog(false)) != plain, dark) << setting;
+  for (const std::string folder : {"gtk-3.0", "gtk-4.0"}) {
+    fs::create_directory(folder_ / folder);
+    for (const auto& [setting, differs] : {std::pair{"gtk-application-prefer-dark-theme=1", true},
+                                           {"gtk-theme-name=Adwaita-dark", true},
+                                           {"gtk-theme-name=HighContrast", true},
+                                           {"gtk-font-name=Nothing, DejaVu Serif Bold 20", true},
+                                           {"gtk-font-name=DejaVu Sans 20", false},
+                                           {"gtk-theme-name=Adwaita", false}}) {
+      folder_.Write(folder + "/settings.ini", std::string("[Settings]\n") + setting + '\n');
+      EXPECT_EQ(Picture(ListDialog(false)) != plain, differs) << folder << ": " << setting;
+    }
   }
 }
 
-TEST_F(Render, DarkColoursAreThePortals) {
+TEST_F(Render, SettingsOfThePortalAreFollowed) {
   ScreenReader::Get();  // and with it a session bus
   const std::string plain = Picture(ListDialog(false));
-  for (const auto& [scheme, dark] :
-       {std::pair{"0", false}, {"1", true}, {"2", false}, {"silent", false}}) {
-    const Process portal({Program("desktop_portal"), scheme}, Process::Output::kRead);
+  for (const auto& [settings, differs] :
+       {std::pair{"[org.freedesktop.appearance]\ncolor-scheme=0\n", false},
+        {"[org.freedesktop.appearance]\ncolor-scheme=1\n", true},
+        {"[org.freedesktop.appearance]\ncolor-scheme=2\n", false},
+        {"silent=1\n[org.freedesktop.appearance]\ncolor-scheme=1\n", false},
+        {"[org.freedesktop.appearance]\ncontrast=1\n", true},
+        {"[org.freedesktop.appearance]\naccent-color=1,0,0\n", true},
+        {"[org.freedesktop.appearance]\naccent-color=-1,-1,-1\n", false},
+        {"[org.freedesktop.appearance]\naccent-color=1\n", false},
+        {"[org.gnome.desktop.interface]\nfont-name=DejaVu Serif 20\n", true}}) {
+    const std::string file = folder_.Write("portal", settings);
+    const Process portal({Program("desktop_portal"), file}, Process::Output::kRead);
     ASSERT_EQ(portal.Line(), "ready");
-    EXPECT_EQ(Picture(ListDialog(false)) != plain, dark) << scheme;
+    EXPECT_EQ(Picture(ListDialog(false)) != plain, differs) << settings;
   }
 }
 

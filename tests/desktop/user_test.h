@@ -25,7 +25,8 @@ class UserTest : public testing::Test {
   xcb_window_t Open(const display::Description& dialog) {
     const auto* window = std::get_if<display::Window>(&dialog);
     if (!display_.Open(dialog)) throw std::runtime_error("the dialog does not open");
-    const xcb_window_t shown = user_.ActiveWindow(window ? window->title : " ");
+    const xcb_window_t shown =
+        user_.ActiveWindow(window && !window->title.empty() ? window->title : " ");
     if (shown == 0) throw std::runtime_error("the dialog's window does not get the keyboard");
     if (window && !WaitFor([&] { return IsPainted(*window); })) {
       throw std::runtime_error("the dialog's window is not painted");

@@ -1,6 +1,12 @@
 // The window on the screen.
 
+#include <filesystem>
+#include <tuple>
+#include <utility>
+
+#include "tests/desktop/screen_reader.h"
 #include "tests/desktop/user_test.h"
+#include "tests/support/changed_variable.h"
 
 namespace desktop_test {
 namespace {
@@ -130,6 +136,20 @@ TEST_F(ManagedWindow, IsModalAboveOthersAndOfFixedSize) {
   }
 }
 
+TEST_F(ManagedWindow, HasAnIconAndAName) {
+  const auto expect = [](xcb_window_t window, const std::string& name) {
+    const std::string properties =
+        XSession::Properties(window, "_NET_WM_ICON_NAME _NET_WM_ICON | grep -v '^$'");
+    EXPECT_NE(properties.find("= \"" + name + '"'), std::string::npos) << properties;
+    EXPECT_NE(properties.find("Icon (48 x 48)"), std::string::npos) << properties;
+  };
+  expect(Open(Dialog({}, 0)), "Dialog");
+  display_.Close();
+  expect(Open(Dialog({}, 0, "")), "Message");
+  display_.Close();
+  expect(Open(display::Alert{1, "Of the alert", "", "OK", {}, {}}), "Of the alert");
+}
+
 TEST_F(ManagedWindow, StaysAboveTheWindowThatTheHostNames) {
   const xcb_window_t host_window = user_.MakeWindow();
   for (const xcb_window_t named : {host_window, host_window + 1}) {  // the second is no window
@@ -151,6 +171,10 @@ std::string Place(xcb_window_t window) {
   const std::string geometry = OutputOf("xdotool getwindowgeometry " + std::to_string(window));
   const std::size_t start = geometry.find("Position: ") + 10;
   return geometry.substr(start, geometry.find(' ', start) - start);
+}
+
+std::pair<int, int> Numbers(const std::string& place) {
+  return {std::stoi(place), std::stoi(place.substr(place.find(',') + 1))};
 }
 
 TEST_F(Window, StandsOnThePrimaryScreenAndCountsFromItsCorner) {
@@ -179,6 +203,16 @@ TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
   };
   EXPECT_TRUE(stands_at("680,5"));
   display_.Close();
+  OutputOf("xrandr --setmonitor '*first' 640/170x1024/270+0+0 screen");
+  OutputOf("xrandr --setmonitor second 640/170x1024/270+640+0 none");
+  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 640); }));
+  EXPECT_TRUE(stands_at("680,5")) << "on the screen of that window";
+  display_.Close();
+  alert.position = 0;
+  EXPECT_TRUE(stands_at("100,")) << "on the main screen";
+  display_.Close();
+  alert.position = 0xB00A;
+  OutputOf("xrandr --delmonitor second; xrandr --delmonitor first");
   OutputOf("xdotool windowmove " + host_window + " 1200 0");
   EXPECT_TRUE(stands_at("840,")) << "moved onto the screen";
   display_.Close();
@@ -187,12 +221,52 @@ TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
   unsetenv("WINDOWID");
 }
 
+TEST_F(Window, OfAnAlertRunsFromRightToLeftWhereTheLanguageDoes) {
+  for (const auto& [language, message] :
+       {std::pair{"C.UTF-8", "מחיקה"}, {"he_IL.UTF-8", "Delete?"}}) {
+    const testing_tools::ChangedVariable users("LC_ALL", language);
+    display::DisplayProcess display("tarvo-desktop");
+    ASSERT_TRUE(display.Open(display::Alert{0, message, "", "OK", "Cancel", {}}));
+    const auto [x, y] = Numbers(Place(user_.ActiveWindow(" ")));
+    EXPECT_TRUE(WaitFor([&, x = x, y = y] { return user_.PixelAt(x + 386, y + 58) == 0xd6333b; }))
+        << message;
+    user_.Click(x + 60, y + 108);
+    EXPECT_EQ(Said(display.NextAction()), "press 1") << "where its button is otherwise rightmost";
+  }
+}
+
+// Live, and each for itself.
+TEST_F(Window, TakesTheColoursThatTheDesktopTells) {
+  ScreenReader::Get();  // and with it a session bus
+  const testing_tools::TemporaryFolder folder;
+  const auto set = [&folder](const std::string& setting) {
+    return folder.Write("settings", "[org.freedesktop.appearance]\n" + setting + '\n');
+  };
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+  const Process portal({program.parent_path() / "desktop_portal", set("color-scheme=0")},
+                       Process::Output::kRead);
+  ASSERT_EQ(portal.Line(), "ready");
+  Open(Dialog({}, 0));
+  for (const auto& [setting, window, button] : {std::tuple{"color-scheme=1", 0x2b2c2fU, 0x296daeU},
+                                                {"accent-color=1,0,0", 0xefefefU, 0xde0000U},
+                                                {"contrast=1", 0xffffffU, 0x1c5071U},
+                                                {"color-scheme=0", 0xefefefU, 0x2a7aacU}}) {
+    set(setting);
+    EXPECT_TRUE(WaitFor([&, window = window, button = button] {
+      return user_.PixelAt(kLeft + 1, kTop + 1) == window &&
+             user_.PixelAt(kLeft + 335, kTop + 204) == button;
+    })) << setting
+        << std::hex << user_.PixelAt(kLeft + 1, kTop + 1) << ' '
+        << user_.PixelAt(kLeft + 335, kTop + 204);
+  }
+}
+
 TEST_F(Window, OfAnAlertShowsTheIconOfItsKind) {
   for (const auto& [type, colour] :
        {std::pair{0, 0xd6333bU}, {1, 0x2f7dd8U}, {2, 0xf6c02cU}, {3, 0x76808cU}}) {
-    const std::string place = Place(Open(display::Alert{type, "Kind", "", "OK", {}, {}}));
-    const int x = std::stoi(place) + 34;  // beside its mark
-    const int y = std::stoi(place.substr(place.find(',') + 1)) + 58;
+    const auto [left, top] = Numbers(Place(Open(display::Alert{type, "Kind", "", "OK", {}, {}})));
+    const int x = left + 34;  // beside its mark
+    const int y = top + 58;
     EXPECT_TRUE(WaitFor([&, colour = colour] { return user_.PixelAt(x, y) == colour; })) << type;
     display_.Close();
   }

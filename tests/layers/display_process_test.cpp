@@ -4,10 +4,14 @@
 #include "displays/protocol/display_process.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <iterator>
 
 #include "tests/support/temporary_folder.h"
 
@@ -38,6 +42,13 @@ Action MakeAction(Action::Kind kind) {
 
 class DisplayProcessTest : public testing::Test {
  protected:
+  ~DisplayProcessTest() override { EXPECT_EQ(Descriptors(), descriptors_); }
+
+  // How many this process has open.
+  static std::ptrdiff_t Descriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  }
+
   // The path of a display that does what the shell's words say.
   std::string MakeDisplay(const std::string& words) const {
     const std::string file = folder_.Write("display", "#!/bin/sh\n" + words);
@@ -53,6 +64,7 @@ class DisplayProcessTest : public testing::Test {
   }
 
   const testing_tools::TemporaryFolder folder_;
+  const std::ptrdiff_t descriptors_ = Descriptors();
 };
 
 TEST_F(DisplayProcessTest, OneThatSaysNoWholeLineIsGivenUpInTime) {
@@ -83,6 +95,23 @@ TEST_F(DisplayProcessTest, OneThatIsNotReadySaysWhy) {
   DisplayProcess display(MakeDisplay(Say(NotReadyLine("there is no screen"))));
   EXPECT_EQ(WhyNotOpened(display), "there is no screen");
   EXPECT_EQ(display.MainScreen(), (Rect{0, 0, 1080, 1920}));
+}
+
+// The host's own signals come all the time.
+TEST_F(DisplayProcessTest, SignalsEndNoWaiting) {
+  struct sigaction before, handler{};
+  handler.sa_handler = [](int) {};  // and nothing that was interrupted is restarted
+  sigaction(SIGALRM, &handler, &before);
+  const itimerval often{{0, 5000}, {0, 5000}}, never{};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  DisplayProcess display(MakeDisplay("sleep 0.2\n" + Say(ReadyLine({})) + Hear() + "sleep 0.2\n" +
+                                     Say(ActionLine(1, MakeAction(Action::Kind::kPress))) + Hear() +
+                                     "sleep 0.2\n"));
+  EXPECT_TRUE(display.Open(kDialog));
+  EXPECT_TRUE(display.NextAction());
+  EXPECT_FALSE(display.NextAction());
+  setitimer(ITIMER_REAL, &never, nullptr);
+  sigaction(SIGALRM, &before, nullptr);
 }
 
 TEST_F(DisplayProcessTest, AnActionOfAnotherDialogIsDropped) {
