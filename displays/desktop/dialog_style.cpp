@@ -83,9 +83,8 @@ QColor ButtonFill(const QWidget& button, bool is_default) {
 
 void DrawFocusRing(QPainter& painter, const QWidget& toggle, const QRectF& around, double radius) {
   if (!toggle.hasFocus()) return;
-  QColor ring = Colors(toggle).Accent();
-  ring.setAlphaF(0.55F);
-  DrawRounded(painter, around.adjusted(-2, -2, 2, 2), Qt::transparent, ring, 2, radius + 2);
+  DrawRounded(painter, around.adjusted(-2.5, -2.5, 2.5, 2.5), Qt::transparent,
+              Colors(toggle).Accent(), 1.5, radius + 2);
 }
 
 QRectF ToggleRect(const QWidget& toggle) {
@@ -130,6 +129,7 @@ class DialogStyle : public QProxyStyle {
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* result) const override {
     if (hint == SH_ComboBox_Popup) return 0;
+    if (hint == SH_EtchDisabledText) return 0;  // a shadow, which can be read no better
     return QProxyStyle::styleHint(hint, option, widget, result);
   }
 
@@ -137,6 +137,11 @@ class DialogStyle : public QProxyStyle {
                      const QWidget* widget) const override {
     if (element == PE_PanelLineEdit && widget) return DrawFieldFrame(*painter, *widget);
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    // The style's own is not seen in every palette.
+    if (element == PE_PanelMenu || element == PE_FrameMenu || element == PE_Frame) {
+      painter->setPen(BorderColour(option->palette, QPalette::Active));
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    }
   }
 
   // Fusion's scroll bar is made of cached pictures, which blur at scales between whole numbers.
@@ -304,10 +309,10 @@ void DrawRadioButton(QPainter& painter, const QAbstractButton& button) {
   DrawFocusRing(painter, button, rect, kToggleSize / 2);
 }
 
-void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text) {
+void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text, Qt::Alignment across) {
   const QString line = OneLine(text);
   painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-  painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+  painter.drawText(rect, static_cast<int>(across | Qt::AlignVCenter) | Qt::TextSingleLine,
                    painter.fontMetrics().elidedText(line, Qt::ElideRight, rect.width()));
 }
 

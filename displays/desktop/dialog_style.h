@@ -34,7 +34,8 @@ void DrawRadioButton(QPainter& painter, const QAbstractButton& button);
 QColor ButtonTextColor(const QWidget& button, bool is_default);
 
 // One line, elided at the end, starting at the side at which its script starts.
-void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text);
+void DrawOneLine(QPainter& painter, const QRect& rect, const QString& text,
+                 Qt::Alignment across = Qt::AlignLeft);
 
 // The rows of a list and the items of a menu: one elided line each, of one height. The
 // whole of a text that does not fit is its tool tip.

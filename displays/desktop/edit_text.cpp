@@ -2,7 +2,10 @@
 
 #include <sys/prctl.h>
 
+#include <QContextMenuEvent>
 #include <QFocusEvent>
+#include <QGuiApplication>
+#include <QMenu>
 #include <algorithm>
 #include <limits>
 
@@ -33,6 +36,14 @@ void EditText::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
   if (!entered_ && event->reason() == Qt::ActiveWindowFocusReason) selectAll();
   entered_ = true;
+}
+
+// The menu runs as its language does; the field is where it is in every language.
+void EditText::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu* menu = createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setLayoutDirection(QGuiApplication::layoutDirection());
+  menu->popup(event->globalPos());
 }
 
 void EditText::KeepSecret() {

@@ -20,6 +20,7 @@ class EditText : public QLineEdit, public ControlView {
   std::optional<display::Action> TakeEdit() override;
 
  protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 
  private:

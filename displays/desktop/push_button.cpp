@@ -72,8 +72,7 @@ void PushButton::paintEvent(QPaintEvent*) {
   DrawButtonFrame(painter, *this, isDefault());
   painter.setPen(ButtonTextColor(*this, isDefault()));
   const QRect room(kTextMargin, 0, width() - 2 * kTextMargin, kButtonHeight);
-  painter.drawText(room, Qt::AlignCenter | Qt::TextSingleLine,
-                   fontMetrics().elidedText(OneLine(text_), Qt::ElideRight, room.width()));
+  DrawOneLine(painter, room, text_, Qt::AlignHCenter);
 }
 
 }  // namespace desktop

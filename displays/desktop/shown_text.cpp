@@ -10,6 +10,9 @@
 namespace desktop {
 namespace {
 
+constexpr int kToolTipWidth = 400;
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
 QStringList Paragraphs(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   text.replace('\r', '\n');
@@ -79,7 +82,7 @@ TextBlock FitText(const QString& text, const QFont& font, const QSize& size) {
 }
 
 int TextHeight(const QString& text, const QFont& font, int width) {
-  const auto block = FitLines(text, font, width, std::numeric_limits<std::size_t>::max());
+  const auto block = FitLines(text, font, width, kNoLimit);
   return static_cast<int>(block.lines.size()) * QFontMetrics(font).lineSpacing();
 }
 
@@ -99,10 +102,15 @@ bool IsCut(const QString& text, const QFont& font, int width) {
   return QFontMetrics(font).horizontalAdvance(OneLine(text)) > width;
 }
 
-// A tool tip wraps only markup, so the text is made into markup.
+// It is made into markup, so that none of it is read as such, and into lines here: Qt's label
+// leaves room for more than there are.
 void ShowToolTip(const QString& text, const QPoint& position, QWidget* widget) {
-  const QString whole = Paragraphs(text).join('\n').toHtmlEscaped();
-  const QString markup = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>");
+  QStringList lines;
+  for (const TextLine& line : FitLines(text, QToolTip::font(), kToolTipWidth, kNoLimit).lines) {
+    lines.push_back(line.text);
+  }
+  const QString whole = lines.join('\n').toHtmlEscaped();
+  const QString markup = QStringLiteral("<p style='white-space:pre'>%1</p>");
   QToolTip::showText(position, text.isEmpty() ? QString() : markup.arg(whole), widget);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 #include "tests/desktop/user_test.h"
 #include "tests/support/changed_variable.h"
@@ -65,6 +66,20 @@ TEST_F(Controls, ClipboardGoesBetweenFieldsAndOtherPrograms) {
   EXPECT_EQ(AfterKey("ctrl+v Home x shift+End ctrl+x Tab ctrl+v Return"), "enter 1 x");
   EXPECT_EQ(Next(), "enter 2 Grüße 東京 🎁");
   EXPECT_EQ(OutputOf("xclip -selection clipboard -o"), "Grüße 東京 🎁");
+}
+
+TEST_F(Controls, MenuOfAFieldSpeaksTheUsersLanguage) {
+  if (!std::filesystem::exists("/usr/share/qt6/translations/qtbase_de.qm")) {
+    GTEST_SKIP() << "Qt's translations are not installed";
+  }
+  const testing_tools::ChangedVariable language("LC_ALL", "de_DE.UTF-8");
+  Open(Dialog({Field(1, ControlKind::kEdit, "Ann")}, 1));
+  const auto alone = VisibleWindows();
+  user_.Key("Menu");
+  EXPECT_TRUE(WaitFor([&] { return VisibleWindows() > alone; }));
+  user_.Key("k");  // "Kopieren" by its letter
+  EXPECT_TRUE(WaitFor(
+      [] { return OutputOf("timeout 1 xclip -selection clipboard -o 2>/dev/null") == "Ann"; }));
 }
 
 TEST_F(Controls, FocusIsSeenOnEveryKind) {
