@@ -179,6 +179,12 @@ std::pair<int, int> Numbers(const std::string& place) {
 
 TEST_F(Window, StandsOnThePrimaryScreenAndCountsFromItsCorner) {
   EXPECT_EQ(display_.MainScreen(), At(0, 0, 1024, 1280));
+  OutputOf(
+      "xrandr --newmode small 31.5 800 840 968 1056 600 601 605 628;"
+      "xrandr --addmode screen small; xrandr --output screen --mode small");
+  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 600, 800); }));
+  OutputOf("xrandr --output screen --mode 1280x1024");
+  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 1280); }));
   OutputOf("xrandr --setmonitor first 640/170x1024/270+0+0 screen");
   OutputOf("xrandr --setmonitor '*second' 640/170x1024/270+640+0 none");
   EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 640); }));
