@@ -99,19 +99,21 @@ TEST_F(DisplayProcessTest, OneThatIsNotReadySaysWhy) {
 
 // The host's own signals come all the time.
 TEST_F(DisplayProcessTest, SignalsEndNoWaiting) {
+  const std::string end = folder_ / "ended-by-itself";
+  DisplayProcess display(MakeDisplay(Say(ReadyLine({})) + Hear() + "sleep 0.2\n" +
+                                     Say(ActionLine(1, MakeAction(Action::Kind::kPress))) +
+                                     "sleep 0.2\nexec 3>&-\nsleep 0.2\n: >'" + end + "'\n"));
+  ASSERT_TRUE(display.Open(kDialog));
   struct sigaction before, handler{};
   handler.sa_handler = [](int) {};  // and nothing that was interrupted is restarted
   sigaction(SIGALRM, &handler, &before);
-  const itimerval often{{0, 5000}, {0, 5000}}, never{};
+  const itimerval often{{0, 10000}, {0, 10000}}, never{};
   setitimer(ITIMER_REAL, &often, nullptr);
-  DisplayProcess display(MakeDisplay("sleep 0.2\n" + Say(ReadyLine({})) + Hear() + "sleep 0.2\n" +
-                                     Say(ActionLine(1, MakeAction(Action::Kind::kPress))) + Hear() +
-                                     "sleep 0.2\n"));
-  EXPECT_TRUE(display.Open(kDialog));
   EXPECT_TRUE(display.NextAction());
   EXPECT_FALSE(display.NextAction());
   setitimer(ITIMER_REAL, &never, nullptr);
   sigaction(SIGALRM, &before, nullptr);
+  EXPECT_TRUE(std::filesystem::exists(end)) << "it is not killed before";
 }
 
 TEST_F(DisplayProcessTest, AnActionOfAnotherDialogIsDropped) {
