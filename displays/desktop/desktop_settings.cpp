@@ -52,8 +52,8 @@ QVariant GtkSetting(const char* key) {
     const QString file =
         QStandardPaths::locate(QStandardPaths::GenericConfigLocation, QLatin1String(name));
     if (file.isEmpty()) continue;
-    const QVariant value = QSettings(file, QSettings::IniFormat)
-                               .value(QStringLiteral("Settings/") + QLatin1String(key));
+    QVariant value = QSettings(file, QSettings::IniFormat)
+                         .value(QStringLiteral("Settings/") + QLatin1String(key));
     if (value.isValid()) return value;
   }
   return {};

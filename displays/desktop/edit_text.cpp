@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "displays/desktop/accessible_field.h"
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/masked_passwords.h"
 #include "displays/desktop/shown_text.h"
@@ -20,6 +21,7 @@ using display::Action;
 
 EditText::EditText(const display::Control& control, QWidget* parent)
     : QLineEdit(parent), number_(control_id::FieldNumber(control.id)) {
+  InstallAccessibleFields();
   setMaxLength(std::numeric_limits<int>::max());
   if (control.kind == display::ControlKind::kPassword) KeepSecret();
   setFont(SmallFont());

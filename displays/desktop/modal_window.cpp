@@ -47,7 +47,7 @@ bool ActsOnInput(const QKeyEvent& key) {
   return moves || (!tabs && !key.text().isEmpty());
 }
 
-QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+QAccessibleInterface* MakeAccessibleWindow(const QString&, QObject* object) {
   auto* window = dynamic_cast<ModalWindow*>(object);
   return window ? new AccessibleWindow(window) : nullptr;
 }
@@ -57,7 +57,7 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 ModalWindow::ModalWindow()
     : QWidget(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowStaysOnTopHint) {
-  InstallAccessibleFactory<MakeAccessible>();
+  InstallAccessibleFactory<MakeAccessibleWindow>();
   setWindowModality(Qt::ApplicationModal);
   setFocusPolicy(Qt::NoFocus);  // a click beside the controls leaves the focus where it is
 }

@@ -46,7 +46,7 @@ class AccessibleToggle : public QAccessibleWidget {
   QAbstractButton* button_;
 };
 
-QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+QAccessibleInterface* MakeAccessibleToggle(const QString&, QObject* object) {
   if (auto* box = dynamic_cast<CheckBox*>(object)) {
     return new AccessibleToggle(box, QAccessible::CheckBox);
   }
@@ -56,7 +56,7 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 
 void SetUp(QAbstractButton& button, const display::Control& control,
            const ControlView::Report& report) {
-  InstallAccessibleFactory<MakeAccessible>();
+  InstallAccessibleFactory<MakeAccessibleToggle>();
   button.setGeometry(RectOf(control));
   button.setAttribute(Qt::WA_Hover);
   button.setAutoExclusive(false);

@@ -119,7 +119,7 @@ TEST_F(Orca, TellsEveryRowAndHowManyThereAre) {
             R"(TarvoSetCaption ( "Towns" ))",
             R"(TarvoDoListBox ( "Choose your town|OK|No|||||0||1" ))"});
   Walk({{"", "Towns dialog Choose your town."},
-        {"Down", "List with 4 items. Ann."},
+        {"Down", "Towns. List with 4 items. Ann."},
         {"ctrl+Down", "New Delhi."},
         {"ctrl+space", "selected"},
         {"ctrl+space", "unselected"},
@@ -131,14 +131,14 @@ TEST_F(Orca, TellsEveryRowAndHowManyThereAre) {
 
 TEST_F(Orca, TellsAnAlertOnceAndItsButtons) {
   Evaluate({R"(TarvoAlert ( "2|Delete record?|This cannot be undone.|Delete|Cancel" ))",
-            R"(TarvoSetCaption ( "Names" ))",
+            R"(TarvoPreEnterText ( "Ann|Berlin" ))", R"(TarvoSetCaption ( "Names" ))",
             R"(TarvoDialog ( "2|Enter the name|OK|Cancel|||First name|London in the town|||" ))"});
   Walk({{"", "alert Delete record? This cannot be undone. Delete push button."},
         {"Tab", "Cancel push button."},
-        {"space", "Names dialog Enter the name. First name text."},
-        {"Tab", "London in the town text."}});
+        {"space", "Names dialog Enter the name. Ann selected First name text. Ann selected."},
+        {"Tab", "Text unselected. Berlin selected London in the town text. Berlin selected."}});
   user_.Key("B Return");
-  EXPECT_EQ(Result(), "1||B||");
+  EXPECT_EQ(Result(), "1|Ann|B||");
 }
 
 }  // namespace
