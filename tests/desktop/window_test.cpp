@@ -139,8 +139,7 @@ TEST_F(ManagedWindow, IsModalAboveOthersAndOfFixedSize) {
 // Without a window manager, which would give it an icon of its own.
 TEST_F(Window, HasAnIconAndAName) {
   const auto expect = [](xcb_window_t window, const std::string& name) {
-    const std::string properties =
-        XSession::Properties(window, "_NET_WM_ICON_NAME _NET_WM_ICON");
+    const std::string properties = XSession::Properties(window, "_NET_WM_ICON_NAME _NET_WM_ICON");
     EXPECT_NE(properties.find("= \"" + name + '"'), std::string::npos) << properties;
     EXPECT_NE(properties.find("Icon (48 x 48)"), std::string::npos) << properties;
   };
