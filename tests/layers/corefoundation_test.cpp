@@ -91,14 +91,25 @@ TEST_F(CoreFoundation, FormatsAndConverts) {
   const CFStringRef key =
       CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("Größe %d"), 131U);
   EXPECT_EQ(UnitsOf(key), u"Größe 131");
-  char exact[12];
-  EXPECT_TRUE(CFStringGetCString(key, exact, 12, encoding::kUtf8));
+  char exact[12] = "xxxxxxxxxxx";
+  EXPECT_EQ(CFStringGetCString(key, exact, 12, encoding::kUtf8), 1);
   EXPECT_STREQ(exact, "Größe 131");
   char small[11] = "kept";
   EXPECT_FALSE(CFStringGetCString(key, small, 11, encoding::kUtf8));
   EXPECT_STREQ(small, "");
   EXPECT_FALSE(CFStringGetCString(key, small, 0, encoding::kUtf8));
   CFRelease(key);
+  for (const std::u16string_view text : {u"", u"日"}) {
+    const CFStringRef format = NewString(text);
+    const CFStringRef same = CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, format);
+    EXPECT_EQ(UnitsOf(same), text);
+    const auto size = static_cast<CFIndex>(3 * text.size());
+    EXPECT_FALSE(CFStringGetCString(same, small, size, encoding::kUtf8)) << "no room for the end";
+    EXPECT_EQ(CFStringGetCString(same, small, size + 1, encoding::kUtf8), 1);
+    EXPECT_EQ(small, encoding::ToUtf8(text));
+    CFRelease(format);
+    CFRelease(same);
+  }
   EXPECT_EQ(CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("%lc"), 0xD800), nullptr);
   EXPECT_EQ(CFRetain(nullptr), nullptr);
 }
@@ -167,16 +178,17 @@ class Bundle : public CoreFoundation {
 TEST_F(Bundle, ReadsTablesAsPeopleWriteThem) {
   Write("en", R"(/* a comment ; "x" = "y"; */
 // another = "z";
-"plain" = "value"; bare.key-1 = Bare_value;
-"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101 u\U00E9 \u2f/\U2fG\U2f_\U2fg \{\8\18";
+"plain" = "value"; bare.key-1 = Bare_value; Zz09 = Aaz;
+"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101 u\U00E9\U00AF\U00af \u2f/\U2fG\U2f_\U2fg \{\8\18";
 "two
 lines"="a
 b";"plain" = "second";
 "broken" "x"; "after" = "lost";)");
   EXPECT_EQ(Text(u"plain"), "value");
   EXPECT_EQ(Text(u"bare.key-1"), "Bare_value");
+  EXPECT_EQ(Text(u"Zz09"), "Aaz");
   EXPECT_EQ(Text(u"escaped \"key\""),
-            "q\" b\\ n\n r\r t\t oA ué ///G/_/g {8\x01"
+            "q\" b\\ n\n r\r t\t oA ué¯¯ ///G/_/g {8\x01"
             "8");
   EXPECT_EQ(Text(u"two\nlines"), "a\nb");
   EXPECT_EQ(Text(u"x"), "missing");
@@ -187,12 +199,12 @@ b";"plain" = "second";
 }
 
 TEST_F(Bundle, ReadsUtf8AndUtf16) {
-  Write("en", "\xEF\xBB\xBF\"k\" = \"日本\";");
+  Write("en", "\xEF\xBB\xBF\"k\"\t=\r\"日本\";");
   EXPECT_EQ(Text(u"k"), "日本");
-  Write("en", std::string("\xFF\xFE\"\0k\0\"\0=\0\"\0\xE9\0\"\0;\0", 18));
-  EXPECT_EQ(Text(u"k"), "é");
-  Write("en", std::string("\xFE\xFF\0\"\0k\0\"\0=\0\"\0\xE9\0\"\0;", 18));
-  EXPECT_EQ(Text(u"k"), "é");
+  Write("en", std::string("\xFF\xFE\"\0k\0\"\0=\0\"\0\xE5\x65\"\0;\0", 18));
+  EXPECT_EQ(Text(u"k"), "日");
+  Write("en", std::string("\xFE\xFF\0\"\0k\0\"\0=\0\"\x65\xE5\0\"\0;", 18));
+  EXPECT_EQ(Text(u"k"), "日");
 }
 
 TEST_F(Bundle, SurvivesTablesThatAreNone) {
