@@ -1,6 +1,6 @@
 # Completion of tarvo's commands, options and their arguments in bash.
 
-_tarvo_commands='eval run repl explain test functions info check help'
+_tarvo_commands='eval run repl explain preview test functions info check help'
 _tarvo_options='--help --version --plugin --display --language --interface-version --json
   --answers --answer --describe --screenshot --record --record-passwords
   --record-numbers --passwords --strict --advise --except --only --exclude --timeout --list --explain --failed --in-process --junit
@@ -55,7 +55,7 @@ _tarvo() {
       fi
       case $(_tarvo_command) in
         '' | help) _tarvo_offer -W "$_tarvo_commands" ;;
-        run | explain | test) _tarvo_offer -f ;;
+        run | explain | preview | test) _tarvo_offer -f ;;
         check) _tarvo_offer -d ;;
       esac
       ;;

@@ -1,6 +1,7 @@
 #include "workbench/adviser.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "advice/parameters.h"
@@ -78,6 +79,13 @@ std::vector<std::string> Adviser::CutTextsOf(const display::Description& dialog)
   const auto [known, is_new] = measured_.try_emplace(display::FormatDescription(dialog));
   if (is_new) known->second = FindCutTexts(dialog);
   return known->second;
+}
+
+display::Json FindingAsJson(const advice::Finding& finding, const CallSource& source) {
+  return source.At(finding.item, {{"advice", finding.advice},
+                                  {"item", finding.item},
+                                  {"sentence", finding.sentence},
+                                  {"reason", finding.reason}});
 }
 
 bool Adviser::IsChosen(std::string_view name) const {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "advice/advice.h"
+#include "displays/protocol/display_json.h"
 #include "workbench/call_sources.h"
 #include "workbench/options.h"
 #include "workbench/plugin_functions.h"
@@ -27,7 +28,7 @@ class Adviser : public CallListener {
   void Called(const MadeCall& made) override;
 
   // Says what can be said only when no dialog follows. `all`: every step of the run was run.
-  void End(bool all);
+  virtual void End(bool all);
 
   // How much was said.
   std::size_t count() const { return said_.size(); }
@@ -40,6 +41,9 @@ class Adviser : public CallListener {
   // Says it, of a call that stands there.
   virtual void Say(const advice::Finding& finding, const CallSource& source);
 
+  // Of a dialog, what does not fit on the screen.
+  virtual std::vector<std::string> CutTextsOf(const display::Description& dialog);
+
   const advice::Presets& presets() const { return presets_; }
 
   // Where the call that was made last stands.
@@ -48,7 +52,6 @@ class Adviser : public CallListener {
  private:
   void SayAll(const std::vector<advice::Finding>& findings);
   bool IsChosen(std::string_view name) const;
-  std::vector<std::string> CutTextsOf(const display::Description& dialog);
 
   std::vector<std::string> only_;
   std::vector<std::string> except_;
@@ -59,5 +62,8 @@ class Adviser : public CallListener {
   std::map<std::string, std::vector<std::string>> measured_;  // by description
   std::set<std::string> said_;  // loops go round: nothing is said twice
 };
+
+// A piece of advice on a call that stands there, with its place if that is known.
+display::Json FindingAsJson(const advice::Finding& finding, const CallSource& source);
 
 }  // namespace workbench

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "calculation/unicode.h"
@@ -96,6 +97,14 @@ std::string CallSource::Named(const std::string& what) const {
 std::optional<Source::Position> CallSource::PositionOf(int item) const {
   if (!source_) return std::nullopt;
   return source_->PositionOf(PlaceOf(item).begin);
+}
+
+display::Json CallSource::At(int item, display::Json object) const {
+  if (const auto position = PositionOf(item)) {
+    object["line"] = position->line;
+    object["column"] = position->column;
+  }
+  return object;
 }
 
 bool CallSource::Silences(std::string_view advice) const {

@@ -8,6 +8,7 @@
 
 #include "calculation/external_functions.h"
 #include "calculation/source.h"
+#include "displays/protocol/display_json.h"
 
 namespace workbench {
 
@@ -27,6 +28,9 @@ class CallSource {
 
   // None if nothing is known.
   std::optional<calculation::Source::Position> PositionOf(int item) const;
+
+  // The object with "line" and "column", if they are known.
+  display::Json At(int item, display::Json object) const;
 
   // Whether a comment near the call, in its line or above it up to an empty line, silences
   // `advice`: "no advice: NAME".

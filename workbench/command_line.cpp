@@ -77,6 +77,18 @@ Examples:
   tarvo explain form.tarvo --answers form.answers
   tarvo --json explain form.tarvo --strict
 )"},
+    {"preview", "FILE", 1, 1, "show a script's dialogs in a window while you write it",
+     R"(Shows the dialogs of a script in a window, each with what looks wrong beside it, and draws them anew
+whenever the file is saved. An error in the script stands there in their place. Nothing is answered,
+unless answers are given: a dialog that nobody answers leaves the result of the one before. Close the
+window or press Control-C to end it. Without a screen --screenshot draws the dialogs into a folder,
+once, and standard error says the advice.
+
+Examples:
+  tarvo preview form.tarvo
+  tarvo preview form.tarvo --answers form.answers
+  tarvo preview form.tarvo --screenshot pictures
+)"},
     {"test", "[PATH...]", 0, kAnyNumber, "run scripts as tests of their dialogs",
      R"(A test is a script NAME.tarvo with its results in NAME.expected beside it, its answers in
 NAME.answers, and in NAME.dialogs, if that is there, the descriptions of its dialogs (--describe).
@@ -146,10 +158,11 @@ struct Words {
 
 // Each option belongs to one of these groups, whose names say which commands use it.
 constexpr const char* kGeneral = "Options";
-constexpr const char* kOfLives = "Options of eval, run, repl, explain, test, functions and info";
-constexpr const char* kOfCalculations = "Options of eval, run, repl and explain";
+constexpr const char* kOfLives =
+    "Options of eval, run, repl, explain, preview, test, functions and info";
+constexpr const char* kOfCalculations = "Options of eval, run, repl, explain and preview";
 constexpr const char* kOfResults = "Options of eval, run and repl";
-constexpr const char* kOfChoices = "Options of eval, run, repl, explain, test and check";
+constexpr const char* kOfChoices = "Options of eval, run, repl, explain, preview, test and check";
 constexpr const char* kOfTests = "Options of test";
 constexpr const char* kOfTestsAndChecks = "Options of test and check";
 constexpr const char* kOfChecks = "Options of check";

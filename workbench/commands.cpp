@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -91,11 +92,11 @@ int EvaluateCalculations(const Options& options) {
   return session.ExitStatus();
 }
 
-int RunScript(const Options& options) {
+int RunScript(const Options& options, std::unique_ptr<Adviser> adviser) {
   HeedInterruptions();
   const std::string& path = options.operands.front();
   const std::string text = ReadFile(path);
-  Session session(options);
+  Session session(options, std::move(adviser));
   session.Run(SourceOf(path == "-" ? "standard input" : path, text));
   session.End();
   return session.ExitStatus();

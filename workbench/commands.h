@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+
+#include "workbench/adviser.h"
 #include "workbench/failure.h"
 #include "workbench/options.h"
 
@@ -8,7 +11,8 @@ namespace workbench {
 // Each loads the bundle, does its work and shuts the plug-in down. They print results on standard
 // output and throw Failure if something is wrong.
 int EvaluateCalculations(const Options& options);  // these two return the exit status
-int RunScript(const Options& options);
+// `adviser` hears of the script's calls; null: the one that the options ask for.
+int RunScript(const Options& options, std::unique_ptr<Adviser> adviser = nullptr);
 // Explains what the operand names: a command, an answer, a check or a function. Without one, the
 // program. Throws Failure (usage) if there is nothing of that name.
 void ShowHelp(const Options& options);

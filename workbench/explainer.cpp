@@ -50,28 +50,18 @@ std::string AsTable(const std::string& function, const CallSource& source,
   return table;
 }
 
-// With the place if that is known.
-Json At(const CallSource& source, int item, Json object) {
-  if (const auto position = source.PositionOf(item)) {
-    object["line"] = position->line;
-    object["column"] = position->column;
-  }
-  return object;
-}
-
 std::string AsJson(const std::string& function, const CallSource& source,
                    const std::vector<advice::ExplainedItem>& items,
                    const std::vector<std::string>& presets) {
   Json call = Json::object();
   call["function"] = function;
-  call = At(source, 0, std::move(call));
+  call = source.At(0, std::move(call));
   call["items"] = Json::array();
   for (const auto& item : items) {
-    call["items"].push_back(At(source, item.number,
-                               {{"item", item.number},
-                                {"meaning", item.meaning},
-                                {"text", item.text},
-                                {"effect", item.effect}}));
+    call["items"].push_back(source.At(item.number, {{"item", item.number},
+                                                    {"meaning", item.meaning},
+                                                    {"text", item.text},
+                                                    {"effect", item.effect}}));
   }
   call["presets"] = presets;
   return ToLine(call) + "\n";
@@ -93,12 +83,7 @@ void Explainer::Called(const MadeCall& made) {
 
 void Explainer::Say(const advice::Finding& finding, const CallSource& source) {
   if (!json_) return Adviser::Say(finding, source);
-  PrintJson(ToLine(At(source, finding.item,
-                      {{"advice", finding.advice},
-                       {"item", finding.item},
-                       {"sentence", finding.sentence},
-                       {"reason", finding.reason}})) +
-            "\n");
+  PrintJson(ToLine(FindingAsJson(finding, source)) + "\n");
 }
 
 }  // namespace workbench

@@ -38,6 +38,8 @@ void Watch(int descriptor) {
 void HeedInterruptions() {
   struct sigaction action {};
   if (sigaction(SIGINT, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) return;
+  if (both >= 0) close(both);  // what is forked waits for interruptions of its own
+  both = timer = -1;
   event = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   action.sa_handler = Interrupt;  // without SA_RESTART: what waits for input is to notice
   sigaction(SIGINT, &action, nullptr);

@@ -18,6 +18,7 @@
 #include "workbench/interruption.h"
 #include "workbench/options.h"
 #include "workbench/output.h"
+#include "workbench/preview.h"
 #include "workbench/repl/repl.h"
 #include "workbench/suite/suite.h"
 
@@ -48,6 +49,8 @@ int Do(const Options& options) {
     workbench::RunRepl(options);
   } else if (options.command == "explain") {
     workbench::ExplainCalls(options);
+  } else if (options.command == "preview") {
+    workbench::Preview(options);
   } else if (options.command == "test") {
     return static_cast<int>(options.record ? workbench::RecordTest(options)
                                            : workbench::RunTests(options));

@@ -56,6 +56,9 @@ struct Options {
 
   std::string command;
   std::vector<std::string> operands;
+
+  // Whether nobody sees the dialogs, which need no answers, or is told the results.
+  bool OnlyLooks() const { return command == "explain" || command == "preview"; }
 };
 
 }  // namespace workbench

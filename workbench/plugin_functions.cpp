@@ -97,6 +97,16 @@ void PluginFunctions::Tell(const std::string& name, const std::vector<fmx::host:
                      place_});
 }
 
+int PluginFunctions::ShowMessage(calculation::Span place, const std::string& title,
+                                 const std::string& message,
+                                 const std::vector<std::string>& buttons) {
+  const int button = user_.ShowMessage(title, message, buttons);
+  auto dialog = user_.TakeShown();
+  if (listener_)
+    listener_->Called({{"Show Custom Dialog", "", "", std::move(dialog)}, {place, {}}});
+  return button;
+}
+
 Value PluginFunctions::Get(std::string_view name) const {
   const Rect screen = user_.Screen();
   if (name == "Get ( ScreenHeight )") return Decimal(screen.bottom - screen.top);

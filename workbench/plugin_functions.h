@@ -14,7 +14,7 @@
 
 namespace workbench {
 
-// A call that a calculation made.
+// A call that a calculation made, or a step that shows a dialog.
 struct MadeCall {
   advice::Call call;
   calculation::CallPlace place;
@@ -49,13 +49,16 @@ class PluginFunctions : public calculation::ExternalFunctions {
   calculation::Value Call(std::size_t index,
                           const std::vector<calculation::Value>& arguments) override;
 
+  // Shows what a step of a script that stands there says, as User::ShowMessage does. The listener
+  // is told of it too.
+  int ShowMessage(calculation::Span place, const std::string& title, const std::string& message,
+                  const std::vector<std::string>& buttons);
+
   calculation::Value Get(std::string_view name) const override;
   bool IsLeftOut(std::string_view name) const override;
 
   // What Get says from now on. `name` is the whole of it: "Get ( ScriptResult )".
   void Tell(const std::string& name, calculation::Value value) { known_[name] = std::move(value); }
-
-  User& user() { return user_; }
 
  private:
   void Tell(const std::string& name, const std::vector<fmx::host::Value>& parameters,

@@ -157,7 +157,7 @@ void ScriptRunner::ShowCustomDialog(const Step& step) {
     return calculation::ToUtf8(calculation::AsText(Evaluate(step, i)));
   };
   const std::string title = text(0);
-  const int button = functions_.user().ShowMessage(title, text(1), {"OK", "Cancel"});
+  const int button = functions_.ShowMessage(step.place, title, text(1), {"OK", "Cancel"});
   functions_.Tell("Get ( LastMessageChoice )", calculation::Decimal(button));
 }
 

@@ -59,18 +59,21 @@ std::vector<std::string> FieldsOf(const std::string& result) {
 
 }  // namespace
 
-Session::Session(const Options& options)
+Session::Session(const Options& options, std::unique_ptr<Adviser> adviser)
     : json_(options.json),
       strict_(options.strict),
-      explains_(options.command == "explain"),
+      prints_results_(!options.OnlyLooks()),
       fields_(options.fields),
       button_status_(options.button_status),
       user_(options),
       plugin_(ChooseBundle(options), options.interface_version),
       functions_(user_),
+      adviser_(std::move(adviser)),
       ran_all_(options.command != "repl") {
   SetArguments(options);
-  if (explains_) {
+  if (adviser_) {
+    // it was given
+  } else if (options.command == "explain") {
     adviser_ = std::make_unique<Explainer>(options);
   } else if (options.advise || options.command == "repl") {
     adviser_ = std::make_unique<Adviser>(options);
@@ -157,7 +160,7 @@ int Session::ExitStatus() const {
 
 void Session::PrintResult(const calculation::Value& result) {
   last_result_ = calculation::ToUtf8(calculation::AsText(result));
-  if (explains_) return;
+  if (!prints_results_) return;
   if (json_ && !fields_) return PrintJson(FormatResultAsJson(result));
   if (json_)
     return PrintJson(ToLine({{"type", "fields"}, {"result", FieldsOf(last_result_)}}) + "\n");

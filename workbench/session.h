@@ -19,8 +19,9 @@ namespace workbench {
 // One life of the plug-in, with its user and the variables of its calculations.
 class Session {
  public:
-  // Throws Failure (usage, bundle).
-  explicit Session(const Options& options);
+  // `adviser` hears of all calls; null: the one that the options ask for. Throws Failure (usage,
+  // bundle).
+  explicit Session(const Options& options, std::unique_ptr<Adviser> adviser = nullptr);
 
   Plugin& plugin() { return plugin_; }
   const PluginFunctions& functions() const { return functions_; }
@@ -52,7 +53,7 @@ class Session {
 
   bool json_;
   bool strict_;
-  bool explains_;
+  bool prints_results_;
   bool fields_;
   bool button_status_;
   std::string last_result_;

@@ -23,6 +23,8 @@ namespace {
 
 using display::Answer;
 
+constexpr int kMostLeft = 100;  // dialogs without an answer
+
 // The file's answers, then those of the command line, which count as one text.
 std::vector<Answer> ReadAnswers(const Options& options) {
   std::vector<Answer> answers;
@@ -56,10 +58,8 @@ std::vector<std::string> ReadPasswords(const Options& options) {
   return passwords;
 }
 
-bool OnlyExplains(const Options& options) { return options.command == "explain"; }
-
 bool IsScripted(const Options& options) {
-  if (OnlyExplains(options)) return true;
+  if (options.OnlyLooks()) return true;
   if (options.display != DisplayChoice::kAuto) return options.display == DisplayChoice::kScripted;
   return options.answers_file || !options.answers.empty();
 }
@@ -97,7 +97,7 @@ std::string Explain(const display::ScriptedDisplay::Failure& failure) {
 User::User(const Options& options)
     : strict_(options.strict),
       is_scripted_(IsScripted(options)),
-      may_leave_(OnlyExplains(options)),
+      may_leave_(options.OnlyLooks()),
       scripted_(ReadAnswers(options), options.strict) {
   display::Display& shown_on =
       is_scripted_ ? static_cast<display::Display&>(scripted_) : ShownOn(options.display);
@@ -152,7 +152,12 @@ void User::CheckDialogs() {
     throw Failure(Status::kAnswer, "dialog \"" + lost->name + "\": nobody answers");
   }
   if (failure) throw Failure(*failure);
-  if (scripted && scripted->is_missing && may_leave_) return;
+  if (scripted && scripted->is_missing && may_leave_) {
+    if (++left_ < kMostLeft) return;
+    throw Failure(Status::kAnswer,
+                  std::to_string(kMostLeft) +
+                      " dialogs are without an answer; a loop that waits for one needs --answers");
+  }
   if (scripted) throw Failure(Status::kAnswer, Explain(*scripted));
   if (lost) {
     throw Failure(Status::kNoDisplay, "no display: the dialog \"" + lost->name +

@@ -42,6 +42,7 @@ class User {
   bool strict_;
   bool is_scripted_;
   bool may_leave_;  // dialogs, without an answer
+  int left_ = 0;    // so many
   display::ScriptedDisplay scripted_;
   mutable std::optional<ObservingDisplay> display_;
 };

@@ -4,10 +4,16 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <cerrno>
 #include <cstddef>
+#include <cstdio>
 #include <exception>
 #include <utility>
+
+extern "C" {  // missing in the header of glibc 2.36
+#include <sys/pidfd.h>
+}
 
 namespace desktop {
 namespace {
@@ -16,9 +22,14 @@ bool WouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK; }
 
 }  // namespace
 
-Connection::Connection(int fd, Listener listener)
+void EndWithMessage(const std::string& reason) {
+  std::fprintf(stderr, "tarvo-desktop: %s\n", reason.c_str());
+  QCoreApplication::exit(1);
+}
+
+Connection::Connection(int fd, Listener received)
     : fd_(fd),
-      listener_(std::move(listener)),
+      received_line_(std::move(received)),
       readable_(fd, QSocketNotifier::Read),
       writable_(fd, QSocketNotifier::Write) {
   fcntl(fd_, F_SETFL, fcntl(fd_, F_GETFL) | O_NONBLOCK);
@@ -26,11 +37,23 @@ Connection::Connection(int fd, Listener listener)
   writable_.setEnabled(false);
   QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { Read(); });
   QObject::connect(&writable_, &QSocketNotifier::activated, &writable_, [this] { Write(); });
+  WatchHost();
 }
 
 Connection::~Connection() {
   Stop();
   close(fd_);
+}
+
+// The socket does not close with the host if a child of the host has inherited its other end.
+void Connection::WatchHost() {
+  const int host = pidfd_open(getppid(), 0);
+  if (host < 0) return;
+  host_ended_ = std::make_unique<QSocketNotifier>(host, QSocketNotifier::Read);
+  QObject::connect(host_ended_.get(), &QSocketNotifier::activated, host_ended_.get(), [this] {
+    Stop();
+    QCoreApplication::exit(0);
+  });
 }
 
 void Connection::Send(const std::string& line) {
@@ -46,7 +69,7 @@ void Connection::Read() {
     HandleLines();
   } else if (count == 0 || !WouldBlock()) {
     Stop();
-    listener_.closed();
+    QCoreApplication::exit(0);
   }
 }
 
@@ -55,11 +78,11 @@ void Connection::HandleLines() {
     for (qsizetype end = received_.indexOf('\n'); end >= 0; end = received_.indexOf('\n')) {
       const QByteArray line = received_.first(end);
       received_.remove(0, end + 1);
-      listener_.received({line.constData(), static_cast<std::size_t>(line.size())});
+      received_line_({line.constData(), static_cast<std::size_t>(line.size())});
     }
   } catch (const std::exception& error) {
     Stop();
-    listener_.broken(error.what());
+    EndWithMessage(error.what());
   }
 }
 
@@ -77,6 +100,7 @@ void Connection::Write() {
 }
 
 void Connection::Stop() {
+  if (host_ended_) host_ended_->setEnabled(false);
   readable_.setEnabled(false);
   writable_.setEnabled(false);
 }

@@ -58,6 +58,13 @@ struct Colors {
   QPalette::ColorGroup group;
 };
 
+// In a window that is only drawn no widget ever has the focus.
+bool ShowsFocus(const QWidget& widget) {
+  const QWidget& window = *widget.window();
+  return widget.hasFocus() ||
+         (window.testAttribute(Qt::WA_DontShowOnScreen) && window.focusWidget() == &widget);
+}
+
 // A rounded rectangle whose border lies inside `rect`.
 void DrawRounded(QPainter& painter, const QRectF& rect, const QColor& fill, const QColor& border,
                  double width = 1, double radius = kRadius) {
@@ -82,7 +89,7 @@ QColor ButtonFill(const QWidget& button, bool is_default) {
 }
 
 void DrawFocusRing(QPainter& painter, const QWidget& toggle, const QRectF& around, double radius) {
-  if (!toggle.hasFocus()) return;
+  if (!ShowsFocus(toggle)) return;
   DrawRounded(painter, around.adjusted(-2.5, -2.5, 2.5, 2.5), Qt::transparent,
               Colors(toggle).Accent(), 1.5, radius + 2);
 }
@@ -107,7 +114,7 @@ ToggleColors ColorsOf(const QAbstractButton& toggle) {
 
 void DrawFieldFrame(QPainter& painter, const QWidget& field) {
   const Colors colors(field);
-  const bool focused = field.hasFocus();
+  const bool focused = ShowsFocus(field);
   const QColor fill = field.isEnabled() ? colors.Of(QPalette::Base) : colors.Of(QPalette::Window);
   DrawRounded(painter, field.rect(), fill, focused ? colors.Accent() : colors.Border(),
               focused ? 2 : 1);
@@ -213,7 +220,7 @@ class DialogStyle : public QProxyStyle {
   static void DrawListFrame(QPainter& painter, const QWidget& list) {
     const Colors colors(list);
     const QRectF outer(list.rect());
-    if (list.hasFocus()) {
+    if (ShowsFocus(list)) {
       DrawRounded(painter, outer, colors.Of(QPalette::Base), colors.Accent(), 2, 3);
     } else {
       DrawRounded(painter, outer.adjusted(1, 1, -1, -1), colors.Of(QPalette::Base), colors.Border(),
@@ -254,7 +261,7 @@ QFont MessageFont() {
 void DrawPopupFrame(QPainter& painter, const QComboBox& popup, bool open) {
   const bool usable = popup.isEnabled() && popup.count() > 0;
   const Colors colors(popup, usable);
-  const bool ringed = popup.hasFocus() || open;
+  const bool ringed = ShowsFocus(popup) || open;
   QColor fill = usable ? ButtonFill(popup, false) : colors.Of(QPalette::Window);
   if (open) fill = fill.darker(106);
   DrawRounded(painter, popup.rect(), fill, ringed ? colors.Accent() : colors.Border(),
@@ -274,7 +281,7 @@ void DrawButtonFrame(QPainter& painter, const QAbstractButton& button, bool is_d
   const bool accented = is_default && button.isEnabled();
   const Colors colors(button);
   DrawRounded(painter, bezel, fill, accented ? fill.darker(115) : colors.Border());
-  if (!button.hasFocus()) return;
+  if (!ShowsFocus(button)) return;
   DrawRounded(painter, bezel.adjusted(2, 2, -2, -2), Qt::transparent,
               accented ? colors.Of(QPalette::HighlightedText) : colors.Accent(), 1.5, kRadius - 1);
 }

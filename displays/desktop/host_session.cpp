@@ -1,7 +1,6 @@
 #include "displays/desktop/host_session.h"
 
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <QApplication>
 #include <QScreen>
@@ -12,29 +11,15 @@
 
 #include "displays/desktop/dialog_window.h"
 
-extern "C" {  // missing in the header of glibc 2.36
-#include <sys/pidfd.h>
-}
-
 namespace desktop {
-namespace {
 
 namespace protocol = display::protocol;
 
-void EndWithMessage(const std::string& reason) {
-  std::fprintf(stderr, "tarvo-desktop: %s\n", reason.c_str());
-  QCoreApplication::exit(1);
-}
-
-}  // namespace
-
 HostSession::HostSession(int fd)
-    : connection_(fd, {[this](std::string_view line) { Receive(line); },
-                       [] { QCoreApplication::exit(0); }, EndWithMessage}),
+    : connection_(fd, [this](std::string_view line) { Receive(line); }),
       watch_([this] { EndWithoutAnswer(); }) {
   AnnounceScreen();
   WatchScreen();
-  WatchHost();
 }
 
 void HostSession::Receive(std::string_view line) {
@@ -90,15 +75,6 @@ void HostSession::WatchScreen() {
                      watch(screen);
                      AnnounceScreen();
                    });
-}
-
-// The socket does not close with the host if a child of the host has inherited its other end.
-void HostSession::WatchHost() {
-  const int host = pidfd_open(getppid(), 0);
-  if (host < 0) return;
-  host_ended_ = std::make_unique<QSocketNotifier>(host, QSocketNotifier::Read);
-  QObject::connect(host_ended_.get(), &QSocketNotifier::activated, qApp,
-                   [] { QCoreApplication::exit(0); });
 }
 
 void ReportNoScreen(int fd, const std::string& reason) {

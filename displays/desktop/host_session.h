@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QSocketNotifier>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -28,10 +26,8 @@ class HostSession {
   void EndWithoutAnswer();
   void AnnounceScreen();
   void WatchScreen();
-  void WatchHost();
 
   Connection connection_;
-  std::unique_ptr<QSocketNotifier> host_ended_;
   WindowPool windows_;
   WindowWatch watch_;
   ModalWindow* open_ = nullptr;

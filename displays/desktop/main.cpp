@@ -1,4 +1,5 @@
 // tarvo-desktop --connection FD    shows dialogs for the host at the other end of the socket
+// tarvo-desktop --preview FD       shows the dialogs of a script, of which that host tells, at once
 // tarvo-desktop --render FILE      draws the description on standard input into a PNG
 // tarvo-desktop --cut-texts FILE   writes which of its texts do not fit, as JSON
 
@@ -18,6 +19,7 @@
 #include "displays/desktop/alert_icon.h"
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/host_session.h"
+#include "displays/desktop/preview_window.h"
 #include "displays/desktop/render.h"
 #include "displays/desktop/screen_probe.h"
 #include "displays/desktop/screen_reader.h"
@@ -34,6 +36,8 @@ void PrintErrorsOnly(QtMsgType type, const QMessageLogContext&, const QString& t
   std::fprintf(stderr, "tarvo-desktop: %s\n", text.toLocal8Bit().constData());
 }
 
+// `Session` serves the host at the other end of the socket `fd`.
+template <class Session>
 int ServeHost(int argc, char** argv, int fd) {
   signal(SIGINT, SIG_IGN);  // Control-C at the host's terminal is the host's to answer
   auto probe = std::make_unique<desktop::ScreenProbe>();
@@ -58,7 +62,7 @@ int ServeHost(int argc, char** argv, int fd) {
   desktop::SetUpDialogStyle();
   QApplication::setKeyboardInputInterval(kSearchInterval);
   desktop::AwaitScreenReader();
-  desktop::HostSession session(fd);
+  Session session(fd);
   fonts.join();  // or the first dialog, which needs them, would look them up once more
   return QApplication::exec();
 }
@@ -76,7 +80,9 @@ int Render(int argc, char** argv, const std::string& file,
 }
 
 int Usage() {
-  std::fprintf(stderr, "usage: tarvo-desktop --connection FD | --render FILE | --cut-texts FILE\n");
+  std::fprintf(stderr,
+               "usage: tarvo-desktop --connection FD | --preview FD | --render FILE | "
+               "--cut-texts FILE\n");
   return 2;
 }
 
@@ -92,7 +98,10 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   if (option == "--render") return Render(own_arguments, argv, argument, desktop::RenderDialog);
   if (option == "--cut-texts") return Render(own_arguments, argv, argument, desktop::WriteCutTexts);
-  const int fd = display::protocol::ReadConnection(option, argument);
+  const bool previews = option == "--preview";
+  const int fd = display::protocol::ReadConnection(
+      previews ? display::protocol::kConnectionOption : option, argument);
   if (fd < 0) return Usage();
-  return ServeHost(own_arguments, argv, fd);
+  return previews ? ServeHost<desktop::PreviewWindow>(own_arguments, argv, fd)
+                  : ServeHost<desktop::HostSession>(own_arguments, argv, fd);
 }

@@ -1,7 +1,6 @@
 #include "displays/desktop/render.h"
 
 #include <QApplication>
-#include <QPixmap>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -11,7 +10,6 @@
 #include "displays/desktop/shown_text.h"
 #include "displays/desktop/window_pool.h"
 #include "displays/protocol/display_json.h"
-#include "platform/carbon/display.h"
 
 namespace desktop {
 namespace {
@@ -48,5 +46,12 @@ std::string Show(const std::string& file, bool (*write)(ModalWindow&, const std:
 std::string RenderDialog(const std::string& file) { return Show(file, Draw); }
 
 std::string WriteCutTexts(const std::string& file) { return Show(file, WriteCutTextsOf); }
+
+Picture DrawDialog(const display::Description& dialog) {
+  WindowPool windows;
+  ModalWindow& window = windows.Fill(dialog);
+  window.setAttribute(Qt::WA_DontShowOnScreen);
+  return {window.grab(), window.CutTexts()};
+}
 
 }  // namespace desktop

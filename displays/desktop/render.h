@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QPixmap>
+#include <QStringList>
 #include <string>
+
+#include "platform/carbon/display.h"
 
 namespace desktop {
 
@@ -11,5 +15,13 @@ std::string RenderDialog(const std::string& file);
 // Writes which of that dialog's texts are shown cut short, each whole, as a JSON array into a file.
 // Returns likewise.
 std::string WriteCutTexts(const std::string& file);
+
+struct Picture {
+  QPixmap pixels;  // as many as the screen has for each of Qt's
+  QStringList cut_texts;
+};
+
+// Draws a dialog that is never on the screen.
+Picture DrawDialog(const display::Description& dialog);
 
 }  // namespace desktop

@@ -17,8 +17,6 @@
 #include <system_error>
 #include <utility>
 
-#include "displays/protocol/messages.h"
-
 extern "C" {  // missing in the header of glibc 2.36
 #include <sys/pidfd.h>
 }
@@ -66,8 +64,7 @@ class SpawnPlan {
     posix_spawnattr_destroy(&attributes_);
   }
 
-  bool Run(pid_t* process, const std::string& path, std::string name) {
-    std::string option = protocol::kConnectionOption;
+  bool Run(pid_t* process, const std::string& path, std::string name, std::string option) {
     std::string number = std::to_string(kSocketInChild);
     char* arguments[] = {name.data(), option.data(), number.data(), nullptr};
     return posix_spawn(process, path.c_str(), &actions_, &attributes_, arguments, environ) == 0;
@@ -104,8 +101,8 @@ void Reap(pid_t process) {
 
 }  // namespace
 
-DisplayProgram::DisplayProgram(std::string name)
-    : name_(std::move(name)), path_(FindProgram(name_)) {}
+DisplayProgram::DisplayProgram(std::string name, std::string option)
+    : name_(std::move(name)), option_(std::move(option)), path_(FindProgram(name_)) {}
 
 std::string DisplayProgram::Start() {
   if (path_.empty()) return name_ + " is missing: it belongs beside libCarbon";
@@ -113,7 +110,7 @@ std::string DisplayProgram::Start() {
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
     return name_ + " does not start";
   }
-  const bool started = SpawnPlan(ends[1]).Run(&process_, path_, name_);
+  const bool started = SpawnPlan(ends[1]).Run(&process_, path_, name_, option_);
   close(ends[1]);
   if (started) {
     socket_ = ends[0];

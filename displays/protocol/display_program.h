@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "displays/protocol/messages.h"
+
 namespace display {
 
 // The process of a display and the socket to it. The host's signal handlers, locale, environment
@@ -14,8 +16,8 @@ namespace display {
 class DisplayProgram {
  public:
   // Starts nothing yet. The program stands beside the library that holds this code; a name
-  // that is an absolute path is that of the program.
-  explicit DisplayProgram(std::string name);
+  // that is an absolute path is that of the program. The program is told its socket with `option`.
+  explicit DisplayProgram(std::string name, std::string option = protocol::kConnectionOption);
   DisplayProgram(const DisplayProgram&) = delete;
   DisplayProgram& operator=(const DisplayProgram&) = delete;
   ~DisplayProgram() { Stop(); }
@@ -50,6 +52,7 @@ class DisplayProgram {
   bool Receive();
 
   std::string name_;
+  std::string option_;
   std::string path_;    // empty: there is none
   int socket_ = -1;     // -1: the program does not run
   int stop_ = -1;       // ends waiting when it can be read

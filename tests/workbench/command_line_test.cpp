@@ -53,7 +53,7 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
       {{"--jsn", "info"}, "unknown option --jsn; did you mean --json?"},
       {{"eval", "--anser", "press 1", "1"}, "unknown option --anser; did you mean --answer?"},
       {{"eval", "-x"}, "unknown option -x\n"},
-      {{"--json"}, "expected a command"},
+      {{"--strict"}, "expected a command"},
       {{"eval"}, "eval expects CALCULATION..."},
       {{"run"}, "run expects FILE"},
       {{"run", "-", "other"}, "run does not expect other"},
@@ -71,10 +71,11 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
       {{"run", "/no/such"}, "cannot read /no/such: No such file"},
       {{"eval", "--junit", "x", "1"}, "eval does not use --junit, an option of test and check\n"},
       {{"check", "--answer", "press 1"},
-       "check does not use --answer, an option of eval, run, repl, explain, test, functions and "
+       "check does not use --answer, an option of eval, run, repl, explain, preview, test, "
+       "functions and "
        "info\n"},
       {{"info", "--arg", "a", "b"},
-       "info does not use --arg, an option of eval, run, repl and explain\n"},
+       "info does not use --arg, an option of eval, run, repl, explain and preview\n"},
       {{"info", "--fields"}, "info does not use --fields"},
       {{"--plugin", "a", "check", "b"}, "check is given two bundles: --plugin a and b\n"},
       {{"eval", "1", "--arg", "a"}, "--arg expects NAME and VALUE\n"},

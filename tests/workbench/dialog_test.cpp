@@ -397,6 +397,32 @@ TEST(DialogTest, ScreenshotsAreDrawnWithoutAScreen) {
   }
 }
 
+// Two dialogs that nobody answers, and a step that shows one.
+TEST(DialogTest, APreviewWithoutAScreenIsDrawnOrRefused) {
+  const TemporaryFolder folder;
+  const std::string script = folder.Write(
+      "form.tarvo",
+      "TarvoDialog ( \"2|Enter the name|OK|Cancel|First|Last\" )\nTarvoAlert ( \"1|Ready\" )\n"
+      "Show Custom Dialog [ \"Title\" ; \"Message\" ]\nTarvoV1 ( \"\" )\n");
+  const Ending drawn = Tarvo({"preview", script, "--screenshot", folder / "pictures"});
+  EXPECT_EQ(drawn.status, 0);
+  EXPECT_EQ(drawn.output, "");
+  EXPECT_TRUE(Holds(drawn.errors, "line 1, column 43: \"First\" is a button")) << drawn.errors;
+  for (const char* name : {"pictures/1.png", "pictures/2.png", "pictures/3.png"}) {
+    EXPECT_TRUE(ReadAll(folder / name).starts_with("\x89PNG")) << name;
+  }
+  EXPECT_EQ(Tarvo({"preview", script, "--screenshot", folder / "pictures", "--strict"}).status, 1);
+
+  const Ending refused = Tarvo({"preview", script});
+  EXPECT_EQ(refused.status, 5);
+  EXPECT_EQ(refused.errors,
+            "tarvo: no screen for the preview: neither DISPLAY nor WAYLAND_DISPLAY is set; "
+            "--screenshot DIR draws the dialogs without one\n");
+  EXPECT_EQ(Tarvo({"preview", folder / "none"}).status, 2);
+  EXPECT_EQ(Tarvo({"preview", "-"}, "1").status, 2);
+  EXPECT_EQ(Tarvo({"preview", script, "--only", "nonsense"}).status, 2);
+}
+
 TEST(DialogTest, WhatCannotBeWrittenEndsTheProgram) {
   const Ending ending = Tarvo({"--describe", "/dev/full", "--answer", "press 1", "eval", kNames});
   EXPECT_EQ(ending.status, 1);

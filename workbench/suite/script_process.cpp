@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,9 +23,9 @@ namespace workbench::suite {
 namespace {
 
 // In the child, whose streams are in place.
-int RunToStatus(const Options& options) {
+int RunToStatus(const Options& options, const std::function<int(const Options&)>& run) {
   try {
-    return RunScript(options);
+    return run(options);
   } catch (const Failure& failure) {
     Warn(failure.what());
     return static_cast<int>(failure.status());
@@ -56,7 +57,10 @@ OwnDescriptor::~OwnDescriptor() {
   if (number_ >= 0) close(number_);
 }
 
-ScriptProcess::ScriptProcess(const Options& options, double time_limit)
+int ScriptProcess::RunTheScript(const Options& options) { return RunScript(options); }
+
+ScriptProcess::ScriptProcess(const Options& options, double time_limit,
+                             const std::function<int(const Options&)>& run)
     : output_(NewFile()), errors_(NewFile()), dialogs_(NewFile()) {
   if (time_limit > 0) {
     end_ = start_ +
@@ -64,6 +68,7 @@ ScriptProcess::ScriptProcess(const Options& options, double time_limit)
   }
   id_ = fork();
   if (id_ == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (options.display == DisplayChoice::kScripted) {
       dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
     }
@@ -71,7 +76,7 @@ ScriptProcess::ScriptProcess(const Options& options, double time_limit)
     dup2(errors_.number(), STDERR_FILENO);
     Options own = options;
     own.describe = "/dev/fd/" + std::to_string(dialogs_.number());
-    _exit(RunToStatus(own));
+    _exit(RunToStatus(own, run));
   }
   if (id_ > 0) process_ = OwnDescriptor(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)));
   if (process_.number() < 0) throw Failure(Status::kWrong, "a test's process cannot be started");

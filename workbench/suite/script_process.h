@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -30,12 +31,18 @@ class OwnDescriptor {
   int number_;
 };
 
-// A script that runs in a process of its own.
+// The seconds that a script may run, unless the options say another time.
+inline constexpr double kTimeLimit = 10;
+
+// A script that runs in a process of its own, which ends with this one.
 class ScriptProcess {
  public:
-  // Begins to run the script of the options. After so many seconds the process is ended; 0: never.
-  // Throws Failure if there can be no process.
-  ScriptProcess(const Options& options, double time_limit);
+  using Clock = std::chrono::steady_clock;
+
+  // Begins to run the script of the options, as `run` does. After so many seconds the process is
+  // ended; 0: never. Throws Failure if there can be no process.
+  ScriptProcess(const Options& options, double time_limit,
+                const std::function<int(const Options&)>& run = RunTheScript);
   ScriptProcess(ScriptProcess&& other) noexcept = default;
   ScriptProcess& operator=(ScriptProcess&& other) noexcept = default;
 
@@ -45,11 +52,17 @@ class ScriptProcess {
   // Waits until one of them has ended or has run for too long.
   static void WaitForAny(const std::vector<std::pair<std::size_t, ScriptProcess>>& processes);
 
+  // Can be read when it has ended.
+  int descriptor() const { return process_.number(); }
+
+  // When its time is over; nothing if it never is.
+  std::optional<Clock::time_point> end() const { return end_; }
+
   // How it ended; nothing if it still runs.
   std::optional<Outcome> TakeOutcome();
 
  private:
-  using Clock = std::chrono::steady_clock;
+  static int RunTheScript(const Options& options);
 
   OwnDescriptor output_;
   OwnDescriptor errors_;

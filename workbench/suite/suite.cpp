@@ -26,10 +26,6 @@ using suite::TestCase;
 
 namespace {
 
-constexpr const char* kScript = ".tarvo";
-constexpr const char* kAnswers = ".answers";
-constexpr double kTimeLimit = 10;  // seconds, unless the options say another
-
 std::vector<TestCase> ChooseTests(const Options& options) {
   std::vector<std::string> paths = options.operands;
   if (paths.empty()) paths.emplace_back(".");
@@ -49,10 +45,10 @@ Options OptionsOf(const TestCase& test, const Options& options) {
   own.language = options.language;
   own.interface_version = options.interface_version;
   own.command = "run";
-  own.operands = {test.File(kScript)};
+  own.operands = {test.File(TestCase::kScript)};
   own.strict = true;
   own.display = DisplayChoice::kScripted;
-  if (test.Has(kAnswers)) own.answers_file = test.File(kAnswers);
+  if (test.Has(TestCase::kAnswers)) own.answers_file = test.File(TestCase::kAnswers);
   own.passwords = options.passwords;
   return own;
 }
@@ -71,7 +67,7 @@ void RunAll(const std::vector<TestCase>& tests, const Options& options, Take tak
   for (std::size_t taken = 0; taken < tests.size();) {
     while (next < tests.size() && running.size() < JobsOf(options)) {
       running.emplace_back(next, ScriptProcess(OptionsOf(tests[next], options),
-                                               options.timeout.value_or(kTimeLimit)));
+                                               options.timeout.value_or(suite::kTimeLimit)));
       ++next;
     }
     ScriptProcess::WaitForAny(running);
@@ -147,7 +143,7 @@ Status RecordTest(const Options& options) {
     std::filesystem::remove(recording);
     return outcome->status != 0 ? static_cast<Status>(outcome->status) : Status::kWrong;
   }
-  std::filesystem::rename(recording, test.File(kAnswers));
+  std::filesystem::rename(recording, test.File(TestCase::kAnswers));
   suite::Keep(test, *outcome);
   return Status::kDone;
 }

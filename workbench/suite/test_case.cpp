@@ -21,10 +21,6 @@ using check::Result;
 using check::Verdict;
 using display::Json;
 
-constexpr const char* kScript = ".tarvo";
-constexpr const char* kExpected = ".expected";
-constexpr const char* kDialogs = ".dialogs";
-
 std::vector<std::string> LinesOf(const std::string& text) {
   std::istringstream stream(text);
   std::vector<std::string> lines;
@@ -108,7 +104,7 @@ void WriteFile(const std::string& path, const std::string& content) {
 }
 
 bool IsTest(const fs::path& path) {
-  return path.extension() == kScript && TestCase(path).Has(kExpected);
+  return path.extension() == TestCase::kScript && TestCase(path).Has(TestCase::kExpected);
 }
 
 void AddFolder(const fs::path& folder, std::vector<fs::path>& scripts) {
@@ -156,17 +152,17 @@ Result Judge(const TestCase& test, const Outcome& outcome) {
   } else if (outcome.status != 0) {
     result.verdict = Verdict::kFailed;
     result.message = "it ended with status " + std::to_string(outcome.status);
-  } else if (!test.Has(kExpected)) {
+  } else if (!test.Has(TestCase::kExpected)) {
     result.verdict = Verdict::kFailed;
-    result.message = "there is no " + test.File(kExpected) + "; --update writes it";
-  } else if (const std::string expected = ReadFile(test.File(kExpected));
+    result.message = "there is no " + test.File(TestCase::kExpected) + "; --update writes it";
+  } else if (const std::string expected = ReadFile(test.File(TestCase::kExpected));
              expected != outcome.output) {
     result.verdict = Verdict::kFailed;
     result.message = "the results are others than expected";
     result.errors += Difference(expected, outcome.output);
-  } else if (test.Has(kDialogs)) {
+  } else if (test.Has(TestCase::kDialogs)) {
     const std::string difference =
-        DifferenceOfDialogs(ReadFile(test.File(kDialogs)), outcome.dialogs);
+        DifferenceOfDialogs(ReadFile(test.File(TestCase::kDialogs)), outcome.dialogs);
     if (difference.empty()) return result;
     result.verdict = Verdict::kFailed;
     result.message = "the dialogs are others than they were";
@@ -176,8 +172,8 @@ Result Judge(const TestCase& test, const Outcome& outcome) {
 }
 
 void Keep(const TestCase& test, const Outcome& outcome) {
-  WriteFile(test.File(kExpected), outcome.output);
-  if (test.Has(kDialogs)) WriteFile(test.File(kDialogs), outcome.dialogs);
+  WriteFile(test.File(TestCase::kExpected), outcome.output);
+  if (test.Has(TestCase::kDialogs)) WriteFile(test.File(TestCase::kDialogs), outcome.dialogs);
 }
 
 }  // namespace workbench::suite

@@ -13,6 +13,11 @@ namespace workbench::suite {
 // their descriptions are to stay as they are.
 class TestCase {
  public:
+  static constexpr const char* kScript = ".tarvo";
+  static constexpr const char* kAnswers = ".answers";
+  static constexpr const char* kExpected = ".expected";
+  static constexpr const char* kDialogs = ".dialogs";
+
   // `script` is the path of NAME.tarvo.
   explicit TestCase(std::filesystem::path script) : script_(std::move(script)) {}
 

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QWidget>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+
+#include "displays/desktop/connection.h"
+#include "displays/desktop/window_watch.h"
+#include "displays/protocol/display_json.h"
+
+namespace desktop {
+
+// Shows the dialogs of a script as pictures, with what looks wrong beside each. Nothing in it can
+// be answered. The host at the other end of the socket says what is to be seen, one JSON object a
+// line, each of which takes the place of the one before:
+//
+//   {"file": "form.tarvo",
+//    "error": "form.tarvo, line 3, column 5: …",           empty if there is none
+//    "calls": [{"call": "TarvoDialog, line 1",
+//               "name": "Enter the name", "dialog": {…},   as --describe writes it; null: none
+//               "advice": [{"advice": "text-cut", "sentence": "…", "reason": "…",
+//                           "line": 1, "column": 43}]}]}   both left out if the place is unknown
+//
+// The window tells when it is there, in the words of a display; then, of each object, which texts
+// of each call's dialog do not fit, {"cut": [["…"], []]}; and {"closed": true} if its user closes
+// it. The program ends then, or when the host does.
+class PreviewWindow : public QWidget {
+ public:
+  // Takes ownership of the socket `fd`.
+  explicit PreviewWindow(int fd);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void Receive(std::string_view line);
+  void Show(const display::Json& script);
+  void Fill(QWidget* content);
+
+  Connection connection_;
+  QLabel* const error_;
+  QLabel* const summary_;
+  QScrollArea* const area_;
+  WindowWatch watch_;
+  int place_ = 0;         // to which the user has scrolled
+  bool filling_ = false;  // what scrolls is not the user
+};
+
+}  // namespace desktop
