@@ -91,11 +91,12 @@ Examples:
 )"},
     {"test", "[PATH...]", 0, kAnyNumber, "run scripts as tests of their dialogs",
      R"(A test is a script NAME.tarvo with its results in NAME.expected beside it, its answers in
-NAME.answers, and in NAME.dialogs, if that is there, the descriptions of its dialogs (--describe).
-Runs those in a folder (this one if none is named), each in a process of its own, and prints which
-passed. A test fails on another result, an answer that is missing, left over or was recorded for
-another dialog, and another description. --record plays a script to you and keeps what happened as
-a test; --update keeps other results and descriptions.
+NAME.answers, and, if they are there, the descriptions of its dialogs in NAME.dialogs (--describe)
+and their pictures in the folder NAME.pictures (--screenshot). Runs those in a folder (this one if
+none is named), each in a process of its own, and prints which passed. A test fails on another
+result, an answer that is missing, left over or was recorded for another dialog, another
+description and another look, whose difference is drawn in NAME.pictures.new. --record plays a
+script to you and keeps what happened as a test; --update keeps what is different.
 
 Examples:
   tarvo test
@@ -243,7 +244,7 @@ void AddOptionsOfChecks(CLI::App& app, Options& options) {
   app.add_option("--jobs", options.jobs, "how many tests run at a time")
       ->check(CLI::Range(1, 1000).description(""))
       ->type_name("N");
-  app.add_flag("--update", options.update, "keep other results and dialogs as what is expected");
+  app.add_flag("--update", options.update, "keep other results, dialogs and pictures as expected");
   app.add_flag("--tap", options.tap, "print results as Test Anything Protocol");
   app.option_defaults()->group(kOfTestsAndChecks);
   app.add_option("--exclude", options.exclude, "leave out the tests or checks whose name does")

@@ -1,7 +1,7 @@
 #include "workbench/observers.h"
 
-#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <system_error>
 
 #include "calculation/interruption.h"
@@ -13,14 +13,6 @@
 #include "workbench/failure.h"
 
 namespace workbench {
-namespace {
-
-// The project's display can also draw a dialog into a file. Carbon, which starts it to show
-// dialogs, tells no host what it is called.
-constexpr const char* kPainter = "tarvo-desktop";
-
-}  // namespace
-
 void DescriptionLog::Opened(const display::Description& dialog) {
   file_.Write(display::FormatDescription(dialog));
 }
@@ -37,18 +29,28 @@ void Recording::Acted(const display::Action& action, bool secret) {
   file_.Write(display::FormatAnswer(written, names));
 }
 
+std::vector<std::filesystem::path> PicturesIn(const std::string& folder) {
+  std::multimap<unsigned long, std::filesystem::path> pictures;
+  std::error_code error;
+  for (const auto& file : std::filesystem::directory_iterator(folder, error)) {
+    const std::string name = file.path().stem();
+    const bool is_number =
+        !name.empty() && name.size() < 9 && name.find_first_not_of("0123456789") == name.npos;
+    if (is_number && file.path().extension() == ".png") {
+      pictures.emplace(std::stoul(name), file.path());
+    }
+  }
+  std::vector<std::filesystem::path> ordered;
+  for (const auto& picture : pictures) ordered.push_back(picture.second);
+  return ordered;
+}
+
 Screenshots::Screenshots(const std::string& folder) : folder_(folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (error) throw Failure(Status::kUsage, "cannot make " + folder + ": " + error.message());
   // The pictures of a run before would look like those of this one.
-  for (const auto& file : std::filesystem::directory_iterator(folder, error)) {
-    const std::string name = file.path().filename();
-    const std::size_t digits = name.find_first_not_of("0123456789");
-    if (digits > 0 && name.substr(std::min(digits, name.size())) == ".png") {
-      std::filesystem::remove(file.path(), error);
-    }
-  }
+  for (const auto& picture : PicturesIn(folder)) std::filesystem::remove(picture, error);
 }
 
 void Screenshots::Opened(const display::Description& dialog) {

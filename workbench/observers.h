@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "platform/carbon/display.h"
 #include "workbench/files.h"
@@ -40,7 +42,14 @@ class Recording : public Observer {
   int count_ = 0;
 };
 
-// Draws every dialog as it opened into a folder, as 1.png, 2.png and so on.
+// Draws dialogs, and compares pictures of them. Carbon, which starts it to show dialogs, tells no
+// host what it is called.
+inline constexpr const char* kPainter = "tarvo-desktop";
+
+// The pictures 1.png, 2.png and so on in a folder, in the order of their numbers.
+std::vector<std::filesystem::path> PicturesIn(const std::string& folder);
+
+// Draws every dialog as it opened into a folder, as such pictures.
 class Screenshots : public Observer {
  public:
   // Makes the folder, or takes away the pictures that it holds from before. Throws Failure (usage)

@@ -2,6 +2,9 @@
 // tarvo-desktop --preview FD       shows the dialogs of a script, of which that host tells, at once
 // tarvo-desktop --render FILE      draws the description on standard input into a PNG
 // tarvo-desktop --cut-texts FILE   writes which of its texts do not fit, as JSON
+// tarvo-desktop --compare OLD NEW DIFFERENCE
+//                                  whether two pictures look the same, as its status; if they do
+//                                  not, draws the difference
 
 #include <fontconfig/fontconfig.h>
 
@@ -12,11 +15,13 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <string>
 #include <thread>
 
 #include "displays/desktop/alert_icon.h"
+#include "displays/desktop/compare.h"
 #include "displays/desktop/dialog_style.h"
 #include "displays/desktop/host_session.h"
 #include "displays/desktop/preview_window.h"
@@ -79,16 +84,26 @@ int Render(int argc, char** argv, const std::string& file,
   return 1;
 }
 
+int Compare(const std::string& before, const std::string& after, const std::string& difference) {
+  try {
+    return desktop::LookTheSame(before, after, difference) ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "tarvo-desktop: %s\n", error.what());
+    return 2;
+  }
+}
+
 int Usage() {
   std::fprintf(stderr,
                "usage: tarvo-desktop --connection FD | --preview FD | --render FILE | "
-               "--cut-texts FILE\n");
+               "--cut-texts FILE | --compare OLD NEW DIFFERENCE\n");
   return 2;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 5 && std::string(argv[1]) == "--compare") return Compare(argv[2], argv[3], argv[4]);
   if (argc != 3) return Usage();
   const std::string option = argv[1];
   const std::string argument = argv[2];

@@ -24,6 +24,13 @@ std::string DescriptionsOf(const std::string& calculation) {
   return ReadAll(folder / "d");
 }
 
+// Of a PNG file, from its header.
+int WidthOf(const std::string& png) {
+  int width = 0;
+  for (std::size_t i = 16; i < 20; ++i) width = width * 256 + static_cast<unsigned char>(png.at(i));
+  return width;
+}
+
 TEST(SuiteTest, ATestFailsOnWhatIsNotExpected) {
   const struct {
     std::vector<std::pair<std::string, std::string>> files;
@@ -129,6 +136,39 @@ TEST(SuiteTest, ARecordingIsATest) {
   EXPECT_EQ(failed.status, 4);
   EXPECT_EQ(ReadAll(folder / "form.answers"), "# dialog 1: Ready?\npress No\n") << "is as it was";
   EXPECT_FALSE(std::filesystem::exists(folder / "form.answers.new"));
+}
+
+// Kept by a recording, compared, drawn if different, and kept anew.
+TEST(SuiteTest, ATestThatKeepsPicturesFailsOnAnotherLook) {
+  const TemporaryFolder folder;
+  const std::string script = folder.Write("form.tarvo", kDialog);
+  std::filesystem::create_directories(folder / "form.pictures");
+  EXPECT_EQ(Tarvo({"test", "--record", script, "--answer", "press 2"}).status, 0);
+  const std::string kept = ReadAll(folder / "form.pictures/1.png");
+  EXPECT_TRUE(kept.starts_with("\x89PNG"));
+  EXPECT_EQ(Tarvo({"test", script}).output,
+            "passed     " + (folder / "form\n1 passed, 0 failed\n"));
+  EXPECT_FALSE(std::filesystem::exists(folder / "form.pictures.new"));
+
+  folder.Write("form.tarvo", "TarvoDialog ( \"0|Ready?|Yes|Not\" )\n");
+  folder.Write("form.answers", "press 2\n");
+  const std::string difference = folder / "form.pictures.new/1-difference.png";
+  const Ending other = Tarvo({"test", script});
+  EXPECT_TRUE(Holds(
+      other.output,
+      ": the dialogs look different than they did\n           | dialog 1: " + difference + "\n"))
+      << other.output << other.errors;
+  EXPECT_EQ(WidthOf(ReadAll(difference)), 3 * WidthOf(kept) + 24) << "three beside each other";
+
+  EXPECT_EQ(Tarvo({"test", "--update", script}).status, 0);
+  EXPECT_NE(ReadAll(folder / "form.pictures/1.png"), kept);
+  EXPECT_FALSE(std::filesystem::exists(folder / "form.pictures.new"));
+  EXPECT_EQ(Tarvo({"test", script}).status, 0);
+
+  folder.Write("form.pictures/2.png", kept);
+  EXPECT_TRUE(Holds(Tarvo({"test", script}).output, "| 2 pictures, now 1: "));
+  folder.Write("form.pictures/1.png", "no picture");
+  EXPECT_TRUE(Holds(Tarvo({"test", script}).errors, "cannot compare "));
 }
 
 TEST(SuiteTest, AnUpdateKeepsWhatCame) {

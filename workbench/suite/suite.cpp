@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -38,6 +40,12 @@ std::vector<TestCase> ChooseTests(const Options& options) {
   return tests;
 }
 
+// Where the dialogs are drawn if pictures of them are kept.
+std::optional<std::string> PicturesOf(const TestCase& test) {
+  if (!test.Has(TestCase::kPictures)) return std::nullopt;
+  return test.File(TestCase::kNewPictures);
+}
+
 // The life of the plug-in in which a test's script runs.
 Options OptionsOf(const TestCase& test, const Options& options) {
   Options own;
@@ -50,6 +58,7 @@ Options OptionsOf(const TestCase& test, const Options& options) {
   own.display = DisplayChoice::kScripted;
   if (test.Has(TestCase::kAnswers)) own.answers_file = test.File(TestCase::kAnswers);
   own.passwords = options.passwords;
+  own.screenshot = PicturesOf(test);
   return own;
 }
 
@@ -129,6 +138,7 @@ Status RecordTest(const Options& options) {
   own.command = "run";
   own.operands = {*options.record};
   own.record = recording;
+  own.screenshot = PicturesOf(test);
   ScriptProcess process(own, 0);
   std::vector<std::pair<std::size_t, ScriptProcess>> running;
   running.emplace_back(0, std::move(process));
@@ -141,6 +151,7 @@ Status RecordTest(const Options& options) {
   Print(outcome->output);
   if (outcome->status != 0 || outcome->signal != 0) {
     std::filesystem::remove(recording);
+    std::filesystem::remove_all(test.File(TestCase::kNewPictures));
     return outcome->status != 0 ? static_cast<Status>(outcome->status) : Status::kWrong;
   }
   std::filesystem::rename(recording, test.File(TestCase::kAnswers));

@@ -11,6 +11,7 @@
 #include "displays/protocol/display_json.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
+#include "workbench/suite/look.h"
 
 namespace workbench::suite {
 namespace {
@@ -98,6 +99,27 @@ std::string DifferenceOfDialogs(const std::string& kept, const std::string& came
   return difference;
 }
 
+// Of what was kept with what came: results, descriptions, pictures.
+void Compare(const TestCase& test, const Outcome& outcome, Result& result) {
+  const auto note = [&](const char* message, const std::string& difference) {
+    if (difference.empty()) return;
+    if (result.verdict == Verdict::kPassed) result.message = message;
+    result.verdict = Verdict::kFailed;
+    result.errors += difference;
+  };
+  const std::string expected = ReadFile(test.File(TestCase::kExpected));
+  note("the results are others than expected",
+       expected == outcome.output ? "" : Difference(expected, outcome.output));
+  if (test.Has(TestCase::kDialogs)) {
+    note("the dialogs are others than they were",
+         DifferenceOfDialogs(ReadFile(test.File(TestCase::kDialogs)), outcome.dialogs));
+  }
+  if (test.Has(TestCase::kPictures)) {
+    note("the dialogs look different than they did",
+         DifferenceOfPictures(test.File(TestCase::kPictures), test.File(TestCase::kNewPictures)));
+  }
+}
+
 void WriteFile(const std::string& path, const std::string& content) {
   std::ofstream file(path, std::ios::binary);
   if (!(file << content << std::flush)) throw Failure(Status::kUsage, "cannot write " + path);
@@ -155,18 +177,8 @@ Result Judge(const TestCase& test, const Outcome& outcome) {
   } else if (!test.Has(TestCase::kExpected)) {
     result.verdict = Verdict::kFailed;
     result.message = "there is no " + test.File(TestCase::kExpected) + "; --update writes it";
-  } else if (const std::string expected = ReadFile(test.File(TestCase::kExpected));
-             expected != outcome.output) {
-    result.verdict = Verdict::kFailed;
-    result.message = "the results are others than expected";
-    result.errors += Difference(expected, outcome.output);
-  } else if (test.Has(TestCase::kDialogs)) {
-    const std::string difference =
-        DifferenceOfDialogs(ReadFile(test.File(TestCase::kDialogs)), outcome.dialogs);
-    if (difference.empty()) return result;
-    result.verdict = Verdict::kFailed;
-    result.message = "the dialogs are others than they were";
-    result.errors += difference;
+  } else {
+    Compare(test, outcome, result);
   }
   return result;
 }
@@ -174,6 +186,9 @@ Result Judge(const TestCase& test, const Outcome& outcome) {
 void Keep(const TestCase& test, const Outcome& outcome) {
   WriteFile(test.File(TestCase::kExpected), outcome.output);
   if (test.Has(TestCase::kDialogs)) WriteFile(test.File(TestCase::kDialogs), outcome.dialogs);
+  if (test.Has(TestCase::kPictures)) {
+    KeepPictures(test.File(TestCase::kPictures), test.File(TestCase::kNewPictures));
+  }
 }
 
 }  // namespace workbench::suite

@@ -9,10 +9,14 @@
 namespace workbench::suite {
 
 // A script of dialogs with what is expected of it, in files of one name beside each other:
-// NAME.tarvo, NAME.expected with its results, NAME.answers if it shows dialogs, and NAME.dialogs if
-// their descriptions are to stay as they are.
+// NAME.tarvo, NAME.expected with its results, NAME.answers if it shows dialogs, NAME.dialogs if
+// their descriptions are to stay as they are, and the folder NAME.pictures if their look is.
 class TestCase {
  public:
+  // The pictures of a run that differ from those that were kept.
+  static constexpr const char* kNewPictures = ".pictures.new";
+  static constexpr const char* kPictures = ".pictures";
+
   static constexpr const char* kScript = ".tarvo";
   static constexpr const char* kAnswers = ".answers";
   static constexpr const char* kExpected = ".expected";
@@ -46,10 +50,11 @@ struct Outcome {
 // them, in the order of their names. Throws Failure (usage) if a path leads nowhere or to nothing.
 std::vector<TestCase> FindTests(const std::vector<std::string>& paths);
 
-// Whether the test passed, and what is different.
+// Whether the test passed, and what is different. Throws Failure.
 check::Result Judge(const TestCase& test, const Outcome& outcome);
 
-// Writes what happened as what is expected, the descriptions too if they are kept. Throws Failure.
+// Writes what happened as what is expected, descriptions and pictures too if they
+// are kept. Throws Failure.
 void Keep(const TestCase& test, const Outcome& outcome);
 
 }  // namespace workbench::suite
