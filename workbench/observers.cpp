@@ -34,8 +34,8 @@ std::vector<std::filesystem::path> PicturesIn(const std::string& folder) {
   std::error_code error;
   for (const auto& file : std::filesystem::directory_iterator(folder, error)) {
     const std::string name = file.path().stem();
-    const bool is_number =
-        !name.empty() && name.size() < 9 && name.find_first_not_of("0123456789") == name.npos;
+    const bool is_number = !name.empty() && name.size() < 9 &&
+                           name.find_first_not_of("0123456789") == std::string::npos;
     if (is_number && file.path().extension() == ".png") {
       pictures.emplace(std::stoul(name), file.path());
     }
