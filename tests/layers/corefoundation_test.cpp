@@ -116,8 +116,8 @@ TEST_F(CoreFoundation, FormatsAndConverts) {
 
 TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
   for (const std::u16string_view text :
-       {u"", u"plain", u"\u007F\u0080\u07FF\u0800\uFFFF", u"\U00010000\U0010FFFF", u"aé日😀",
-        u"日é日日é😀日 é aa😀é日a😀éé a run that is longer than a block é日"}) {
+       {u"", u"plain", u"\u007F\u0080\u07FF\u0800\uFFFF", u"\U00010000\U0010FFFF", u"\u0080",
+        u"\u0800", u"aé日😀", u"日é日日é😀日 é aa😀é日a😀éé a run that is longer than a block é日"}) {
     EXPECT_EQ(encoding::ToUtf16(encoding::ToUtf8(text)), text);
   }
   EXPECT_EQ(encoding::ToUtf8(u"a\xD800"
@@ -178,8 +178,8 @@ class Bundle : public CoreFoundation {
 TEST_F(Bundle, ReadsTablesAsPeopleWriteThem) {
   Write("en", R"(/* a comment ; "x" = "y"; */
 // another = "z";
-"plain" = "value"; bare.key-1 = Bare_value; Zz09 = Aaz;
-"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101 u\U00E9\U00AF\U00af \u2f/\U2fG\U2f_\U2fg \{\8\18";
+/**/"plain" = "value"; bare.key-1 = Bare_value; Zz09 = Aaz;
+"escaped \"key\"" = "q\" b\\ n\n r\r t\t o\101\0611\7 u\U00E91\U00AF\U00af \u2f/\U2fG\U2f_\U2fg \{\8\18";
 "two
 lines"="a
 b";"plain" = "second";
@@ -188,7 +188,7 @@ b";"plain" = "second";
   EXPECT_EQ(Text(u"bare.key-1"), "Bare_value");
   EXPECT_EQ(Text(u"Zz09"), "Aaz");
   EXPECT_EQ(Text(u"escaped \"key\""),
-            "q\" b\\ n\n r\r t\t oA ué¯¯ ///G/_/g {8\x01"
+            "q\" b\\ n\n r\r t\t oA11\a ué1¯¯ ///G/_/g {8\x01"
             "8");
   EXPECT_EQ(Text(u"two\nlines"), "a\nb");
   EXPECT_EQ(Text(u"x"), "missing");

@@ -1,5 +1,7 @@
 // Sessions: through a pipe as programs hold them, and at a terminal as users do.
 
+#include <sys/resource.h>
+
 #include "calculation/built_ins.h"
 #include "tests/workbench/terminal.h"
 #include "workbench/function_help.h"
@@ -64,14 +66,21 @@ TEST(PipedSessionTest, LongEntriesTakeLittleMoreThanTheyTakeToRun) {
     for (int i = 0; i < count; ++i) lines += line;
     return lines;
   };
-  const auto seconds = [](const std::string& command, const std::string& input) {
-    const auto start = std::chrono::steady_clock::now();
+  // Of the processor's time, in which a busy machine counts little.
+  const auto used = [] {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec) +
+           static_cast<double>(usage.ru_utime.tv_usec) / 1e6;
+  };
+  const auto seconds = [&](const std::string& command, const std::string& input) {
+    const double start = used();
     EXPECT_EQ(Tarvo(command == "run" ? std::vector<std::string>{"run", "-"}
                                      : std::vector<std::string>{"repl"},
                     input)
                   .status,
               0);
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return used() - start;
   };
   for (const std::string& entry :
        {"If [ 1 ]\n" + repeated("Set Variable [ $x ; $x + 1 ]\n", 4000) + "End If\n",
@@ -79,7 +88,7 @@ TEST(PipedSessionTest, LongEntriesTakeLittleMoreThanTheyTakeToRun) {
         "\"" + repeated("a \\\" / b\n", 20'000) + "\"\n",
         "/*" + repeated("a / b\n", 20'000) + "*/ 1\n"}) {
     const double run = seconds("run", entry);
-    EXPECT_LT(seconds("repl", entry), 2 * run + 0.3) << entry.substr(0, 20);
+    EXPECT_LT(seconds("repl", entry), 4 * run + 0.5) << entry.substr(0, 20);
   }
 }
 
