@@ -104,7 +104,6 @@ std::optional<Step> ScriptReader::Next() {
 
 bool ScriptReader::ReadAhead() {
   if (error_) return true;
-  if (IsStillOpen()) return false;
   more_may_follow_ = true;
   needs_more_ = false;
   try {
