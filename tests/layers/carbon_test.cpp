@@ -344,6 +344,7 @@ TEST_F(Carbon, EveryChangeIsShown) {
   CreatePopupButtonControl(window_, &kBounds, nullptr, -12345, 1, 0, teFlushLeft, 0, &controls[3]);
   Identify(controls[3], control_id::Field(4), kGone + 1);
   const ListHandle list = List(&controls[4]);
+  SetThemeWindowBackground(window_, 7, 0);
   Run("enter 1 x; tab; type y; choose 2 2; click 3; row 4");
   std::vector<std::size_t> changed;
   for (const auto& [index, control] : dialogs_->changes) changed.push_back(index);
@@ -353,6 +354,7 @@ TEST_F(Carbon, EveryChangeIsShown) {
   EXPECT_EQ(LLastClick(list).h, 0);
   const auto& shown = dialogs_->opened[0];
   EXPECT_EQ(shown.at("class"), 4);
+  EXPECT_EQ(shown.at("background"), 7);
   EXPECT_EQ(shown.at("controls")[1].at("menu").at("variableWidth"), true);
   Run("choose 4 1");
   EXPECT_EQ(dialogs_->failure()->reason,
