@@ -145,6 +145,8 @@ TEST_F(CoreFoundation, CutsBetweenCharacters) {
   EXPECT_EQ(cut("a😀b", 4), 1U);
   EXPECT_EQ(cut("a😀b", 5), 5U);
   EXPECT_EQ(cut("\x80\x80\x80\x80\x80\x80", 5), 5U) << "what is no character is cut anywhere";
+  EXPECT_EQ(cut("a\x80\x80\x80\x80", 4), 4U);
+  EXPECT_EQ(cut("é", 1), 0U);
   EXPECT_EQ(cut("é", 0), 0U);
 }
 
