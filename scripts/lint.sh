@@ -12,10 +12,12 @@ build=build/lint
 stamps=$build/passed
 
 # One version decides, Debian 12's: others find other faults and lay out details differently.
-if ! command -v clang-format-14 >/dev/null || ! command -v clang-tidy-14 >/dev/null; then
-  echo "The sources are not linted: version 14 of clang-format and clang-tidy decides." >&2
-  exit 0
-fi
+for tool in clang-format-14 clang-tidy-14 clang-scan-deps-14; do
+  if ! command -v $tool >/dev/null; then
+    echo "The sources are not linted: there is no $tool, and version 14 decides." >&2
+    exit 0
+  fi
+done
 
 git ls-files '*.h' '*.cpp' | xargs clang-format-14 --dry-run -Werror
 cmake --preset lint >/dev/null
@@ -50,7 +52,9 @@ changed_only() {
 
 if [ "${1:-all}" = changed ]; then choose=changed_only; else choose=cat; fi
 export build stamps
-dependencies | $choose | tr '\n' '\0' |
+dependencies >$build/sources
+[ -s $build/sources ]
+$choose <$build/sources | tr '\n' '\0' |
   xargs -0 -r -P "$(nproc)" -I{} sh -c '
     set -- {}
     stamp=$stamps/$(cat "$@" .clang-tidy | cksum | tr " " -)

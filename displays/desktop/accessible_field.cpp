@@ -36,7 +36,9 @@ class AccessibleField : public QAccessibleWidget,
   QString text(QAccessible::Text text) const override {
     return text == QAccessible::Value ? field_->displayText() : QAccessibleWidget::text(text);
   }
-  void setText(QAccessible::Text, const QString& text) override { field_->setText(text); }
+  void setText(QAccessible::Text what, const QString& text) override {
+    if (what == QAccessible::Value) field_->setText(text);
+  }
 
   // Of a password nothing at all.
   QString text(int start, int end) const override {
