@@ -460,6 +460,8 @@ TEST_F(Carbon, ListsHoldBytesAndGiveTheSelection) {
   EXPECT_TRUE(shown.multiple);
   EXPECT_EQ(shown.cell->height, 16);
   EXPECT_EQ(shown.cell->width, 100);
+  Run("row 1");
+  EXPECT_EQ(dialogs_->changes.back().second.selected, (std::vector<int>{1}));
 }
 
 }  // namespace
