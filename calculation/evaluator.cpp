@@ -9,6 +9,26 @@
 #include "calculation/unicode.h"
 
 namespace calculation {
+
+constexpr std::array<Operator, 15> kOperators{{
+    {u"or", Operator::kOr, nullptr},
+    {u"xor", Operator::kOr, [](auto& a, auto& b) { return Truth(AsTruth(a) != AsTruth(b)); }},
+    {u"and", Operator::kAnd, nullptr},
+    {u"=", Operator::kComparison, [](auto& a, auto& b) { return Truth(Compare(a, b) == 0); }},
+    {u"≠", Operator::kComparison, [](auto& a, auto& b) { return Truth(Compare(a, b) != 0); }},
+    {u"<", Operator::kComparison, [](auto& a, auto& b) { return Truth(Compare(a, b) < 0); }},
+    {u">", Operator::kComparison, [](auto& a, auto& b) { return Truth(Compare(a, b) > 0); }},
+    {u"≤", Operator::kComparison, [](auto& a, auto& b) { return Truth(Compare(a, b) <= 0); }},
+    {u"≥", Operator::kComparison, [](auto& a, auto& b) { return Truth(Compare(a, b) >= 0); }},
+    {u"&", Operator::kConcatenation, nullptr},
+    {u"+", Operator::kSum, Add},
+    {u"-", Operator::kSum, Subtract},
+    {u"*", Operator::kProduct, [](auto& a, auto& b) -> Value { return AsNumber(a) * AsNumber(b); }},
+    {u"/", Operator::kProduct, [](auto& a, auto& b) -> Value { return AsNumber(a) / AsNumber(b); }},
+    {u"^", Operator::kPower,
+     [](auto& a, auto& b) -> Value { return Power(AsNumber(a), AsNumber(b)); }},
+}};
+
 namespace {
 
 // Gives a place to what `compute` finds wrong with a number.
@@ -30,37 +50,6 @@ void CheckLength(const Value& value, Span place) {
   const auto* text = std::get_if<Text>(&value);
   if (!text || text->size() <= kLongestText) return;
   throw Error(place, TooLong());
-}
-
-Value Combine(Operator operation, const Value& first, const Value& second) {
-  switch (operation) {
-    case Operator::kXor:
-      return Truth(AsTruth(first) != AsTruth(second));
-    case Operator::kEqual:
-      return Truth(Compare(first, second) == 0);
-    case Operator::kUnequal:
-      return Truth(Compare(first, second) != 0);
-    case Operator::kLess:
-      return Truth(Compare(first, second) < 0);
-    case Operator::kGreater:
-      return Truth(Compare(first, second) > 0);
-    case Operator::kAtMost:
-      return Truth(Compare(first, second) <= 0);
-    case Operator::kAtLeast:
-      return Truth(Compare(first, second) >= 0);
-    case Operator::kAdd:
-      return Add(first, second);
-    case Operator::kSubtract:
-      return Subtract(first, second);
-    case Operator::kMultiply:
-      return AsNumber(first) * AsNumber(second);
-    case Operator::kDivide:
-      return AsNumber(first) / AsNumber(second);
-    case Operator::kPower:
-      return Power(AsNumber(first), AsNumber(second));
-    default:
-      return first;
-  }
 }
 
 // Does its work in the end, whatever the end is.
@@ -103,8 +92,10 @@ Value Evaluator::Compute(const Chain& chain, Span) {
 
 // The second operand of `and` and `or` is evaluated only where it matters.
 void Evaluator::Apply(const Link& link, Value& result) {
-  const bool is_or = link.operation == Operator::kOr;
-  if (is_or || link.operation == Operator::kAnd) {
+  const auto level = link.operation->level;
+  const auto combine = link.operation->combine;
+  const bool is_or = level == Operator::kOr;
+  if (!combine && level != Operator::kConcatenation) {
     const bool first = At(link.place, [&] { return AsTruth(result); });
     result = Truth(first);
     if (first == is_or) return;
@@ -113,11 +104,11 @@ void Evaluator::Apply(const Link& link, Value& result) {
     return;
   }
   const Value operand = Evaluate(*link.operand);
-  if (link.operation == Operator::kConcatenate) {
+  if (combine) {
+    result = At(link.place, [&] { return combine(result, operand); });
+  } else {
     Append(result, operand);
     CheckLength(result, link.place);
-  } else {
-    result = At(link.place, [&] { return Combine(link.operation, result, operand); });
   }
 }
 
@@ -144,7 +135,7 @@ Value Evaluator::Compute(const ExternalCall& call, Span place) {
 // Evaluates the node and appends the pieces that its value is joined from.
 Value Evaluator::EvaluatePieces(const Node& node, std::vector<Piece>& pieces) {
   const auto* chain = std::get_if<Chain>(&node.form);
-  if (!chain || chain->links.front().operation != Operator::kConcatenate) {
+  if (!chain || chain->links.front().operation->level != Operator::kConcatenation) {
     Value value = Evaluate(node);
     pieces.push_back(
         {node.place, std::holds_alternative<Literal>(node.form), AsText(value).size()});

@@ -16,7 +16,7 @@ using Json = nlohmann::json;
 constexpr int kDeepest = 200;
 constexpr std::size_t kLongestArray = 100'000;  // that grows by an index beyond its end
 
-enum Type : std::uint8_t { kRaw, kString, kNumber, kObject, kArray, kBoolean, kNull };
+enum Type : long { kRaw, kString, kNumber, kObject, kArray, kBoolean, kNull };
 
 // What is wrong with a JSON text or a path.
 class JsonError : public std::runtime_error {
@@ -249,14 +249,9 @@ Value DeleteElement(const Arguments& given) {
   });
 }
 
-template <Type type>
-Value TypeFunction(const Arguments&) {
-  return Decimal(type);
-}
-
 constexpr BuiltIn kJsonRows[] = {
-    {u"JSONArray", "", "the type of arrays, 4", "JSONArray", TypeFunction<kArray>},
-    {u"JSONBoolean", "", "the type of true and false, 5", "JSONBoolean", TypeFunction<kBoolean>},
+    {u"JSONArray", "", "the type of arrays, 4", "JSONArray", [] { return kArray; }},
+    {u"JSONBoolean", "", "the type of true and false, 5", "JSONBoolean", [] { return kBoolean; }},
     {u"JSONDeleteElement", "json ; path", "the JSON without what stands at the path",
      R"(JSONDeleteElement ( "{\"a\":1,\"b\":2}" ; "a" ))", DeleteElement},
     {u"JSONFormatElements", "json", "the JSON on several lines",
@@ -282,16 +277,16 @@ constexpr BuiltIn kJsonRows[] = {
      [](const Arguments& given) {
        return ListOf(given, [](const auto& item) { return AsText(ValueOf(item.value())); });
      }},
-    {u"JSONNull", "", "the type of null, 6", "JSONNull", TypeFunction<kNull>},
-    {u"JSONNumber", "", "the type of numbers, 2", "JSONNumber", TypeFunction<kNumber>},
-    {u"JSONObject", "", "the type of objects, 3", "JSONObject", TypeFunction<kObject>},
-    {u"JSONRaw", "", "the type of JSON texts of every type, 0", "JSONRaw", TypeFunction<kRaw>},
+    {u"JSONNull", "", "the type of null, 6", "JSONNull", [] { return kNull; }},
+    {u"JSONNumber", "", "the type of numbers, 2", "JSONNumber", [] { return kNumber; }},
+    {u"JSONObject", "", "the type of objects, 3", "JSONObject", [] { return kObject; }},
+    {u"JSONRaw", "", "the type of JSON texts of every type, 0", "JSONRaw", [] { return kRaw; }},
     {u"JSONSetElement", "json ; path ; value ; type",
      "the JSON with a value at the path, which is made if it is not there; [ path ; value ; type ] "
      "lists set several",
      R"(JSONSetElement ( "" ; [ "name" ; "Ann" ; JSONString ] ; [ "ages[0]" ; 7 ; JSONNumber ] ))",
      SetElement, 3},
-    {u"JSONString", "", "the type of texts, 1", "JSONString", TypeFunction<kString>},
+    {u"JSONString", "", "the type of texts, 1", "JSONString", [] { return kString; }},
 };
 
 }  // namespace

@@ -5,14 +5,13 @@
 #include <algorithm>
 
 #include "calculation/interruption.h"
+#include "calculation/syntax.h"
 #include "calculation/unicode.h"
 
 namespace calculation {
 namespace {
 
 constexpr char16_t kParagraph = u'¶';
-
-bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 // Every letter of every script counts as one, and what is neither a letter nor a sign of the
 // language is left to the name that will not be found.
@@ -26,18 +25,8 @@ bool IsNameUnit(char16_t unit) {
          unit != 0xFFFD;
 }
 
-struct Spelling {
-  std::u16string_view written;
-  std::u16string_view meant;
-};
-
-// The longer before the shorter that it begins with.
-constexpr Spelling kSymbols[] = {
-    {u"<>", u"≠"}, {u"<=", u"≤"}, {u">=", u"≥"}, {u"≠", u"≠"}, {u"≤", u"≤"}, {u"≥", u"≥"},
-    {u"<", u"<"},  {u">", u">"},  {u"=", u"="},  {u"+", u"+"}, {u"-", u"-"}, {u"*", u"*"},
-    {u"/", u"/"},  {u"^", u"^"},  {u"&", u"&"},  {u"(", u"("}, {u")", u")"}, {u"[", u"["},
-    {u"]", u"]"},  {u";", u";"},  {u":", u":"},
-};
+constexpr std::u16string_view kSigns = u"≠≤≥<>=+-*/^&()[];:";
+constexpr std::u16string_view kPairs[] = {u"<>≠", u"<=≤", u">=≥"};  // and the sign that is meant
 
 std::string Unexpected(char16_t unit) {
   switch (unit) {
@@ -60,23 +49,16 @@ std::string Unexpected(char16_t unit) {
   }
 }
 
-bool Opens(const Token& token) {
-  return token.kind == Token::Kind::kSymbol && (token.text == u"(" || token.text == u"[");
-}
-
-bool Closes(const Token& token) {
-  return token.kind == Token::Kind::kSymbol && (token.text == u")" || token.text == u"]");
+bool IsSymbol(const Token& token, std::u16string_view one, std::u16string_view other) {
+  return token.kind == Token::Kind::kSymbol && (token.text == one || token.text == other);
 }
 
 // Whether an operand is to follow it.
 bool IsOperator(const Token& token) {
-  if (token.kind == Token::Kind::kSymbol) {
-    return std::u16string_view(u"≠≤≥<>=+-*/^&").find(token.text) != std::u16string_view::npos;
-  }
-  constexpr std::u16string_view kWords[] = {u"and", u"or", u"xor", u"not"};
-  return token.kind == Token::Kind::kName &&
-         std::any_of(std::begin(kWords), std::end(kWords),
-                     [&](auto word) { return IsSameName(word, token.text); });
+  if (token.kind != Token::Kind::kSymbol && token.kind != Token::Kind::kName) return false;
+  return IsSameName(token.text, u"not") ||
+         std::any_of(kOperators.begin(), kOperators.end(),
+                     [&](const Operator& known) { return IsSameName(known.sign, token.text); });
 }
 
 }  // namespace
@@ -171,18 +153,12 @@ Token Lexer::TakeText(char16_t closing) {
 }
 
 Token Lexer::TakeNumber() {
-  const auto digits_end = [this](std::size_t position) {
-    while (position < text_.size() && IsDigit(text_[position])) ++position;
-    return position;
+  const auto digits_end = [this](std::size_t begin) {
+    return std::min(text_.find_first_not_of(u"0123456789", begin), text_.size());
   };
   std::size_t end = digits_end(position_);
   if (end < text_.size() && text_[end] == u'.') end = digits_end(end + 1);
-  if (end < text_.size() && (text_[end] | 0x20) == u'e') {
-    const bool has_sign =
-        end + 1 < text_.size() && (text_[end + 1] == u'-' || text_[end + 1] == u'+');
-    const std::size_t exponent = end + (has_sign ? 2 : 1);
-    if (digits_end(exponent) > exponent) end = digits_end(exponent);
-  }
+  end += ExponentAt(text_.substr(end)).size();
   if (end < text_.size() && IsNameUnit(text_[end])) {
     throw Error({end, NameEnd(end)}, "unexpected characters in a number; expected an operator");
   }
@@ -210,15 +186,16 @@ Token Lexer::TakeBracedVariable(std::size_t brace) {
 }
 
 Token Lexer::TakeSymbol() {
-  const auto* symbol =
-      std::find_if(std::begin(kSymbols), std::end(kSymbols),
-                   [this](const Spelling& spelling) { return StartsWith(spelling.written); });
-  if (symbol == std::end(kSymbols)) {
+  for (const std::u16string_view pair : kPairs) {
+    if (!StartsWith(pair.substr(0, 2))) continue;
+    Token token = TakeSpan(Token::Kind::kSymbol, position_ + 2);
+    token.text = pair.substr(2);
+    return token;
+  }
+  if (kSigns.find(Peek()) == std::u16string_view::npos) {
     throw Error({position_, position_ + 1}, Unexpected(Peek()));
   }
-  Token token = TakeSpan(Token::Kind::kSymbol, position_ + symbol->written.size());
-  token.text = symbol->meant;
-  return token;
+  return TakeSpan(Token::Kind::kSymbol, position_ + 1);
 }
 
 std::size_t Lexer::NameEnd(std::size_t position) const {
@@ -247,8 +224,8 @@ void ReadStatement(std::u16string_view text, std::size_t& position, Statement& s
     position = lexer.position();
     if (lexer.AtEnd() || (closed && lexer.AtLineEnd())) return;
     const Token& token = statement.tokens.emplace_back(lexer.TakeToken());
-    if (Opens(token)) ++statement.open;
-    if (Closes(token)) statement.open = std::max(statement.open - 1, 0);
+    if (IsSymbol(token, u"(", u"[")) ++statement.open;
+    if (IsSymbol(token, u")", u"]")) statement.open = std::max(statement.open - 1, 0);
     position = lexer.position();
   }
 }

@@ -61,9 +61,7 @@ std::vector<SortItem> ItemsOf(std::u16string_view list, long kind) {
   return items;
 }
 
-Value FilterValues(const Arguments& given) {
-  const Text list = given.Text(0);
-  const Text filter = given.Text(1);
+Text FilterValues(const Text& list, const Text& filter) {
   Values wanted = ValuesOf(filter);
   const auto before = [](auto first, auto second) { return Collate(first, second) < 0; };
   std::sort(wanted.begin(), wanted.end(), before);
@@ -75,9 +73,8 @@ Value FilterValues(const Arguments& given) {
 }
 
 // Equal values stay in their order. A negative kind sorts downwards.
-Value SortValues(const Arguments& given) {
-  const Text list = given.Text(0);
-  const long kind = given.Has(1) ? given.Integer(1) : 1;
+Text SortValues(const Text& list, std::optional<long> list_kind) {
+  const long kind = list_kind.value_or(1);
   std::vector<SortItem> items = ItemsOf(list, std::labs(kind));
   std::stable_sort(items.begin(), items.end(), [kind](const SortItem& a, const SortItem& b) {
     return kind < 0 ? Compare(b.key, a.key) < 0 : Compare(a.key, b.key) < 0;
@@ -88,9 +85,8 @@ Value SortValues(const Arguments& given) {
 }
 
 // The first of those that are equal stays, in its place.
-Value UniqueValues(const Arguments& given) {
-  const Text list = given.Text(0);
-  const std::vector<SortItem> items = ItemsOf(list, given.Has(1) ? given.Integer(1) : 1);
+Text UniqueValues(const Text& list, std::optional<long> kind) {
+  const std::vector<SortItem> items = ItemsOf(list, kind.value_or(1));
   std::set<Value, decltype([](const Value& a, const Value& b) { return Compare(a, b) < 0; })> seen;
   Values values;
   for (const SortItem& item : items) {
@@ -111,52 +107,42 @@ Value List(const Arguments& given) {
 
 constexpr BuiltIn kListRows[] = {
     {u"FilterValues", "list ; values", "the list's values that are among these, each ended by ¶",
-     R"(FilterValues ( "a¶b¶c" ; "C¶a" ))", FilterValues},
+     R"(FilterValues ( "a¶b¶c" ; "C¶a" ))", Calling<FilterValues>},
     {u"GetValue", "list ; number", "one value of a list whose values are separated by ¶",
      R"(GetValue ( "a¶b¶c" ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text list = given.Text(0);
-       const long number = given.Integer(1);
+     [](const Text& list, long number) {
        const auto values = ValuesOf(list);
-       if (number < 1 || number > static_cast<long>(values.size())) return {};
+       if (number < 1 || number > static_cast<long>(values.size())) return Text();
        return Text(values[static_cast<std::size_t>(number - 1)]);
      }},
     {u"LeftValues", "list ; count", "the first values of a list, each ended by ¶",
      R"(LeftValues ( "a¶b¶c" ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text list = given.Text(0);
-       return Lines(ValuesOf(list), 0, given.Integer(1));
-     }},
+     [](const Text& list, long count) { return Lines(ValuesOf(list), 0, count); }},
     {u"List", "value1 {; value2 ; ...}", "the values that are not empty, separated by ¶",
      R"(List ( "a" ; "" ; "b" ))", List},
     {u"MiddleValues", "list ; start ; count",
      "values of a list from value number start on, each ended by ¶",
      R"(MiddleValues ( "a¶b¶c" ; 2 ; 1 ))",
-     [](const Arguments& given) -> Value {
-       const Text list = given.Text(0);
-       const long start = std::max(given.Integer(1), 1L) - 1;
-       return Lines(ValuesOf(list), start, start + given.Integer(2));
+     [](const Text& list, long start, long count) {
+       const long first = std::max(start, 1L) - 1;
+       return Lines(ValuesOf(list), first, first + count);
      }},
     {u"RightValues", "list ; count", "the last values of a list, each ended by ¶",
      R"(RightValues ( "a¶b¶c" ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text list = given.Text(0);
+     [](const Text& list, long count) {
        const auto values = ValuesOf(list);
-       const auto count = static_cast<long>(values.size());
-       return Lines(values, count - std::max(given.Integer(1), 0L), count);
+       const auto all = static_cast<long>(values.size());
+       return Lines(values, all - std::max(count, 0L), all);
      }},
     {u"SortValues", "list {; kind ; locale}",
      "the values in order, each ended by ¶; kind 1 is texts, 2 numbers, 3 dates, 4 times, 5 "
      "timestamps, and negative the other way round",
-     R"(SortValues ( "10¶9¶8" ; 2 ))", SortValues},
+     R"(SortValues ( "10¶9¶8" ; 2 ))", Calling<SortValues>},
     {u"UniqueValues", "list {; kind ; locale}",
      "the values without those that were there before, each ended by ¶",
-     R"(UniqueValues ( "a¶b¶A" ))", UniqueValues},
+     R"(UniqueValues ( "a¶b¶A" ))", Calling<UniqueValues>},
     {u"ValueCount", "list", "how many values a list has", R"(ValueCount ( "a¶b¶c" ))",
-     [](const Arguments& given) {
-       const Text list = given.Text(0);
-       return Number(ValuesOf(list).size());
-     }},
+     [](const Text& list) { return ValuesOf(list).size(); }},
 };
 
 }  // namespace

@@ -40,7 +40,7 @@ constexpr BuiltIn kLogicalRows[] = {
      "the result of the calculation that the text holds, or ? if it is wrong; it sees $variables "
      "and no names of Let",
      R"(Evaluate ( "1 + 2" ))", Evaluate},
-    {u"False", "", "0", "False", [](const Arguments&) { return Truth(false); }},
+    {u"False", "", "0", "False", [] { return false; }},
     {u"If", "test ; result1 {; result2}", "result1 if the test holds, else result2",
      R"(If ( 1 < 2 ; "yes" ; "no" ))",
      [](const Arguments& given) {
@@ -48,7 +48,7 @@ constexpr BuiltIn kLogicalRows[] = {
        return given.Has(2) ? given.Get(2) : Value();
      }},
     {u"IsEmpty", "value", "1 if the value is an empty text", R"(IsEmpty ( "" ))",
-     [](const Arguments& given) { return Truth(given.Text(0).empty()); }},
+     [](const Text& text) { return text.empty(); }},
     {u"Let", "[ name1 = value1 ; name2 = value2 ; ... ] ; calculation",
      "a calculation in which the names stand for the values; $names are set as variables",
      "Let ( [ a = 3 ; b = a * 2 ] ; a + b )", nullptr},
@@ -58,7 +58,7 @@ constexpr BuiltIn kLogicalRows[] = {
      [](const Arguments& given) {
        return given.evaluator().EvaluateWithin(given.Integer(1), given.node(0));
      }},
-    {u"True", "", "1", "True", [](const Arguments&) { return Truth(true); }},
+    {u"True", "", "1", "True", [] { return true; }},
     {u"While", "[ name1 = value1 ; ... ] ; test ; [ name1 = value1 ; ... ] ; result",
      "the result when, after as many rounds as the test holds, the second values have been given "
      "to the names in each",

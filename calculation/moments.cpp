@@ -11,7 +11,6 @@
 #include <optional>
 
 #include "calculation/unicode.h"
-#include "calculation/user_locale.h"
 
 namespace calculation {
 namespace {
@@ -43,8 +42,7 @@ const Style& UserStyle() {
     if (U_FAILURE(status)) return Style{u"M/d/y", true};
     const icu::UnicodeString date = patterns->getBestPattern(u"yMd", status);
     const icu::UnicodeString time = patterns->getBestPattern(u"j", status);
-    return Style{{date.getBuffer(), static_cast<std::size_t>(date.length())},
-                 time.indexOf(u'a') >= 0};
+    return Style{Units(date), time.indexOf(u'a') >= 0};
   }();
   return style;
 }
@@ -148,9 +146,7 @@ const icu::DateFormatSymbols& Names() {
 }
 
 Text NameAt(const icu::UnicodeString* names, int count, long index) {
-  if (index < 0 || index >= count) return {};
-  return {
-      std::u16string(names[index].getBuffer(), static_cast<std::size_t>(names[index].length()))};
+  return index < count ? Text(Units(names[index])) : Text();
 }
 
 }  // namespace

@@ -10,24 +10,6 @@
 namespace calculation {
 namespace {
 
-constexpr std::size_t kLevels = 6;
-
-struct OperatorSign {
-  std::u16string_view sign;
-  Operator operation;
-  std::size_t level;  // 0 binds weakest
-};
-
-constexpr OperatorSign kOperators[] = {
-    {u"or", Operator::kOr, 0},      {u"xor", Operator::kXor, 0},
-    {u"and", Operator::kAnd, 1},    {u"=", Operator::kEqual, 2},
-    {u"≠", Operator::kUnequal, 2},  {u"<", Operator::kLess, 2},
-    {u">", Operator::kGreater, 2},  {u"≤", Operator::kAtMost, 2},
-    {u"≥", Operator::kAtLeast, 2},  {u"&", Operator::kConcatenate, 3},
-    {u"+", Operator::kAdd, 4},      {u"-", Operator::kSubtract, 4},
-    {u"*", Operator::kMultiply, 5}, {u"/", Operator::kDivide, 5},
-};
-
 template <class Form>
 NodePtr Make(Span place, Form form) {
   return std::make_unique<const Node>(Node{place, std::move(form)});
@@ -129,7 +111,7 @@ NodePtr Parser::ParseWhole() {
 
 NodePtr Parser::ParseExpression() {
   const Nesting nesting(*this);
-  return ParseChain(0);
+  return ParseChain(Operator::kOr);
 }
 
 bool Parser::AcceptWords(const std::vector<std::u16string_view>& words) {
@@ -187,23 +169,23 @@ void Parser::FailExpecting(const std::string& expected) const {
   throw Error(token.place, "unexpected " + NameOf(token) + "; expected " + expected);
 }
 
-std::optional<Operator> Parser::AcceptOperator(std::size_t level, Span& place) {
-  if (Peek().kind != Token::Kind::kSymbol && Peek().kind != Token::Kind::kName) return std::nullopt;
-  for (const OperatorSign& candidate : kOperators) {
+const Operator* Parser::AcceptOperator(int level, Span& place) {
+  if (Peek().kind != Token::Kind::kSymbol && Peek().kind != Token::Kind::kName) return nullptr;
+  for (const Operator& candidate : kOperators) {
     if (candidate.level != level || !IsSameName(Peek().text, candidate.sign)) continue;
     place = Take().place;
-    return candidate.operation;
+    return &candidate;
   }
-  return std::nullopt;
+  return nullptr;
 }
 
-NodePtr Parser::ParseChain(std::size_t level) {
-  if (level == kLevels) return ParseUnary();
+NodePtr Parser::ParseChain(int level) {
+  if (level == Operator::kPower) return ParseUnary();
   Chain chain{ParseChain(level + 1), {}};
   Span place;
-  while (const std::optional<Operator> operation = AcceptOperator(level, place)) {
+  while (const Operator* const operation = AcceptOperator(level, place)) {
     NodePtr operand = ParseChain(level + 1);
-    chain.links.push_back({*operation, place, std::move(operand)});
+    chain.links.push_back({operation, place, std::move(operand)});
   }
   return MakeChain(std::move(chain));
   // The analyser loses sight of what the chain owns.
@@ -221,10 +203,10 @@ NodePtr Parser::ParseUnary() {
 
 NodePtr Parser::ParsePower() {
   Chain chain{ParsePrimary(), {}};
-  while (AtSymbol(u"^")) {
-    const Span place = Take().place;
+  Span place;
+  while (const Operator* const power = AcceptOperator(Operator::kPower, place)) {
     const bool has_sign = AtSymbol(u"-") || AtSymbol(u"+");
-    chain.links.push_back({Operator::kPower, place, has_sign ? ParseUnary() : ParsePrimary()});
+    chain.links.push_back({power, place, has_sign ? ParseUnary() : ParsePrimary()});
   }
   return MakeChain(std::move(chain));
 }

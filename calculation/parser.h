@@ -47,9 +47,9 @@ class Parser {
   bool AtWord(std::u16string_view word, std::size_t ahead = 0) const;
   Token Take();
   [[noreturn]] void FailExpecting(const std::string& expected) const;
-  std::optional<Operator> AcceptOperator(std::size_t level, Span& place);
+  const Operator* AcceptOperator(int level, Span& place);
 
-  NodePtr ParseChain(std::size_t level);
+  NodePtr ParseChain(int level);
   NodePtr ParseUnary();
   NodePtr ParsePower();
   NodePtr ParsePrimary();

@@ -2,8 +2,10 @@
 
 // A calculation as a tree. Every function is known and every count of arguments is right.
 
+#include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -16,23 +18,15 @@ struct BuiltIn;
 struct Node;
 using NodePtr = std::unique_ptr<const Node>;
 
-enum class Operator {
-  kOr,
-  kXor,
-  kAnd,
-  kEqual,
-  kUnequal,
-  kLess,
-  kGreater,
-  kAtMost,
-  kAtLeast,
-  kConcatenate,
-  kAdd,
-  kSubtract,
-  kMultiply,
-  kDivide,
-  kPower,
+struct Operator {
+  enum Level { kOr, kAnd, kComparison, kConcatenation, kSum, kProduct, kPower };
+
+  std::u16string_view sign;
+  Level level;                                                // the lowest binds weakest
+  Value (*combine)(const Value& first, const Value& second);  // null of or, and and &
 };
+
+extern const std::array<Operator, 15> kOperators;
 
 struct Literal {
   Value value;
@@ -55,7 +49,7 @@ struct Negation {
 };
 
 struct Link {
-  Operator operation;
+  const Operator* operation;
   Span place;
   NodePtr operand;
 };

@@ -44,35 +44,31 @@ Text Substitute(const Text& text, std::u16string_view search, std::u16string_vie
 
 Value SubstituteAll(const Arguments& given) {
   Text text = given.Text(0);
-  if (!given.Items(1)) {
-    const Text search = given.Text(1);
-    return Substitute(text, search, given.Text(2));
-  }
-  for (std::size_t i = 1; given.Has(i); ++i) {
-    const Arguments pair = *given.Items(i);
+  const auto substitute = [&text](const Arguments& pair) {
     const Text search = pair.Text(0);
     text = Substitute(text, search, pair.Text(1));
-  }
+  };
+  if (!given.Items(1)) substitute(given.From(1));
+  for (std::size_t i = 1; given.Items(1) && given.Has(i); ++i) substitute(*given.Items(i));
   return text;
 }
 
 // The number holds one code, or several: the first in its last five digits.
-Value Char(const Arguments& given) {
+Text Char(const Decimal& number) {
   std::u16string text;
-  Decimal codes = given.Number(0).Truncated();
+  Decimal codes = number.Truncated();
   if (codes.IsNegative()) throw NumberError("expected the number of a character, 0 to 1114111");
   if (Compare(codes, Decimal(kLastCodePoint)) <= 0) {
     AppendCodePoint(text, static_cast<char32_t>(codes.ToInteger()));
-    return Text(text);
+    return text;
   }
   for (const Decimal step(kCodeUnit); !codes.IsZero(); codes = FloorQuotient(codes, step)) {
     AppendCodePoint(text, static_cast<char32_t>(Remainder(codes, step).ToInteger()));
   }
-  return Text(text);
+  return text;
 }
 
-Value Code(const Arguments& given) {
-  const Text text = given.Text(0);
+Value Code(const Text& text) {
   if (text.empty()) return text;
   Decimal codes;
   Decimal step(1);
@@ -85,9 +81,7 @@ Value Code(const Arguments& given) {
   return codes;
 }
 
-Value Filter(const Arguments& given) {
-  const Text text = given.Text(0);
-  const Text filter = given.Text(1);
+Text Filter(const Text& text, const Text& filter) {
   const auto kept = SplitCharacters(filter);
   const std::set<std::u16string_view> characters(kept.begin(), kept.end());
   std::u16string filtered;
@@ -95,14 +89,10 @@ Value Filter(const Arguments& given) {
     CheckInterruption();
     if (characters.contains(character)) filtered += character;
   }
-  return Text(filtered);
+  return filtered;
 }
 
-Value Position(const Arguments& given) {
-  const Text text = given.Text(0);
-  const Text search = given.Text(1);
-  const long start = given.Integer(2);
-  const long occurrence = given.Integer(3);
+long Position(const Text& text, const Text& search, long start, long occurrence) {
   const SearchKey wanted(search, LetterCase::kIgnored);
   // Forwards behind what is skipped; backwards in what begins at the start or before.
   const long skipped = occurrence < 0 ? 0 : std::max(start - 1, 0L);
@@ -110,144 +100,123 @@ Value Position(const Arguments& given) {
                                    : static_cast<long>(text.size());
   const SearchKey key(Part(text, skipped, last), LetterCase::kIgnored);
   const std::size_t found = key.Find(wanted, occurrence);
-  return found == SearchKey::kNone ? Truth(false)
-                                   : Value(Decimal(skipped + static_cast<long>(found) + 1));
+  return found == SearchKey::kNone ? 0 : skipped + static_cast<long>(found) + 1;
 }
 
-Value Quote(const Arguments& given) {
-  const Text text = given.Text(0);
+Text Quote(const Text& text) {
   std::u16string quoted = u"\"";
   for (const char16_t unit : text.view()) {
     if (unit == u'"' || unit == u'\\' || unit == u'¶') quoted += u'\\';
     quoted += unit == u'\r' ? u'¶' : unit;
   }
-  return Text(quoted + u"\"");
+  return quoted + u"\"";
 }
 
-Value Replace(const Arguments& given) {
-  const Text text = given.Text(0);
-  const long start = std::max(given.Integer(1) - 1, 0L);
-  const long end = start + std::max(given.Integer(2), 0L);
-  Text replaced = Part(text, 0, start);
-  replaced.Append(given.Text(3));
+Text Replace(const Text& text, long start, long count, const Text& replacement) {
+  const long first = std::max(start - 1, 0L);
+  const long end = first + std::max(count, 0L);
+  Text replaced = Part(text, 0, first);
+  replaced.Append(replacement);
   replaced.Append(text.view().substr(Characters(text).Offset(Count(end))));
   return replaced;
 }
 
-Value Trim(const Arguments& given) {
-  const Text text = given.Text(0);
+Text Trim(const Text& text) {
   const std::size_t begin = std::min(text.view().find_first_not_of(u' '), text.size());
-  return Text(text.view().substr(begin, text.view().find_last_not_of(u' ') + 1 - begin));
+  return text.view().substr(begin, text.view().find_last_not_of(u' ') + 1 - begin);
 }
 
 // What makes a text look otherwise leaves it as it is.
-Value AsItIs(const Arguments& given) { return given.Text(0); }
+Text AsItIs(const Text& text) { return text; }
 
 constexpr BuiltIn kTextRows[] = {
     {u"Char", "code", "the character of a Unicode code point, or of several", "Char ( 8364 )",
-     Char},
+     Calling<Char>},
     {u"Code", "text",
      "the Unicode code point of a character; of several, the first in the last five digits",
-     R"(Code ( "ab" ))", Code},
+     R"(Code ( "ab" ))", Calling<Code>},
     {u"Exact", "text1 ; text2", "1 if both texts are the same, upper and lower case too",
      R"(Exact ( "a" ; "A" ))",
-     [](const Arguments& given) {
-       const Text first = given.Text(0);
-       return Truth(first.view() == given.Text(1).view());
-     }},
+     [](const Text& first, const Text& second) { return first.view() == second.view(); }},
     {u"Filter", "text ; characters", "the text's characters that are among these",
-     R"(Filter ( "(555) 0123" ; "0123456789" ))", Filter},
-    {u"GetAsText", "value", "the value as text", "GetAsText ( 1.50 )", AsItIs},
+     R"(Filter ( "(555) 0123" ; "0123456789" ))", Calling<Filter>},
+    {u"GetAsText", "value", "the value as text", "GetAsText ( 1.50 )", Calling<AsItIs>},
     {u"Left", "text ; count", "the first characters of a text", R"(Left ( "Plaid" ; 3 ))",
-     [](const Arguments& given) -> Value {
-       const Text text = given.Text(0);
-       return Part(text, 0, given.Integer(1));
-     }},
+     [](const Text& text, long count) { return Part(text, 0, count); }},
     {u"LeftWords", "text ; count", "the first words of a text",
      R"(LeftWords ( "Plaid, canvas suitcase" ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text text = given.Text(0);
-       return Words(text, 0, given.Integer(1));
-     }},
+     [](const Text& text, long count) { return Words(text, 0, count); }},
     {u"Length", "text", "how many characters a text has", R"(Length ( "grün" ))",
-     [](const Arguments& given) {
-       const Text text = given.Text(0);
-       return Number(Characters(text).Count());
-     }},
+     [](const Text& text) { return Characters(text).Count(); }},
     {u"Lower", "text", "the text in small letters", R"(Lower ( "ÄB" ))",
-     [](const Arguments& given) -> Value { return Text(Lowercase(given.Text(0))); }},
+     [](const Text& text) { return Text(Lowercase(text)); }},
     {u"Middle", "text ; start ; count", "characters of a text from character number start on",
      R"(Middle ( "Plaid" ; 2 ; 3 ))",
-     [](const Arguments& given) -> Value {
-       const Text text = given.Text(0);
-       const long start = std::max(given.Integer(1), 1L) - 1;
-       return Part(text, start, start + given.Integer(2));
+     [](const Text& text, long start, long count) {
+       const long first = std::max(start, 1L) - 1;
+       return Part(text, first, first + count);
      }},
     {u"MiddleWords", "text ; start ; count", "words of a text from word number start on",
      R"(MiddleWords ( "Plaid, canvas suitcase" ; 2 ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text text = given.Text(0);
-       const long start = std::max(given.Integer(1), 1L) - 1;
-       return Words(text, start, start + given.Integer(2));
+     [](const Text& text, long start, long count) {
+       const long first = std::max(start, 1L) - 1;
+       return Words(text, first, first + count);
      }},
     {u"PatternCount", "text ; search", "how often a text holds another, in any case",
      R"(PatternCount ( "Mississippi" ; "IS" ))",
-     [](const Arguments& given) {
-       const SearchKey key(given.Text(0), LetterCase::kIgnored);
-       return Number(key.Count(SearchKey(given.Text(1), LetterCase::kIgnored)));
+     [](const Text& text, const Text& search) {
+       const SearchKey key(text, LetterCase::kIgnored);
+       return key.Count(SearchKey(search, LetterCase::kIgnored));
      }},
     {u"Position", "text ; search ; start ; occurrence",
      "where a text holds another, counted from 1, in any case; 0 if it does not. A negative "
      "occurrence is looked for backwards",
-     R"(Position ( "Mississippi" ; "is" ; 1 ; 2 ))", Position},
+     R"(Position ( "Mississippi" ; "is" ; 1 ; 2 ))", Calling<Position>},
     {u"Proper", "text", "the text with a capital at the start of each word",
-     R"(Proper ( "ANN LEE" ))",
-     [](const Arguments& given) -> Value { return Text(Titlecase(given.Text(0))); }},
-    {u"Quote", "text", "the text as a literal of a calculation", R"(Quote ( "a¶b" ))", Quote},
+     R"(Proper ( "ANN LEE" ))", [](const Text& text) { return Text(Titlecase(text)); }},
+    {u"Quote", "text", "the text as a literal of a calculation", R"(Quote ( "a¶b" ))",
+     Calling<Quote>},
     {u"Replace", "text ; start ; count ; replacement",
      "the text with other characters in place of some", R"(Replace ( "abcdef" ; 2 ; 3 ; "X" ))",
-     Replace},
+     Calling<Replace>},
     {u"RGB", "red ; green ; blue", "the number of a colour", "RGB ( 255 ; 0 ; 0 )",
-     [](const Arguments& given) -> Value {
-       const Decimal red = given.Number(0) * Decimal(0x10000);
-       return red + given.Number(1) * Decimal(0x100) + given.Number(2);
+     [](const Decimal& red, const Decimal& green, const Decimal& blue) {
+       return red * Decimal(0x10000) + green * Decimal(0x100) + blue;
      }},
     {u"Right", "text ; count", "the last characters of a text", R"(Right ( "Plaid" ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text text = given.Text(0);
+     [](const Text& text, long count) {
        const auto length = static_cast<long>(Characters(text).Count());
-       return Part(text, length - std::max(given.Integer(1), 0L), length);
+       return Part(text, length - std::max(count, 0L), length);
      }},
     {u"RightWords", "text ; count", "the last words of a text",
      R"(RightWords ( "Plaid, canvas suitcase" ; 2 ))",
-     [](const Arguments& given) -> Value {
-       const Text text = given.Text(0);
+     [](const Text& text, long count) {
        const auto words = static_cast<long>(SplitWords(text).size());
-       return Words(text, words - std::max(given.Integer(1), 0L), words);
+       return Words(text, words - std::max(count, 0L), words);
      }},
     {u"Substitute", "text ; search ; replacement",
      "the text with every occurrence replaced; [ search ; replacement ] pairs do several",
      R"(Substitute ( "banana" ; [ "a" ; "o" ] ; [ "n" ; "m" ] ))", SubstituteAll, 2},
     {u"TextColor", "text ; colour", "the text", R"(TextColor ( "red" ; RGB ( 255 ; 0 ; 0 ) ))",
-     AsItIs},
-    {u"TextColorRemove", "text {; colour}", "the text", R"(TextColorRemove ( "red" ))", AsItIs},
-    {u"TextFont", "text ; font {; script}", "the text", R"(TextFont ( "a" ; "Courier" ))", AsItIs},
-    {u"TextFontRemove", "text {; font ; script}", "the text", R"(TextFontRemove ( "a" ))", AsItIs},
-    {u"TextFormatRemove", "text", "the text", R"(TextFormatRemove ( "a" ))", AsItIs},
-    {u"TextSize", "text ; size", "the text", R"(TextSize ( "a" ; 18 ))", AsItIs},
-    {u"TextSizeRemove", "text {; size}", "the text", R"(TextSizeRemove ( "a" ))", AsItIs},
+     Calling<AsItIs>},
+    {u"TextColorRemove", "text {; colour}", "the text", R"(TextColorRemove ( "red" ))",
+     Calling<AsItIs>},
+    {u"TextFont", "text ; font {; script}", "the text", R"(TextFont ( "a" ; "Courier" ))",
+     Calling<AsItIs>},
+    {u"TextFontRemove", "text {; font ; script}", "the text", R"(TextFontRemove ( "a" ))",
+     Calling<AsItIs>},
+    {u"TextFormatRemove", "text", "the text", R"(TextFormatRemove ( "a" ))", Calling<AsItIs>},
+    {u"TextSize", "text ; size", "the text", R"(TextSize ( "a" ; 18 ))", Calling<AsItIs>},
+    {u"TextSizeRemove", "text {; size}", "the text", R"(TextSizeRemove ( "a" ))", Calling<AsItIs>},
     {u"TextStyleAdd", "text ; styles", "the text", R"(TextStyleAdd ( "a" ; Bold + Italic ))",
-     AsItIs, 0, true},
+     Calling<AsItIs>, 0, true},
     {u"TextStyleRemove", "text ; styles", "the text", R"(TextStyleRemove ( "a" ; AllStyles ))",
-     AsItIs, 0, true},
-    {u"Trim", "text", "the text without blanks at its ends", R"(Trim ( "  a b " ))", Trim},
+     Calling<AsItIs>, 0, true},
+    {u"Trim", "text", "the text without blanks at its ends", R"(Trim ( "  a b " ))", Calling<Trim>},
     {u"Upper", "text", "the text in capital letters", R"(Upper ( "straße" ))",
-     [](const Arguments& given) -> Value { return Text(Uppercase(given.Text(0))); }},
+     [](const Text& text) { return Text(Uppercase(text)); }},
     {u"WordCount", "text", "how many words a text has", R"(WordCount ( "Plaid, canvas suitcase" ))",
-     [](const Arguments& given) {
-       const Text text = given.Text(0);
-       return Number(SplitWords(text).size());
-     }},
+     [](const Text& text) { return SplitWords(text).size(); }},
 };
 
 }  // namespace

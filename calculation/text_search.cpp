@@ -26,7 +26,7 @@ void AppendFolded(std::string& bytes, std::u16string_view character, bool fold) 
   if (fold) text.foldCase();
   const icu::UnicodeString folded =
       icu::Normalizer2::getNFCInstance(status)->normalize(text, status);
-  bytes += ToUtf8({folded.getBuffer(), static_cast<std::size_t>(folded.length())});
+  bytes += ToUtf8(Units(folded));
 }
 
 }  // namespace

@@ -1,18 +1,16 @@
 #include "calculation/unicode.h"
 
-#include <unicode/casemap.h>
 #include <unicode/coll.h>
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <unicode/utext.h>
 #include <unicode/utf16.h>
 
+#include <cstdlib>
 #include <new>
 #include <string>
 
 #include "calculation/interruption.h"
-#include "calculation/user_locale.h"
-#include "platform/corefoundation/encoding.h"
 
 namespace calculation {
 namespace {
@@ -27,18 +25,8 @@ void Require(UErrorCode status) {
   if (U_FAILURE(status)) throw std::runtime_error(std::string("ICU: ") + u_errorName(status));
 }
 
-// Asks for the length first: `map` is one of ICU's, from a text into a buffer.
-template <class Map>
-std::u16string Mapped(std::u16string_view text, Map map) {
-  std::u16string mapped(text.size(), u'\0');
-  UErrorCode status = U_ZERO_ERROR;
-  const int length = map(text.data(), LengthOf(text), mapped.data(), LengthOf(mapped), status);
-  mapped.resize(static_cast<std::size_t>(length));
-  if (status != U_BUFFER_OVERFLOW_ERROR) return Require(status), mapped;
-  status = U_ZERO_ERROR;
-  map(text.data(), LengthOf(text), mapped.data(), LengthOf(mapped), status);
-  return Require(status), mapped;
-}
+// Shares the text's storage as long as nothing changes it.
+icu::UnicodeString Icu(std::u16string_view text) { return {false, text.data(), LengthOf(text)}; }
 
 using Breaks = std::unique_ptr<icu::BreakIterator>;
 
@@ -69,34 +57,32 @@ const icu::Collator& UserCollator() {
 
 }  // namespace
 
-std::u16string ToUtf16(std::string_view utf8) {
-  std::u16string text(utf8.size(), u'\0');
-  text.resize(encoding::Decode(utf8, encoding::kUtf8, text.data()));
-  return text;
+icu::Locale UserLocale(const char* category) {
+  for (const char* variable : {"LC_ALL", category, "LANG"}) {
+    const char* const value = std::getenv(variable);
+    if (!value || *value == '\0') continue;
+    const std::string_view name = value;
+    if (name == "POSIX" || name == "C" || name.starts_with("C.")) break;
+    return icu::Locale::createCanonical(value);
+  }
+  return icu::Locale::getUS();
 }
 
-std::string ToUtf8(std::u16string_view text) {
-  std::string bytes(text.size() * encoding::BytesPerUnit(encoding::kUtf8), '\0');
-  bytes.resize(encoding::Encode(text, encoding::kUtf8, bytes.data()));
-  return bytes;
+std::u16string Units(const icu::UnicodeString& text) {
+  if (text.isBogus()) throw std::bad_alloc();
+  return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
 std::u16string Lowercase(std::u16string_view text) {
-  return Mapped(text, [](auto from, auto length, auto to, auto room, UErrorCode& status) {
-    return icu::CaseMap::toLower("", 0, from, length, to, room, nullptr, status);
-  });
+  return Units(Icu(text).toLower(icu::Locale::getRoot()));
 }
 
 std::u16string Uppercase(std::u16string_view text) {
-  return Mapped(text, [](auto from, auto length, auto to, auto room, UErrorCode& status) {
-    return icu::CaseMap::toUpper("", 0, from, length, to, room, nullptr, status);
-  });
+  return Units(Icu(text).toUpper(icu::Locale::getRoot()));
 }
 
 std::u16string Titlecase(std::u16string_view text) {
-  return Mapped(text, [](auto from, auto length, auto to, auto room, UErrorCode& status) {
-    return icu::CaseMap::toTitle("", 0, nullptr, from, length, to, room, nullptr, status);
-  });
+  return Units(Icu(text).toTitle(nullptr, icu::Locale::getRoot()));
 }
 
 bool IsSameName(std::u16string_view first, std::u16string_view second) {

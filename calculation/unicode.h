@@ -3,17 +3,28 @@
 // Texts are UTF-16 inside the calculation language and UTF-8 outside it. ICU knows its characters.
 
 #include <unicode/brkiter.h>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
 
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/corefoundation/encoding.h"
+
 namespace calculation {
 
 // What is not UTF-8, or a lone surrogate, becomes U+FFFD.
-std::u16string ToUtf16(std::string_view utf8);
-std::string ToUtf8(std::u16string_view text);
+using encoding::ToUtf16;
+using encoding::ToUtf8;
+
+// Throws std::bad_alloc if ICU had no memory for it.
+std::u16string Units(const icu::UnicodeString& text);
+
+// What the environment says of a category, such as LC_COLLATE; LC_ALL goes before it and LANG
+// behind it. Nobody's locale (C, POSIX, nothing) is English as in the United States.
+icu::Locale UserLocale(const char* category);
 
 // The same in every locale of the user. The length may change.
 std::u16string Lowercase(std::u16string_view text);

@@ -9,21 +9,9 @@
 namespace calculation {
 namespace {
 
-bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-
 bool HasNumber(const Value& value) {
   const auto* text = std::get_if<Text>(&value);
   return !text || std::any_of(text->view().begin(), text->view().end(), IsDigit);
-}
-
-// The exponent that begins at `place`, as in 1e3 and 1E-3; empty if none does.
-std::u16string_view ExponentAt(std::u16string_view text, std::size_t place) {
-  std::size_t end = place + 1;
-  if ((text[place] | 0x20) != u'e') return {};
-  if (end < text.size() && (text[end] == u'-' || text[end] == u'+')) ++end;
-  const std::size_t digits = end;
-  while (end < text.size() && IsDigit(text[end])) ++end;
-  return end == digits ? std::u16string_view() : text.substr(place, end - place);
 }
 
 Decimal NumberIn(std::u16string_view text) {
@@ -40,7 +28,7 @@ Decimal NumberIn(std::u16string_view text) {
     } else if (text[i] == u'-' && (digits.empty() || digits == ".")) {
       negative = true;
     } else if (i > 0 && IsDigit(text[i - 1])) {
-      exponent = ExponentAt(text, i);
+      exponent = ExponentAt(text.substr(i));
     }
   }
   const Decimal number = Decimal::FromText(digits + ToUtf8(exponent)).value_or(Decimal());
@@ -59,6 +47,13 @@ Value OfKind(const Value& first, const Value& second, Decimal number) {
 
 }  // namespace
 
+std::u16string_view ExponentAt(std::u16string_view text) {
+  if (text.empty() || (text[0] | 0x20) != u'e') return {};
+  const std::size_t digits = text.size() > 1 && (text[1] == u'-' || text[1] == u'+') ? 2 : 1;
+  const std::size_t end = std::min(text.find_first_not_of(u"0123456789", digits), text.size());
+  return end <= digits ? std::u16string_view() : text.substr(0, end);
+}
+
 Text AsText(const Value& value) {
   if (const auto* text = std::get_if<Text>(&value)) return *text;
   if (const auto* moment = std::get_if<Moment>(&value)) return AsText(*moment);
@@ -75,8 +70,6 @@ Decimal AsNumber(const Value& value) {
 bool AsTruth(const Value& value) { return !AsNumber(value).IsZero(); }
 
 Value Truth(bool truth) { return Decimal(truth ? 1 : 0); }
-
-Value Number(std::size_t count) { return Decimal(static_cast<long>(count)); }
 
 int Compare(const Value& first, const Value& second) {
   CheckInterruption();

@@ -27,6 +27,11 @@ inline std::string TooLong() {
   return "the text is longer than " + std::to_string(kLongestText) + " characters";
 }
 
+constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+
+// The exponent that the text begins with, as in e3 and E-3; empty if it does not.
+std::u16string_view ExponentAt(std::u16string_view text);
+
 Text AsText(const Value& value);
 
 // A text's number is made of all its digits, the first point among them and an exponent right
@@ -38,8 +43,6 @@ Decimal AsNumber(const Value& value);
 bool AsTruth(const Value& value);
 
 Value Truth(bool truth);
-
-Value Number(std::size_t count);
 
 // Negative, 0 or positive. Numbers compare as numbers, and so does a text with a digit with a
 // number; everything else compares as text, in the order of the user's language and without regard
