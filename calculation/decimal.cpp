@@ -29,8 +29,8 @@ std::size_t CountDigits(const mpz_class& digits) {
 }
 
 bool HasTooManyDigits(const mpz_class& digits) {
-  return mpz_sizeinbase(digits.get_mpz_t(), 10) > Decimal::kMostDigits &&
-         CountDigits(digits) > Decimal::kMostDigits;
+  static const mpz_class limit = TenTo(Decimal::kMostDigits);
+  return mpz_cmpabs(digits.get_mpz_t(), limit.get_mpz_t()) >= 0;
 }
 
 // Without the last `count` digits, halves away from zero.
@@ -121,24 +121,13 @@ long Decimal::ToInteger() const {
   return whole.get_si();
 }
 
-// Not even half of the place that is to be kept, or too little by far.
-bool Decimal::IsBelowPlace(long decimals) const {
-  return decimals < 0 && -decimals > static_cast<long>(CountDigits(digits_));
-}
-
-Decimal Decimal::Rounded(long decimals) const {
-  if (decimals >= static_cast<long>(scale_)) return *this;
-  if (IsBelowPlace(decimals)) return {};
-  const auto surplus = static_cast<std::size_t>(static_cast<long>(scale_) - decimals);
-  if (decimals >= 0) return {RoundedOff(digits_, surplus), scale_ - surplus};
-  return {RoundedOff(digits_, surplus) * TenTo(surplus - scale_), 0};
-}
-
-Decimal Decimal::Truncated(long decimals) const {
-  if (decimals >= static_cast<long>(scale_)) return *this;
-  if (IsBelowPlace(decimals)) return {};
-  const mpz_class unit = TenTo(static_cast<std::size_t>(static_cast<long>(scale_) - decimals));
-  return {digits_ / unit * unit, scale_};
+Decimal Decimal::Cut(long decimals, bool rounds) const {
+  const auto surplus = static_cast<long>(scale_) - decimals;
+  if (surplus <= 0) return *this;
+  if (surplus > static_cast<long>(CountDigits(digits_) + scale_)) return {};
+  const auto count = static_cast<std::size_t>(surplus);
+  const mpz_class unit = TenTo(count);
+  return {(rounds ? RoundedOff(digits_, count) : mpz_class(digits_ / unit)) * unit, scale_};
 }
 
 Decimal Decimal::Floor() const { return FloorQuotient(*this, Decimal(1)); }
@@ -190,8 +179,10 @@ Decimal Power(const Decimal& base, const Decimal& exponent) {
   if (exponent.IsNegative()) return Decimal(1) / Power(base, -exponent);
   if (!exponent.IsWhole()) {
     std::array<char, 512> text{};
-    std::snprintf(text.data(), text.size(), "%.15f",
-                  std::pow(base.ToDouble(), exponent.ToDouble()));
+    const auto real = [](const Decimal& decimal) {
+      return std::strtod(decimal.ToText().c_str(), nullptr);
+    };
+    std::snprintf(text.data(), text.size(), "%.15f", std::pow(real(base), real(exponent)));
     const std::optional<Decimal> power = Decimal::FromText(text.data());
     if (!power) throw NumberError("the power is no number, or is too large");
     return *power;
@@ -215,7 +206,5 @@ int Compare(const Decimal& first, const Decimal& second) {
 mpz_class Decimal::DigitsAt(std::size_t scale) const {
   return scale == scale_ ? digits_ : mpz_class(digits_ * TenTo(scale - scale_));
 }
-
-double Decimal::ToDouble() const { return std::strtod(ToText().c_str(), nullptr); }
 
 }  // namespace calculation

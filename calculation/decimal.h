@@ -42,8 +42,8 @@ class Decimal {
   long ToInteger() const;
 
   // To `decimals` places; a negative number of them means tens, hundreds and so on.
-  Decimal Rounded(long decimals) const;
-  Decimal Truncated(long decimals = 0) const;
+  Decimal Rounded(long decimals) const { return Cut(decimals, true); }
+  Decimal Truncated(long decimals = 0) const { return Cut(decimals, false); }
   Decimal Floor() const;  // the next whole number that is not above
 
   Decimal operator-() const;
@@ -66,8 +66,7 @@ class Decimal {
   Decimal(mpz_class digits, std::size_t scale);
 
   mpz_class DigitsAt(std::size_t scale) const;
-  bool IsBelowPlace(long decimals) const;
-  double ToDouble() const;
+  Decimal Cut(long decimals, bool rounds) const;
 
   mpz_class digits_;       // with the sign
   std::size_t scale_ = 0;  // how many of the digits are decimals; the last of them is not 0

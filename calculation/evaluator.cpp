@@ -134,20 +134,20 @@ Value Evaluator::Compute(const ExternalCall& call, Span place) {
 
 // Evaluates the node and appends the pieces that its value is joined from.
 Value Evaluator::EvaluatePieces(const Node& node, std::vector<Piece>& pieces) {
+  const auto append = [&pieces](const Node& piece, std::size_t units) {
+    pieces.push_back({piece.place, std::holds_alternative<Literal>(piece.form), units});
+  };
   const auto* chain = std::get_if<Chain>(&node.form);
   if (!chain || chain->links.front().operation->level != Operator::kConcatenation) {
     Value value = Evaluate(node);
-    pieces.push_back(
-        {node.place, std::holds_alternative<Literal>(node.form), AsText(value).size()});
+    append(node, AsText(value).size());
     return value;
   }
   Value result = EvaluatePieces(*chain->first, pieces);
   for (const Link& link : chain->links) {
     const std::size_t units = AsText(result).size();
     Apply(link, result);
-    const Node& operand = *link.operand;
-    pieces.push_back({operand.place, std::holds_alternative<Literal>(operand.form),
-                      AsText(result).size() - units});
+    append(*link.operand, AsText(result).size() - units);
   }
   return result;
 }
@@ -157,22 +157,17 @@ Value Evaluator::Compute(const List&, Span place) {
   throw Error(place, "unexpected list; expected a value");
 }
 
-Value Evaluator::Compute(const Let& let, Span) {
+Value Evaluator::Compute(const Let& let, Span place) {
   Bind(let.bindings);
-  return Evaluate(*let.result);
-}
-
-Value Evaluator::Compute(const While& loop, Span place) {
-  Bind(loop.bindings);
   const auto holds = [&] {
-    const Value test = Evaluate(*loop.test);
-    return At(loop.test->place, [&] { return AsTruth(test); });
+    const Value test = Evaluate(*let.test);
+    return At(let.test->place, [&] { return AsTruth(test); });
   };
-  while (holds()) {
+  while (let.test && holds()) {
     CountRound(place);
-    Bind(loop.rounds);
+    Bind(let.rounds);
   }
-  return Evaluate(*loop.result);
+  return Evaluate(*let.result);
 }
 
 void Evaluator::Bind(const std::vector<Binding>& bindings) {

@@ -52,7 +52,6 @@ class Evaluator {
   Value EvaluatePieces(const Node& node, std::vector<Piece>& pieces);
   static Value Compute(const List& list, Span place);
   Value Compute(const Let& let, Span place);
-  Value Compute(const While& loop, Span place);
 
   void Apply(const Link& link, Value& result);
   void Bind(const std::vector<Binding>& bindings);

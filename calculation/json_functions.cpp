@@ -82,39 +82,26 @@ std::size_t ElementOf(const Json& array, const std::string& name) {
   return name.size() > 9 ? kLongestArray : std::stoul(name);
 }
 
-// Null if there is nothing. A key that is a number is one of an array's elements too.
-Json* Find(Json& root, std::span<const Step> steps) {
+// Null if there is nothing, unless it is to be made, in place of what is no object or array. A key
+// that is a number is one of an array's elements too.
+Json* Find(Json& root, std::span<const Step> steps, bool make = false) {
   Json* place = &root;
   for (const auto& [name, is_element] : steps) {
+    if (make && is_element && !place->is_array()) *place = Json::array();
+    if (make && !place->is_structured()) *place = Json::object();
     if (place->is_array()) {
       const std::size_t element = ElementOf(*place, name);
-      place = element < place->size() ? &(*place)[element] : nullptr;
-    } else {
-      place =
-          place->is_object() && !is_element && place->contains(name) ? &(*place)[name] : nullptr;
-    }
-    if (!place) return nullptr;
-  }
-  return place;
-}
-
-// Made if it is not there, in place of what is no object or array.
-Json& Make(Json& root, std::span<const Step> steps) {
-  Json* place = &root;
-  for (const auto& [name, is_element] : steps) {
-    if (place->is_array() || is_element) {
-      if (!place->is_array()) *place = Json::array();
-      const std::size_t element = ElementOf(*place, name);
+      if (element >= place->size() && !make) return nullptr;
       if (element >= kLongestArray && element > place->size()) {
         throw JsonError("the array is too long");
       }
       place = &(*place)[element];
     } else {
-      if (!place->is_object()) *place = Json::object();
+      if (!place->is_object() || is_element || !(make || place->contains(name))) return nullptr;
       place = &(*place)[name];
     }
   }
-  return *place;
+  return place;
 }
 
 Json NumberOf(const Decimal& number) {
@@ -225,7 +212,7 @@ Value SetElement(const Arguments& given) {
     const auto set = [&root](const Arguments& three) {
       const Text path = three.Text(0);
       const Value value = three.Get(1);
-      Make(root, StepsOf(ToUtf8(path))) = JsonOf(value, three.Integer(2));
+      *Find(root, StepsOf(ToUtf8(path)), true) = JsonOf(value, three.Integer(2));
     };
     if (!given.Items(1)) set(given.From(1));
     for (std::size_t i = 1; given.Items(1) && given.Has(i); ++i) set(*given.Items(i));
@@ -235,11 +222,10 @@ Value SetElement(const Arguments& given) {
 
 Value DeleteElement(const Arguments& given) {
   return WithJson(given, [&](Json& root) -> Value {
-    std::vector<Step> steps = StepsOf(ToUtf8(given.Text(1)));
+    const std::vector<Step> steps = StepsOf(ToUtf8(given.Text(1)));
     if (steps.empty() || !Find(root, steps)) return TextOf(root);
-    const std::string last = steps.back().name;
-    steps.pop_back();
-    Json& parent = *Find(root, steps);
+    const std::string& last = steps.back().name;
+    Json& parent = *Find(root, std::span(steps).first(steps.size() - 1));
     if (parent.is_array()) {
       parent.erase(ElementOf(parent, last));
     } else {

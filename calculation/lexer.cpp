@@ -13,15 +13,15 @@ namespace {
 
 constexpr char16_t kParagraph = u'¶';
 
+bool IsAmong(char16_t unit, std::u16string_view units) {
+  return units.find(unit) != std::u16string_view::npos;
+}
+
 // Every letter of every script counts as one, and what is neither a letter nor a sign of the
 // language is left to the name that will not be found.
 bool IsNameUnit(char16_t unit) {
-  if (unit < 0x80) {
-    return u_isalnum(unit) ||
-           std::u16string_view(u"_.~@#%").find(unit) != std::u16string_view::npos;
-  }
-  constexpr std::u16string_view kSigns = u"¶≠≤≥“”„‘’«»×÷−…";
-  return kSigns.find(unit) == std::u16string_view::npos && !IsBlankInLine(unit) && unit >= 0xA0 &&
+  if (unit < 0x80) return u_isalnum(unit) || IsAmong(unit, u"_.~@#%");
+  return !IsAmong(unit, u"¶≠≤≥“”„‘’«»×÷−…") && !IsBlankInLine(unit) && unit >= 0xA0 &&
          unit != 0xFFFD;
 }
 
@@ -29,24 +29,11 @@ constexpr std::u16string_view kSigns = u"≠≤≥<>=+-*/^&()[];:";
 constexpr std::u16string_view kPairs[] = {u"<>≠", u"<=≤", u">=≥"};  // and the sign that is meant
 
 std::string Unexpected(char16_t unit) {
-  switch (unit) {
-    case u',':
-      return R"(unexpected ","; expected ";" between arguments)";
-    case u'“':
-    case u'”':
-    case u'„':
-    case u'«':
-    case u'»':
-      return "unexpected typographic quotation mark; expected \"";
-    case u'\'':
-    case u'‘':
-    case u'’':
-      return "unexpected single quotation mark; expected \"";
-    case u'$':
-      return "expected a variable's name behind \"$\"";
-    default:
-      return "unexpected character; expected a value or an operator";
-  }
+  if (unit == u',') return R"(unexpected ","; expected ";" between arguments)";
+  if (IsAmong(unit, u"“”„«»")) return "unexpected typographic quotation mark; expected \"";
+  if (IsAmong(unit, u"'‘’")) return "unexpected single quotation mark; expected \"";
+  if (unit == u'$') return "expected a variable's name behind \"$\"";
+  return "unexpected character; expected a value or an operator";
 }
 
 bool IsSymbol(const Token& token, std::u16string_view one, std::u16string_view other) {
@@ -64,21 +51,13 @@ bool IsOperator(const Token& token) {
 }  // namespace
 
 void Lexer::SkipBlanks() {
-  SkipBlanksInLine();
-  while (!AtEnd() && AtLineEnd()) {
-    ++position_;
-    SkipBlanksInLine();
-  }
+  for (SkipBlanksInLine(); !AtEnd() && AtLineEnd(); SkipBlanksInLine()) ++position_;
 }
 
 void Lexer::SkipBlanksInLine() {
-  while (true) {
-    if (IsBlankInLine(Peek())) {
-      ++position_;
-    } else if (!SkipComment()) {
-      return;
-    }
-  }
+  do {
+    while (IsBlankInLine(Peek())) ++position_;
+  } while (SkipComment());
 }
 
 void Lexer::SkipLine() {
@@ -192,9 +171,7 @@ Token Lexer::TakeSymbol() {
     token.text = pair.substr(2);
     return token;
   }
-  if (kSigns.find(Peek()) == std::u16string_view::npos) {
-    throw Error({position_, position_ + 1}, Unexpected(Peek()));
-  }
+  if (!IsAmong(Peek(), kSigns)) throw Error({position_, position_ + 1}, Unexpected(Peek()));
   return TakeSpan(Token::Kind::kSymbol, position_ + 1);
 }
 

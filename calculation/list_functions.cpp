@@ -2,6 +2,7 @@
 // behind the last value makes no further one.
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <set>
 #include <vector>
@@ -28,19 +29,19 @@ Values ValuesOf(std::u16string_view text) {
   return values;
 }
 
-// Values `first` (from 0, which may lie outside) to before `last`, a carriage return behind each.
-Text Lines(const Values& values, long first, long last) {
+// `count` values from number `start` on, both of which may reach beyond the list, a carriage return
+// behind each.
+Text Lines(const Values& values, long start = 1, long count = LONG_MAX) {
   std::u16string lines;
-  last = std::min(last, static_cast<long>(values.size()));
-  for (long i = std::max(first, 0L); i < last; ++i) {
+  const long first = std::max(start, 1L) - 1;
+  const long last = std::min(count, static_cast<long>(values.size()) - first) + first;
+  for (long i = first; i < last; ++i) {
     CheckInterruption();
     lines += values[static_cast<std::size_t>(i)];
     lines += u'\r';
   }
   return lines;
 }
-
-Text Lines(const Values& values) { return Lines(values, 0, static_cast<long>(values.size())); }
 
 // A value of a list as what the list holds: 1 texts, 2 numbers, 3 dates, 4 times, 5 timestamps.
 Value AsKind(std::u16string_view value, long kind) {
@@ -117,22 +118,19 @@ constexpr BuiltIn kListRows[] = {
      }},
     {u"LeftValues", "list ; count", "the first values of a list, each ended by ¶",
      R"(LeftValues ( "a¶b¶c" ; 2 ))",
-     [](const Text& list, long count) { return Lines(ValuesOf(list), 0, count); }},
+     [](const Text& list, long count) { return Lines(ValuesOf(list), 1, count); }},
     {u"List", "value1 {; value2 ; ...}", "the values that are not empty, separated by ¶",
      R"(List ( "a" ; "" ; "b" ))", List},
     {u"MiddleValues", "list ; start ; count",
      "values of a list from value number start on, each ended by ¶",
      R"(MiddleValues ( "a¶b¶c" ; 2 ; 1 ))",
-     [](const Text& list, long start, long count) {
-       const long first = std::max(start, 1L) - 1;
-       return Lines(ValuesOf(list), first, first + count);
-     }},
+     [](const Text& list, long start, long count) { return Lines(ValuesOf(list), start, count); }},
     {u"RightValues", "list ; count", "the last values of a list, each ended by ¶",
      R"(RightValues ( "a¶b¶c" ; 2 ))",
      [](const Text& list, long count) {
        const auto values = ValuesOf(list);
        const auto all = static_cast<long>(values.size());
-       return Lines(values, all - std::max(count, 0L), all);
+       return Lines(values, all + 1 - std::max(count, 0L), count);
      }},
     {u"SortValues", "list {; kind ; locale}",
      "the values in order, each ended by ¶; kind 1 is texts, 2 numbers, 3 dates, 4 times, 5 "

@@ -54,19 +54,17 @@ std::string Padded(long number, std::size_t width) {
 
 std::string DateText(const Moment& date) {
   const DateParts parts = PartsOf(date);
+  const std::array numbers{parts.year, parts.month, parts.day};
   const std::u16string& pattern = UserStyle().date;
   std::u16string text;
   for (std::size_t i = 0, end = 0; i < pattern.size(); i = end) {
     end = std::min(pattern.find_first_not_of(pattern[i], i), pattern.size());
-    const char16_t sign = pattern[i];
-    if (sign == u'y')
-      text += ToUtf16(Padded(parts.year, 4));
-    else if (sign == u'M')
-      text += ToUtf16(Padded(parts.month, end - i));
-    else if (sign == u'd')
-      text += ToUtf16(Padded(parts.day, end - i));
-    else
+    const std::size_t sign = kDateSigns.find(pattern[i]);
+    if (sign == std::u16string_view::npos) {
       text.append(pattern, i, end - i);
+    } else {
+      text += ToUtf16(Padded(numbers[sign], pattern[i] == u'y' ? 4 : end - i));
+    }
   }
   return ToUtf8(text);
 }
@@ -139,14 +137,14 @@ std::optional<Moment> ReadTimestamp(const std::string& text) {
                                           (time ? time->number : Decimal()));
 }
 
-const icu::DateFormatSymbols& Names() {
-  static UErrorCode status = U_ZERO_ERROR;
-  static const icu::DateFormatSymbols names(UserLocale("LC_TIME"), status);
-  return names;
-}
+using Names = const icu::UnicodeString* (icu::DateFormatSymbols::*)(int& count) const;
 
-Text NameAt(const icu::UnicodeString* names, int count, long index) {
-  return index < count ? Text(Units(names[index])) : Text();
+Text NameAt(Names names, long index) {
+  static UErrorCode status = U_ZERO_ERROR;
+  static const icu::DateFormatSymbols symbols(UserLocale("LC_TIME"), status);
+  int count = 0;
+  const icu::UnicodeString* const first = (symbols.*names)(count);
+  return index < count ? Text(Units(first[index])) : Text();
 }
 
 }  // namespace
@@ -242,16 +240,9 @@ long FiscalWeek(const Moment& date, long first_weekday) {
   return (PartsOf(fourth).day_of_year - 1) / 7 + 1;
 }
 
-Text MonthName(long month) {
-  int count = 0;
-  const icu::UnicodeString* names = Names().getMonths(count);
-  return NameAt(names, count, month - 1);
-}
+Text MonthName(long month) { return NameAt(&icu::DateFormatSymbols::getMonths, month - 1); }
 
-Text WeekdayName(long weekday) {
-  int count = 0;
-  const icu::UnicodeString* names = Names().getWeekdays(count);
-  return NameAt(names, count, weekday);  // Sunday is number 1 there too
-}
+// Sunday is number 1 there too.
+Text WeekdayName(long weekday) { return NameAt(&icu::DateFormatSymbols::getWeekdays, weekday); }
 
 }  // namespace calculation

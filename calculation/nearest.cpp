@@ -29,11 +29,11 @@ std::size_t Distance(std::u16string_view from, std::u16string_view to) {
 
 }  // namespace
 
-std::optional<std::string> Nearest(std::string_view word, const std::vector<std::string>& names) {
+std::string Suggestion(std::string_view word, const std::vector<std::string>& names) {
   const std::u16string wanted = Lowercase(ToUtf16(word));
   // The first distance that is too far; one slip is near enough for the shortest of names.
   std::size_t nearest = std::max<std::size_t>(wanted.size() / 3, 1) + 1;
-  std::optional<std::string> found;
+  std::string suggestion;
   for (const std::string& name : names) {
     const std::u16string candidate = Lowercase(ToUtf16(name));
     const std::size_t longer = std::max(wanted.size(), candidate.size());
@@ -44,14 +44,9 @@ std::optional<std::string> Nearest(std::string_view word, const std::vector<std:
     const std::size_t distance = is_start ? 1 : Distance(wanted, candidate);
     if (distance >= std::min(nearest, longer)) continue;
     nearest = distance;
-    found = name;
+    suggestion = "; did you mean " + name + "?";
   }
-  return found;
-}
-
-std::string Suggestion(std::string_view word, const std::vector<std::string>& names) {
-  const std::optional<std::string> name = Nearest(word, names);
-  return name ? "; did you mean " + *name + "?" : "";
+  return suggestion;
 }
 
 }  // namespace calculation

@@ -42,14 +42,8 @@ void Bind(std::vector<Binding>& bindings, std::size_t slot, NodePtr value) {
 std::string Quoted(std::u16string_view text) { return "\"" + ToUtf8(text) + "\""; }
 
 std::string NameOf(const Token& token) {
-  switch (token.kind) {
-    case Token::Kind::kEnd:
-      return "end";
-    case Token::Kind::kText:
-      return "text";
-    default:
-      return Quoted(token.text);
-  }
+  if (token.kind == Token::Kind::kEnd) return "end";
+  return token.kind == Token::Kind::kText ? "text" : Quoted(token.text);
 }
 
 // "1 parameter", "2 to 3 parameters", "at least 2 parameters".
@@ -82,24 +76,6 @@ std::string_view WithoutBlanksBehind(std::string_view name) {
 
 }  // namespace
 
-// One level deeper for as long as it lives.
-class Parser::Nesting {
- public:
-  explicit Nesting(Parser& parser) : parser_(parser) {
-    if (parser.nesting_ == parser.deepest_) {
-      throw Error(parser.Peek().place, "the calculation is nested more than " +
-                                           std::to_string(parser.deepest_) + " levels deep");
-    }
-    ++parser_.nesting_;
-  }
-  Nesting(const Nesting&) = delete;
-  Nesting& operator=(const Nesting&) = delete;
-  ~Nesting() { --parser_.nesting_; }
-
- private:
-  Parser& parser_;
-};
-
 Parser::Parser(std::vector<Token> tokens, const ExternalFunctions& externals, int deepest)
     : tokens_(std::move(tokens)), externals_(externals), deepest_(deepest) {}
 
@@ -110,8 +86,16 @@ NodePtr Parser::ParseWhole() {
 }
 
 NodePtr Parser::ParseExpression() {
-  const Nesting nesting(*this);
-  return ParseChain(Operator::kOr);
+  Deepen();
+  NodePtr expression = ParseChain(Operator::kOr);
+  --nesting_;
+  return expression;
+}
+
+void Parser::Deepen() {
+  if (nesting_++ < deepest_) return;
+  throw Error(Peek().place,
+              "the calculation is nested more than " + std::to_string(deepest_) + " levels deep");
 }
 
 bool Parser::AcceptWords(const std::vector<std::u16string_view>& words) {
@@ -194,9 +178,10 @@ NodePtr Parser::ParseChain(int level) {
 NodePtr Parser::ParseUnary() {
   const bool logical = AtWord(u"not");
   if (!logical && !AtSymbol(u"-") && !AtSymbol(u"+")) return ParsePower();
-  const Nesting nesting(*this);
+  Deepen();
   const Token sign = Take();
   NodePtr operand = ParseUnary();
+  --nesting_;
   if (sign.text == u"+") return operand;
   return Make(sign.place, Negation{logical, std::move(operand)});
 }
@@ -260,7 +245,7 @@ NodePtr Parser::ParseName() {
   }
   const BuiltIn* const function = FindBuiltIn(name.text);
   if (function && function->evaluate) return ParseBuiltIn(name, *function);
-  if (function) return IsSameName(name.text, u"Let") ? ParseLet(name) : ParseWhile(name);
+  if (function) return ParseLet(name, IsSameName(name.text, u"While"));
   if (const auto index = FindExternal(name.text)) return ParseExternal(name, *index);
   FailUnknown(name);
 }
@@ -275,32 +260,23 @@ Token Parser::TakeGet(Token name) {
   return name;
 }
 
-NodePtr Parser::ParseLet(const Token& name) {
+NodePtr Parser::ParseLet(const Token& name, bool loops) {
   Let let;
   std::vector<std::u16string> names;
+  const auto expect_next = [this] { Expect(u";", "an operator or \";\""); };
   Expect(u"(", "\"(\"");
   ParseBindings(let.bindings, names);
-  Expect(u";", "an operator or \";\"");
+  expect_next();
+  if (loops) {
+    let.test = ParseExpression();
+    expect_next();
+    ParseBindings(let.rounds, names, &let.bindings);
+    expect_next();
+  }
   let.result = ParseExpression();
   Expect(u")", "an operator or \")\"");
   Release(names);
   return Make(name.place, std::move(let));
-}
-
-NodePtr Parser::ParseWhile(const Token& name) {
-  While loop;
-  std::vector<std::u16string> names;
-  Expect(u"(", "\"(\"");
-  ParseBindings(loop.bindings, names);
-  Expect(u";", "an operator or \";\"");
-  loop.test = ParseExpression();
-  Expect(u";", "an operator or \";\"");
-  ParseBindings(loop.rounds, names, &loop.bindings);
-  Expect(u";", "an operator or \";\"");
-  loop.result = ParseExpression();
-  Expect(u")", "an operator or \")\"");
-  Release(names);
-  return Make(name.place, std::move(loop));
 }
 
 // One binding, or a list of them in brackets. Those of rounds set the names that are there already;

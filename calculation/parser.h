@@ -42,13 +42,12 @@ class Parser {
   const Token& Peek(std::size_t ahead = 0) const;
 
  private:
-  class Nesting;
-
   bool AtWord(std::u16string_view word, std::size_t ahead = 0) const;
   Token Take();
   [[noreturn]] void FailExpecting(const std::string& expected) const;
   const Operator* AcceptOperator(int level, Span& place);
 
+  void Deepen();
   NodePtr ParseChain(int level);
   NodePtr ParseUnary();
   NodePtr ParsePower();
@@ -56,8 +55,7 @@ class Parser {
   NodePtr ParseNumber();
   NodePtr ParseName();
   Token TakeGet(Token name);
-  NodePtr ParseLet(const Token& name);
-  NodePtr ParseWhile(const Token& name);
+  NodePtr ParseLet(const Token& name, bool loops);
   void ParseBindings(std::vector<Binding>& bindings, std::vector<std::u16string>& names,
                      std::vector<Binding>* before = nullptr);
   void ParseBinding(std::vector<Binding>& bindings, std::vector<std::u16string>& names,

@@ -42,13 +42,7 @@ std::string Show(const std::vector<std::u16string>& line, std::size_t begin, std
 
 // Where the line that holds `position` begins.
 std::size_t LineStart(std::u16string_view text, std::size_t position) {
-  while (position > 0 && !IsLineBreak(text[position - 1])) --position;
-  return position;
-}
-
-std::size_t LineEnd(std::u16string_view text, std::size_t position) {
-  while (position < text.size() && !IsLineBreak(text[position])) ++position;
-  return position;
+  return text.substr(0, position).find_last_of(u"\r\n") + 1;
 }
 
 std::size_t LineNumber(std::u16string_view text, std::size_t line_start) {
@@ -98,7 +92,7 @@ std::string Source::NamePosition(std::size_t unit) const {
 std::string Source::Explain(const Error& error) const {
   const std::size_t begin = std::min(error.place().begin, text_.size());
   const std::size_t line_start = LineStart(text_, begin);
-  const std::size_t line_end = LineEnd(text_, begin);
+  const std::size_t line_end = std::min(text_.find_first_of(u"\r\n", begin), text_.size());
   const std::size_t end = std::clamp(error.place().end, begin, line_end);
   const std::u16string_view text = text_;
   const std::u16string_view line = text.substr(line_start, line_end - line_start);
@@ -107,7 +101,5 @@ std::string Source::Explain(const Error& error) const {
   return NamePosition(begin) + ": " + error.what() + "\n" +
          Show(ShownCharacters(line), column, column + length);
 }
-
-bool IsLineBreak(char16_t unit) { return unit == u'\r' || unit == u'\n'; }
 
 }  // namespace calculation

@@ -68,6 +68,6 @@ class Source {
   std::optional<std::size_t> not_utf8_;
 };
 
-bool IsLineBreak(char16_t unit);
+constexpr bool IsLineBreak(char16_t unit) { return unit == u'\r' || unit == u'\n'; }
 
 }  // namespace calculation

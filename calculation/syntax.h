@@ -82,23 +82,17 @@ struct Binding {
   NodePtr value;
 };
 
+// As long as the test holds, the rounds' bindings are made anew; Let has neither.
 struct Let {
   std::vector<Binding> bindings;
-  NodePtr result;
-};
-
-// As long as the test holds, the rounds' bindings are made anew.
-struct While {
-  std::vector<Binding> bindings;
-  NodePtr test;
-  std::vector<Binding> rounds;
+  NodePtr test = nullptr;
+  std::vector<Binding> rounds = {};
   NodePtr result;
 };
 
 struct Node {
   Span place;
-  std::variant<Literal, Variable, Local, Negation, Chain, BuiltInCall, ExternalCall, List, Let,
-               While>
+  std::variant<Literal, Variable, Local, Negation, Chain, BuiltInCall, ExternalCall, List, Let>
       form;
 };
 

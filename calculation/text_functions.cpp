@@ -19,18 +19,20 @@ constexpr long kCodeUnit = 100'000;  // codes of several characters stand in ste
 
 std::size_t Count(long number) { return static_cast<std::size_t>(std::max(number, 0L)); }
 
-// Characters `first` (from 0, which may lie outside) to before `last`.
-Text Part(std::u16string_view text, long first, long last) {
+// `count` characters from number `start` on, both of which may reach beyond the text.
+Text Part(const Text& text, long start, long count) {
   Characters characters(text);
+  const long first = std::max(start, 1L) - 1;
   const std::size_t begin = characters.Offset(Count(first));
-  return text.substr(begin, characters.Offset(Count(std::max(first, last))) - begin);
+  return text.view().substr(begin, characters.Offset(Count(first + std::max(count, 0L))) - begin);
 }
 
-// From the first of some words to the end of the last, with all that is between.
-Text Words(std::u16string_view text, long first, long last) {
+// The same of words, with all that is between them.
+Text Words(const Text& text, long start, long count) {
   const auto words = SplitWords(text);
-  const std::size_t end = std::min(Count(last), words.size());
+  const long first = std::max(start, 1L) - 1;
   const std::size_t begin = Count(first);
+  const std::size_t end = std::min(Count(first + count), words.size());
   if (begin >= end) return {};
   return std::u16string_view(words[begin].data(), words[end - 1].data() + words[end - 1].size());
 }
@@ -98,7 +100,7 @@ long Position(const Text& text, const Text& search, long start, long occurrence)
   const long skipped = occurrence < 0 ? 0 : std::max(start - 1, 0L);
   const long last = occurrence < 0 ? start - 1 + static_cast<long>(Characters(search).Count())
                                    : static_cast<long>(text.size());
-  const SearchKey key(Part(text, skipped, last), LetterCase::kIgnored);
+  const SearchKey key(Part(text, skipped + 1, last - skipped), LetterCase::kIgnored);
   const std::size_t found = key.Find(wanted, occurrence);
   return found == SearchKey::kNone ? 0 : skipped + static_cast<long>(found) + 1;
 }
@@ -115,7 +117,7 @@ Text Quote(const Text& text) {
 Text Replace(const Text& text, long start, long count, const Text& replacement) {
   const long first = std::max(start - 1, 0L);
   const long end = first + std::max(count, 0L);
-  Text replaced = Part(text, 0, first);
+  Text replaced = Part(text, 1, first);
   replaced.Append(replacement);
   replaced.Append(text.view().substr(Characters(text).Offset(Count(end))));
   return replaced;
@@ -142,26 +144,18 @@ constexpr BuiltIn kTextRows[] = {
      R"(Filter ( "(555) 0123" ; "0123456789" ))", Calling<Filter>},
     {u"GetAsText", "value", "the value as text", "GetAsText ( 1.50 )", Calling<AsItIs>},
     {u"Left", "text ; count", "the first characters of a text", R"(Left ( "Plaid" ; 3 ))",
-     [](const Text& text, long count) { return Part(text, 0, count); }},
+     [](const Text& text, long count) { return Part(text, 1, count); }},
     {u"LeftWords", "text ; count", "the first words of a text",
      R"(LeftWords ( "Plaid, canvas suitcase" ; 2 ))",
-     [](const Text& text, long count) { return Words(text, 0, count); }},
+     [](const Text& text, long count) { return Words(text, 1, count); }},
     {u"Length", "text", "how many characters a text has", R"(Length ( "grün" ))",
      [](const Text& text) { return Characters(text).Count(); }},
     {u"Lower", "text", "the text in small letters", R"(Lower ( "ÄB" ))",
      [](const Text& text) { return Text(Lowercase(text)); }},
     {u"Middle", "text ; start ; count", "characters of a text from character number start on",
-     R"(Middle ( "Plaid" ; 2 ; 3 ))",
-     [](const Text& text, long start, long count) {
-       const long first = std::max(start, 1L) - 1;
-       return Part(text, first, first + count);
-     }},
+     R"(Middle ( "Plaid" ; 2 ; 3 ))", Calling<Part>},
     {u"MiddleWords", "text ; start ; count", "words of a text from word number start on",
-     R"(MiddleWords ( "Plaid, canvas suitcase" ; 2 ; 2 ))",
-     [](const Text& text, long start, long count) {
-       const long first = std::max(start, 1L) - 1;
-       return Words(text, first, first + count);
-     }},
+     R"(MiddleWords ( "Plaid, canvas suitcase" ; 2 ; 2 ))", Calling<Words>},
     {u"PatternCount", "text ; search", "how often a text holds another, in any case",
      R"(PatternCount ( "Mississippi" ; "IS" ))",
      [](const Text& text, const Text& search) {
@@ -186,13 +180,13 @@ constexpr BuiltIn kTextRows[] = {
     {u"Right", "text ; count", "the last characters of a text", R"(Right ( "Plaid" ; 2 ))",
      [](const Text& text, long count) {
        const auto length = static_cast<long>(Characters(text).Count());
-       return Part(text, length - std::max(count, 0L), length);
+       return Part(text, length + 1 - std::max(count, 0L), count);
      }},
     {u"RightWords", "text ; count", "the last words of a text",
      R"(RightWords ( "Plaid, canvas suitcase" ; 2 ))",
      [](const Text& text, long count) {
        const auto words = static_cast<long>(SplitWords(text).size());
-       return Words(text, words - std::max(count, 0L), words);
+       return Words(text, words + 1 - std::max(count, 0L), count);
      }},
     {u"Substitute", "text ; search ; replacement",
      "the text with every occurrence replaced; [ search ; replacement ] pairs do several",
