@@ -82,24 +82,26 @@ std::size_t ElementOf(const Json& array, const std::string& name) {
   return name.size() > 9 ? kLongestArray : std::stoul(name);
 }
 
-// Null if there is nothing, unless it is to be made, in place of what is no object or array. A key
-// that is a number is one of an array's elements too.
+// One step on. Null if there is nothing, unless it is to be made, in place of what is no object or
+// array. A key that is a number is one of an array's elements too.
+Json* Go(Json& place, const Step& step, bool make) {
+  if (make && step.is_element && !place.is_array()) place = Json::array();
+  if (make && !place.is_structured()) place = Json::object();
+  if (place.is_object()) {
+    const bool is_there = !step.is_element && (make || place.contains(step.name));
+    return is_there ? &place[step.name] : nullptr;
+  }
+  if (!place.is_array()) return nullptr;
+  const std::size_t element = ElementOf(place, step.name);
+  if (element >= place.size() && !make) return nullptr;
+  if (element >= kLongestArray && element > place.size()) throw JsonError("the array is too long");
+  return &place[element];
+}
+
 Json* Find(Json& root, std::span<const Step> steps, bool make = false) {
   Json* place = &root;
-  for (const auto& [name, is_element] : steps) {
-    if (make && is_element && !place->is_array()) *place = Json::array();
-    if (make && !place->is_structured()) *place = Json::object();
-    if (place->is_array()) {
-      const std::size_t element = ElementOf(*place, name);
-      if (element >= place->size() && !make) return nullptr;
-      if (element >= kLongestArray && element > place->size()) {
-        throw JsonError("the array is too long");
-      }
-      place = &(*place)[element];
-    } else {
-      if (!place->is_object() || is_element || !(make || place->contains(name))) return nullptr;
-      place = &(*place)[name];
-    }
+  for (const Step& step : steps) {
+    if (place) place = Go(*place, step, make);
   }
   return place;
 }
