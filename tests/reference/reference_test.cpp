@@ -31,12 +31,13 @@ std::vector<std::string> LinesOf(const std::filesystem::path& file) {
   return lines;
 }
 
-// Calculations that share one life of the plug-in, what the user does, and what is printed.
+// Calculations that share one life of the plug-in, what the user does, and what is printed: the
+// contents of a test's files.
 struct Example {
-  int line = 0;
+  std::string name;  // by its line
   std::string answers;
-  std::vector<std::string> calculations;
-  std::string output;
+  std::string script;
+  std::string expected;
 };
 
 std::vector<Example> ReadExamples() {
@@ -48,13 +49,15 @@ std::vector<Example> ReadExamples() {
     ++number;
     if (line.starts_with("```")) {
       fence = fence.empty() ? line : "";
-      if (fence == "```tarvo") examples.push_back({number, {}, {}, {}});
+      if (fence == "```tarvo") examples.push_back({"line-" + std::to_string(number), {}, {}, {}});
     } else if (fence == "```text") {
-      examples.back().output += line + "\n";
+      examples.back().expected += line + "\n";
     } else if (fence == "```tarvo" && line.starts_with(kAnswer)) {
-      examples.back().answers += line.substr(kAnswer.size()) + ";";
+      std::string answers = line.substr(kAnswer.size()) + "\n";
+      std::ranges::replace(answers, ';', '\n');
+      examples.back().answers += answers;
     } else if (fence == "```tarvo") {
-      examples.back().calculations.push_back(line);
+      examples.back().script += line + "\n";
     }
   }
   return examples;
@@ -82,23 +85,24 @@ std::string Parameter(const Json& function) {
 }
 
 TEST(Reference, ItsExamplesGiveWhatItSays) {
+  const testing_tools::TemporaryFolder folder;
   const std::vector<Example> examples = ReadExamples();
-  EXPECT_FALSE(examples.empty());
-  for (const Example& example : examples) {
-    std::vector<std::string> arguments{"--advise", "--answer", example.answers, "eval"};
-    arguments.insert(arguments.end(), example.calculations.begin(), example.calculations.end());
-    const auto ending = Tarvo(arguments);
-    EXPECT_EQ(ending.output, example.output) << "line " << example.line << ": " << ending.errors;
-    EXPECT_EQ(ending.status, 0) << "line " << example.line;
-    EXPECT_EQ(ending.errors, "") << "no advice is needed, line " << example.line;
+  for (const auto& [name, answers, script, expected] : examples) {
+    const std::string file = folder.Write(name + ".tarvo", script);
+    const std::string answers_file = folder.Write(name + ".answers", answers);
+    folder.Write(name + ".expected", expected);
+    const auto run = Tarvo({"run", file, "--answers", answers_file, "--advise"});
+    EXPECT_EQ(run.errors, "") << "no advice is needed, " << name;
   }
+  const auto tests = Tarvo({"test", folder / ""});
+  EXPECT_TRUE(
+      tests.output.ends_with("\n" + std::to_string(examples.size()) + " passed, 0 failed\n"))
+      << tests.output << tests.errors;
 }
 
 TEST(Reference, EveryFunctionHasAnExample) {
   std::string calculations;
-  for (const Example& example : ReadExamples()) {
-    for (const std::string& line : example.calculations) calculations += line + "\n";
-  }
+  for (const Example& example : ReadExamples()) calculations += example.script;
   for (const std::string& name : RegisteredNames()) {
     EXPECT_NE(calculations.find(name + " ("), std::string::npos) << name;
   }
