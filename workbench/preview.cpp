@@ -92,6 +92,7 @@ class ScriptPreview {
   void StartRun();
   void TakeRun();
   void Show(const std::string& error, Json calls);
+  void SendWhatIsNext();
   void NoteCutTexts(const Json& cut);
   milliseconds TimeToWait() const;
   void WakeBy(int descriptor) const;
@@ -103,7 +104,9 @@ class ScriptPreview {
   std::optional<ScriptProcess> run_;           // of the script
   std::optional<Clock::time_point> due_;       // when the next run is to begin
   std::optional<Clock::time_point> run_late_;  // when the window is to say that it still runs
-  std::vector<std::string> shown_;             // the descriptions that the window shows
+  std::optional<Json> next_;                   // what the window is to show
+  bool draws_ = false;                         // the window, which has not answered yet
+  std::vector<std::string> shown_;             // the descriptions that it was given last
   CutTexts cut_texts_;
   bool may_run_again_ = true;  // for what the window finds out: once after each save
 };
@@ -156,18 +159,27 @@ void ScriptPreview::OpenWindow() {
 // Whether the user has closed the window.
 bool ScriptPreview::TakeLineOfWindow() {
   const Json line = Json::parse(*window_.ReadLine());
-  if (line.contains("cut")) NoteCutTexts(line.at("cut"));
+  if (line.contains("cut")) {
+    NoteCutTexts(line.at("cut"));
+    draws_ = false;
+    SendWhatIsNext();
+  }
   return line.contains("closed");
 }
 
-// What is cut is known only when the window has drawn it; the advice follows with another run.
+// What is cut is known only when the window has drawn it; the advice follows with another run. A
+// run that has begun meanwhile does not know it either, and is begun anew.
 void ScriptPreview::NoteCutTexts(const Json& cut) {
   bool is_new = false;
   for (std::size_t i = 0; i < std::min(cut.size(), shown_.size()); ++i) {
-    if (!cut[i].empty()) is_new |= cut_texts_.emplace(shown_[i], cut[i]).second;
+    auto texts = cut[i].get<std::vector<std::string>>();
+    std::vector<std::string>& known = cut_texts_[shown_[i]];
+    is_new |= known != texts;
+    known = std::move(texts);
   }
-  if (is_new && may_run_again_ && !due_) due_ = Clock::now();
-  may_run_again_ = false;
+  if (!is_new || !may_run_again_ || due_) return;
+  may_run_again_ = run_ || next_;
+  due_ = Clock::now();
 }
 
 void ScriptPreview::TakeNewsOfFiles() {
@@ -205,13 +217,22 @@ void ScriptPreview::TakeRun() {
 }
 
 void ScriptPreview::Show(const std::string& error, Json calls) {
+  next_ = {{"file", std::filesystem::path(options_.operands.front()).filename().string()},
+           {"error", error},
+           {"calls", std::move(calls)}};
+  SendWhatIsNext();
+}
+
+// One after the other: what was superseded while the window drew is never drawn, and its answer is
+// about what it was given last.
+void ScriptPreview::SendWhatIsNext() {
+  if (draws_ || !next_) return;
   shown_.clear();
-  for (const Json& call : calls) shown_.push_back(display::ToText(call.at("dialog")));
-  window_.Write(display::ToText(
-                    {{"file", std::filesystem::path(options_.operands.front()).filename().string()},
-                     {"error", error},
-                     {"calls", std::move(calls)}}) +
-                "\n");
+  for (const Json& call : next_->at("calls")) {
+    shown_.push_back(display::ToText(call.at("dialog")));
+  }
+  draws_ = window_.Write(display::ToText(*next_) + "\n");
+  next_.reset();
 }
 
 milliseconds ScriptPreview::TimeToWait() const {

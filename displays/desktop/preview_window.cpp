@@ -238,6 +238,7 @@ PreviewWindow::PreviewWindow(int fd)
 }
 
 void PreviewWindow::Receive(std::string_view line) {
+  if (closed_) return;
   Show(Json::parse(line));
   if (isVisible()) return;
   show();
@@ -298,11 +299,14 @@ void PreviewWindow::Fill(QWidget* content) {
   if (had_focus) area_->setFocus();
 }
 
+// The host ends the program: one that ended by itself while the host writes would look like one
+// that has crashed.
 void PreviewWindow::closeEvent(QCloseEvent* event) {
   watch_.Watch(0);
   event->accept();
+  if (closed_) return;
+  closed_ = true;
   connection_.Send("{\"closed\": true}\n");
-  QCoreApplication::exit(0);
 }
 
 }  // namespace desktop

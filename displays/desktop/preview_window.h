@@ -26,7 +26,7 @@ namespace desktop {
 //
 // The window tells when it is there, in the words of a display; then, of each object, which texts
 // of each call's dialog do not fit, {"cut": [["…"], []]}; and {"closed": true} if its user closes
-// it. The program ends then, or when the host does.
+// it. The program ends when the host closes the socket or ends.
 class PreviewWindow : public QWidget {
  public:
   // Takes ownership of the socket `fd`.
@@ -47,6 +47,7 @@ class PreviewWindow : public QWidget {
   WindowWatch watch_;
   int place_ = 0;         // to which the user has scrolled
   bool filling_ = false;  // what scrolls is not the user
+  bool closed_ = false;   // by the user
 };
 
 }  // namespace desktop
