@@ -117,7 +117,6 @@ ScriptPreview::ScriptPreview(const Options& options)
       window_(FindCompanion("tarvo-desktop"), "--preview") {
   options_.display = DisplayChoice::kScripted;
   options_.advise = true;
-  WakeBy(files_.descriptor());
   WakeBy(InterruptionDescriptor());
   window_.StopWaitingWhenReadable(wakers_);
 }
@@ -129,6 +128,7 @@ void ScriptPreview::WakeBy(int descriptor) const {
 
 void ScriptPreview::Run() {
   OpenWindow();
+  WakeBy(files_.descriptor());  // not before: what is saved does not end the waiting for the window
   due_ = Clock::now();
   while (true) {
     if (window_.HasLine(TimeToWait()) && TakeLineOfWindow()) return;
