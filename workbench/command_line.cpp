@@ -368,6 +368,22 @@ void CheckOperands(const Options& options) {
   }
 }
 
+// A preview in a window runs its script again and again, with nobody who answers and nothing that
+// would be left of the runs. One that is drawn into a folder is a run like others.
+void CheckOptionsOfWindow(const CLI::App& app) {
+  for (const char* name : {"--display", "--strict", "--describe", "--record", "--record-passwords",
+                           "--record-numbers"}) {
+    if (app.get_option(name)->count() == 0) continue;
+    RefuseUsage("preview does not use " + std::string(name) + " without --screenshot");
+  }
+  for (const char* name : {"--answers", "--args-json", "--passwords"}) {
+    const CLI::Option& option = *app.get_option(name);
+    if (option.count() == 0 || option.as<std::string>() != "-") continue;
+    RefuseUsage("preview reads " + std::string(name) +
+                " again and again, which standard input cannot be");
+  }
+}
+
 // An option that is left without effect would not do what its user means.
 void CheckOptionsOf(const Options& options, const CLI::App& app) {
   const auto refuse = [&](const std::string& name, const std::string& group) {
@@ -382,6 +398,7 @@ void CheckOptionsOf(const Options& options, const CLI::App& app) {
       refuse(option->get_name(), option->get_group());
     }
   }
+  if (options.command == "preview" && !options.screenshot) CheckOptionsOfWindow(app);
   if (options.command == "check" && options.plugin && !options.operands.empty()) {
     RefuseUsage("check is given two bundles: --plugin " + *options.plugin + " and " +
                 options.operands.front());

@@ -70,7 +70,7 @@ Json CallsOf(const Outcome& outcome) {
 std::vector<std::string> FilesOf(const Options& options) {
   std::vector<std::string> files = options.operands;
   for (const auto& file : {options.answers_file, options.arguments_file, options.passwords}) {
-    if (file && *file != "-") files.push_back(*file);
+    if (file) files.push_back(*file);
   }
   return files;
 }
