@@ -56,13 +56,16 @@ std::string ErrorOf(const Outcome& outcome) {
   return WithoutProgramName(outcome.errors);
 }
 
-// A process that was ended may have left half a line.
+// A process that was ended may have left half a line. The plug-in may have printed lines of its
+// own, or words before a call.
 Json CallsOf(const Outcome& outcome) {
   Json calls = Json::array();
   std::istringstream lines(outcome.output);
   for (std::string line; std::getline(lines, line);) {
-    Json call = Json::parse(line, nullptr, false);
-    if (call.is_object()) calls.push_back(std::move(call));
+    const std::size_t begin = line.find(R"({"call":)");
+    if (begin == std::string::npos) continue;
+    Json call = Json::parse(line.substr(begin), nullptr, false);
+    if (call.contains("dialog")) calls.push_back(std::move(call));
   }
   return calls;
 }
