@@ -36,8 +36,8 @@ int RunToStatus(const Options& options, const std::function<int(const Options&)>
 }
 
 int NewFile() {
-  const int file = memfd_create("tarvo-test", MFD_CLOEXEC);
-  if (file < 0) throw Failure(Status::kWrong, "there is no memory for a test's output");
+  const int file = memfd_create("tarvo-script", MFD_CLOEXEC);
+  if (file < 0) throw Failure(Status::kWrong, "there is no memory for a script's output");
   return file;
 }
 
@@ -66,9 +66,11 @@ ScriptProcess::ScriptProcess(const Options& options, double time_limit,
     end_ = start_ +
            std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(time_limit));
   }
+  const pid_t parent = getpid();
   id_ = fork();
   if (id_ == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(1);  // it ended before that
     if (options.display == DisplayChoice::kScripted) {
       dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
     }
@@ -79,7 +81,7 @@ ScriptProcess::ScriptProcess(const Options& options, double time_limit,
     _exit(RunToStatus(own, run));
   }
   if (id_ > 0) process_ = OwnDescriptor(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)));
-  if (process_.number() < 0) throw Failure(Status::kWrong, "a test's process cannot be started");
+  if (process_.number() < 0) throw Failure(Status::kWrong, "a script's process cannot be started");
 }
 
 ScriptProcess::~ScriptProcess() {
