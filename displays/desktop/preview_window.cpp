@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -84,6 +85,22 @@ class Marked : public Stop {
  private:
   QColor bar_;
 };
+
+// With places at which a line can end in words that are longer than any that is meant to be read.
+QString Breakable(const QString& text) {
+  static const QRegularExpression long_part(QStringLiteral("(\\S{60})"));
+  QString result = text;
+  return result.replace(long_part, QStringLiteral("\\1\u200b"));
+}
+
+// What a script that ended early says, as it is.
+QLabel* MakeError(const QString& error) {
+  auto* label = new Marked(kError);
+  label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  label->setText(Breakable(error));
+  label->setAccessibleName(error);
+  return label;
+}
 
 // What a user would read in the dialog, for those who cannot see its picture.
 QString TextsOf(const display::Description& dialog) {
@@ -208,7 +225,6 @@ class Area : public QScrollArea {
 
 PreviewWindow::PreviewWindow(int fd)
     : connection_(fd, [this](std::string_view line) { Receive(line); }),
-      error_(new Marked(kError)),
       summary_(new QLabel),
       area_(new Area),
       watch_([] { EndWithMessage("another program has removed the preview's window"); }) {
@@ -216,11 +232,6 @@ PreviewWindow::PreviewWindow(int fd)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  error_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  error_->setBackgroundRole(QPalette::Base);
-  error_->setAutoFillBackground(true);
-  error_->hide();
-  layout->addWidget(error_);
   layout->addWidget(area_, 1);
   summary_->setMargin(kTitleMargin);
   summary_->setIndent(kPageMargin - kTitleMargin);
@@ -249,14 +260,12 @@ void PreviewWindow::Receive(std::string_view line) {
 
 void PreviewWindow::Show(const Json& script) {
   const QString error = TextOf(script, "error");
-  error_->setText(error);
-  error_->setAccessibleName(error);
-  error_->setVisible(!error.isEmpty());
-
   auto* content = new QWidget;
   auto* layout = new QVBoxLayout(content);
   layout->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   layout->setSpacing(kBetweenCalls);
+  QLabel* shown_error = error.isEmpty() ? nullptr : MakeError(error);
+  if (shown_error) layout->addWidget(shown_error);
   Json cut = Json::array();
   std::size_t dialogs = 0;
   std::size_t pieces = 0;
@@ -274,27 +283,27 @@ void PreviewWindow::Show(const Json& script) {
     for (const QString& text : picture.cut_texts) cut.back().push_back(text.toStdString());
   }
   layout->addStretch();
-  Fill(content);
+  Fill(content, shown_error ? 0 : place_);
 
   setWindowTitle(TextOf(script, "file"));
   summary_->setText((error.isEmpty() ? QString() : QStringLiteral("up to the error: ")) +
                     Count(dialogs, "dialog", "dialogs") + QStringLiteral(", ") +
                     Count(pieces, "piece of advice", "pieces of advice"));
-  if (!error.isEmpty()) {
-    QAccessibleEvent alert(error_, QAccessible::Alert);
+  if (shown_error) {
+    QAccessibleEvent alert(shown_error, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
   }
   connection_.Send(display::ToText(Json::object({{"cut", cut}})) + "\n");
 }
 
-// In place of what was there, at the place to which the user has scrolled, or as near to it as
-// there is something.
-void PreviewWindow::Fill(QWidget* content) {
+// In place of what was there, at that place, or as near to it as there is something. The user has
+// not scrolled to there, and comes back to where that was.
+void PreviewWindow::Fill(QWidget* content, int place) {
   const bool had_focus = area_->widget() && area_->widget()->isAncestorOf(focusWidget());
   filling_ = true;
   area_->setWidget(content);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-  area_->verticalScrollBar()->setValue(place_);
+  area_->verticalScrollBar()->setValue(place);
   filling_ = false;
   if (had_focus) area_->setFocus();
 }

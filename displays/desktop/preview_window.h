@@ -38,10 +38,9 @@ class PreviewWindow : public QWidget {
  private:
   void Receive(std::string_view line);
   void Show(const display::Json& script);
-  void Fill(QWidget* content);
+  void Fill(QWidget* content, int place);
 
   Connection connection_;
-  QLabel* const error_;
   QLabel* const summary_;
   QScrollArea* const area_;
   WindowWatch watch_;

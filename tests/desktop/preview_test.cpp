@@ -37,6 +37,9 @@ class Preview : public testing::Test {
   }
 
   bool Shows(const std::string& line) { return reader_.WaitForLine(line); }
+  std::string Geometry() const {
+    return OutputOf("xdotool getwindowgeometry --shell " + std::to_string(window_));
+  }
   bool Holds(const std::string& part) { return reader_.Tree().find(part) != std::string::npos; }
 
   ScreenReader& reader_ = ScreenReader::Get();
@@ -119,8 +122,9 @@ TEST_F(Preview, StaysWhereItsUserHasScrolledTo) {
   user_.Key("Next Next Down");
   EXPECT_TRUE(WaitFor([&] { return Column(user_) != top; }));
   const auto scrolled = Column(user_);
-  Save("1 +\n");
+  Save(std::string(4000, 'x') + " ( 1 )\n");
   EXPECT_TRUE(Shows("label: up to the error: 0 dialogs, 0 pieces of advice"));
+  EXPECT_NE(Geometry().find("WIDTH=980\n"), std::string::npos) << Geometry();
   Save(script("New"));
   EXPECT_TRUE(Shows("graphic: dialog New8 (New8, OK, No)"));
   EXPECT_TRUE(WaitFor([&] { return Column(user_) == scrolled; }));
