@@ -165,10 +165,10 @@ QString PlaceOf(const Json& advice) {
 }
 
 QWidget* MakeAdvice(const Json& advice) {
-  auto* text = new Marked(kWarning);
+  auto* text = new Marked(kWarning);  // in paragraphs: one may turn the order of what it quotes
   const QString name = TextOf(advice, "advice");
   text->setTextFormat(Qt::RichText);
-  text->setText(QStringLiteral("<b>%1</b><br>%2<br><small>%3%4</small>")
+  text->setText(QStringLiteral("<div><b>%1</b></div><div>%2</div><div><small>%3%4</small></div>")
                     .arg(TextOf(advice, "sentence").toHtmlEscaped(),
                          TextOf(advice, "reason").toHtmlEscaped(), PlaceOf(advice), name));
   text->setAccessibleName(TextOf(advice, "sentence") + QStringLiteral(": ") +
@@ -282,7 +282,7 @@ void PreviewWindow::Show(const Json& script) {
     cut.push_back(Json::array());
     for (const QString& text : picture.cut_texts) cut.back().push_back(text.toStdString());
   }
-  layout->addStretch();
+  layout->addStretch(1);
   Fill(content, shown_error ? 0 : place_);
 
   setWindowTitle(TextOf(script, "file"));
