@@ -14,7 +14,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <variant>
 
 #include "displays/desktop/render.h"
@@ -250,7 +249,8 @@ PreviewWindow::PreviewWindow(int fd)
 
 void PreviewWindow::Receive(std::string_view line) {
   if (closed_) return;
-  Show(Json::parse(line));
+  script_ = Json::parse(line);
+  connection_.Send(display::ToText(Json::object({{"cut", Show(script_)}})) + "\n");
   if (isVisible()) return;
   show();
   activateWindow();
@@ -258,7 +258,8 @@ void PreviewWindow::Receive(std::string_view line) {
   area_->setFocus();
 }
 
-void PreviewWindow::Show(const Json& script) {
+// Which texts of each call's dialog are cut.
+Json PreviewWindow::Show(const Json& script) {
   const QString error = TextOf(script, "error");
   auto* content = new QWidget;
   auto* layout = new QVBoxLayout(content);
@@ -293,7 +294,7 @@ void PreviewWindow::Show(const Json& script) {
     QAccessibleEvent alert(shown_error, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
   }
-  connection_.Send(display::ToText(Json::object({{"cut", cut}})) + "\n");
+  return cut;
 }
 
 // In place of what was there, at that place, or as near to it as there is something. The user has
@@ -306,6 +307,16 @@ void PreviewWindow::Fill(QWidget* content, int place) {
   area_->verticalScrollBar()->setValue(place);
   filling_ = false;
   if (had_focus) area_->setFocus();
+}
+
+// Pictures have the colours and the font of their time. Qt first tells each widget of the others.
+void PreviewWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  const bool looks_differ =
+      event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationFontChange;
+  if (!looks_differ || script_.is_null()) return;
+  QMetaObject::invokeMethod(
+      this, [this] { Show(script_); }, Qt::QueuedConnection);
 }
 
 // The host ends the program: one that ended by itself while the host writes would look like one

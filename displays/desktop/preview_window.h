@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QWidget>
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
@@ -33,17 +33,19 @@ class PreviewWindow : public QWidget {
   explicit PreviewWindow(int fd);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void Receive(std::string_view line);
-  void Show(const display::Json& script);
+  display::Json Show(const display::Json& script);
   void Fill(QWidget* content, int place);
 
   Connection connection_;
   QLabel* const summary_;
   QScrollArea* const area_;
   WindowWatch watch_;
+  display::Json script_;  // what is shown
   int place_ = 0;         // to which the user has scrolled
   bool filling_ = false;  // what scrolls is not the user
   bool closed_ = false;   // by the user
