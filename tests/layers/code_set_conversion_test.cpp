@@ -78,6 +78,7 @@ TEST_P(EveryCodeSet, KeepsTheLastCharacterOrSaysThatItLacksIt) {
     ASSERT_TRUE(Decoded(set_, bytes + "\xFF").starts_with(text));
   }
   EXPECT_GT(kept, 60);
+  EXPECT_FALSE(CodeSet("NO-SUCH").IsKnown());
 }
 
 TEST_P(EveryCodeSet, IsCutBetweenCharacters) {
