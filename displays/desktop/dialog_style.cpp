@@ -244,10 +244,10 @@ void FollowDesktopSettings() {
 }  // namespace
 
 void SetUpDialogStyle() {
-  QApplication::setStyle(new DialogStyle);
-  WatchDesktopSettings(FollowDesktopSettings);
   // The application owns the style, which the analyser does not see.
-  FollowDesktopSettings();  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+  QApplication::setStyle(new DialogStyle);
+  WatchDesktopSettings(FollowDesktopSettings);  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+  FollowDesktopSettings();
 }
 
 QFont SmallFont() { return SystemFont(kFontPixels); }

@@ -241,6 +241,8 @@ PreviewWindow::PreviewWindow(int fd)
   connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
     if (!filling_) place_ = value;
   });
+  redrawing_.setSingleShot(true);
+  connect(&redrawing_, &QTimer::timeout, this, [this] { Show(script_); });
   resize(SizeOnScreen());
   const QSize screen = QGuiApplication::primaryScreen()->size();
   connection_.Send(display::protocol::ReadyLine({{0, 0, static_cast<std::int16_t>(screen.height()),
@@ -315,8 +317,7 @@ void PreviewWindow::changeEvent(QEvent* event) {
   const bool looks_differ =
       event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationFontChange;
   if (!looks_differ || script_.is_null()) return;
-  QMetaObject::invokeMethod(
-      this, [this] { Show(script_); }, Qt::QueuedConnection);
+  redrawing_.start();
 }
 
 // The host ends the program: one that ended by itself while the host writes would look like one

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QScrollArea>
+#include <QTimer>
 #include <QWidget>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -45,6 +46,7 @@ class PreviewWindow : public QWidget {
   QLabel* const summary_;
   QScrollArea* const area_;
   WindowWatch watch_;
+  QTimer redrawing_;      // as soon as Qt has told all of a change
   display::Json script_;  // what is shown
   int place_ = 0;         // to which the user has scrolled
   bool filling_ = false;  // what scrolls is not the user
