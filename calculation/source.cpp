@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kShownBefore = 60;  // characters of a long line that stand before the place
 constexpr std::size_t kShownAfter = 40;   // and from it on
+constexpr std::size_t kLookedAt = 4096;   // units from it on, among which those are
 
 // A line as a list of characters; what a terminal would obey becomes a blank.
 std::vector<std::u16string> ShownCharacters(std::u16string_view line) {
@@ -92,7 +93,8 @@ std::string Source::NamePosition(std::size_t unit) const {
 std::string Source::Explain(const Error& error) const {
   const std::size_t begin = std::min(error.place().begin, text_.size());
   const std::size_t line_start = LineStart(text_, begin);
-  const std::size_t line_end = std::min(text_.find_first_of(u"\r\n", begin), text_.size());
+  const std::size_t line_end =
+      std::min({text_.find_first_of(u"\r\n", begin), text_.size(), begin + kLookedAt});
   const std::size_t end = std::clamp(error.place().end, begin, line_end);
   const std::u16string_view text = text_;
   const std::u16string_view line = text.substr(line_start, line_end - line_start);
