@@ -13,14 +13,12 @@ namespace workbench::suite {
 // their descriptions are to stay as they are, and the folder NAME.pictures if their look is.
 class TestCase {
  public:
-  // The pictures of a run that differ from those that were kept.
-  static constexpr const char* kNewPictures = ".pictures.new";
-  static constexpr const char* kPictures = ".pictures";
-
   static constexpr const char* kScript = ".tarvo";
   static constexpr const char* kAnswers = ".answers";
   static constexpr const char* kExpected = ".expected";
   static constexpr const char* kDialogs = ".dialogs";
+  static constexpr const char* kPictures = ".pictures";
+  static constexpr const char* kNewPictures = ".pictures.new";  // of a run, if they look different
 
   // `script` is the path of NAME.tarvo.
   explicit TestCase(std::filesystem::path script) : script_(std::move(script)) {}
