@@ -37,8 +37,7 @@ const Words kFourKinds{R"(TarvoPopUps ( "red¶green¶blue" ))",
 
 TEST_F(Controls, DialogIsSeenAsDescribedAndTheCursorStandsOnTheFocus) {
   auto user = Start(kFourKinds);
-  user->Expect("<]");
-  EXPECT_EQ(user->Screen(), R"(
+  user->ExpectScreen(R"(
 
 
        ┌─────────────────────────── Custom ────────────────────────────┐

@@ -102,6 +102,12 @@ class TerminalUser {
                                                         << Screen();
   }
 
+  // The whole screen comes to be so; what is drawn comes in pieces.
+  void ExpectScreen(const std::string& screen) {
+    WaitUntil([&] { return Screen() == screen; });
+    EXPECT_EQ(Screen(), screen);
+  }
+
   // The hardware cursor comes to stand where the screen shows `text`, or so many columns from
   // there.
   void ExpectCursorAt(const std::string& text, int columns = 0) {
