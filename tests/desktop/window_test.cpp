@@ -209,9 +209,9 @@ TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
   };
   EXPECT_TRUE(stands_at("680,5"));
   display_.Close();
-  OutputOf("xrandr --setmonitor '*first' 640/170x1024/270+0+0 screen");
   OutputOf("xrandr --setmonitor second 640/170x1024/270+640+0 none");
-  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 640); }));
+  OutputOf("xrandr --setmonitor '*first' 640/170x1024/270+0+0 screen");
+  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 640); }));  // knows both
   EXPECT_TRUE(stands_at("680,5")) << "on the screen of that window";
   display_.Close();
   alert.position = 0;
