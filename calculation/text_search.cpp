@@ -13,7 +13,6 @@ namespace calculation {
 namespace {
 
 constexpr char kBoundary = '\xFF';
-constexpr std::size_t kMostBytesPerUnit = 3;
 
 // One character, composed.
 void AppendFolded(std::string& bytes, std::u16string_view character, bool fold) {
@@ -74,11 +73,13 @@ std::u16string SearchKey::Replaced(const SearchKey& wanted, std::u16string_view 
   const std::string inserted = ToUtf8(replacement);
   std::string result;
   std::size_t done = 0;
+  std::size_t inserted_units = 0;
   for (std::size_t found; (found = Next(wanted, done)) != kNone;) {
     result.append(bytes_, done, found - done);
     result += inserted;
     done = found + wanted.bytes_.size() - 1;
-    if (result.size() > 2 * kMostBytesPerUnit * longest) break;
+    inserted_units += replacement.size();
+    if (inserted_units > longest) break;
   }
   result.append(bytes_, done);
   std::erase(result, kBoundary);
