@@ -87,8 +87,10 @@ Text Filter(const Text& text, const Text& filter) {
   const auto kept = SplitCharacters(filter);
   const std::set<std::u16string_view> characters(kept.begin(), kept.end());
   std::u16string filtered;
-  for (const std::u16string_view character : SplitCharacters(text)) {
-    CheckInterruption();
+  Characters breaks(text);
+  for (std::size_t at = 0, end = 0; at < text.size(); at = end) {
+    end = breaks.EndOf(at);
+    const std::u16string_view character = text.view().substr(at, end - at);
     if (characters.contains(character)) filtered += character;
   }
   return filtered;

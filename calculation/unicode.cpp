@@ -55,6 +55,23 @@ const icu::Collator& UserCollator() {
   return *collator;
 }
 
+// Part by part, so that it can be interrupted. What follows a blank is mapped as if it stood alone.
+template <class Map>
+std::u16string Mapped(std::u16string_view text, Map map) {
+  constexpr std::size_t kUsualPart = 1 << 16;
+  std::u16string mapped;
+  while (!text.empty()) {
+    CheckInterruption();
+    const std::size_t blank = text.find_first_of(u" \r", kUsualPart);
+    const std::size_t end = blank == text.npos ? text.size() : blank + 1;
+    icu::UnicodeString part = Icu(text.substr(0, end));
+    text.remove_prefix(end);
+    map(part);
+    mapped += Units(part);
+  }
+  return mapped;
+}
+
 }  // namespace
 
 icu::Locale UserLocale(const char* category) {
@@ -74,15 +91,16 @@ std::u16string Units(const icu::UnicodeString& text) {
 }
 
 std::u16string Lowercase(std::u16string_view text) {
-  return Units(Icu(text).toLower(icu::Locale::getRoot()));
+  return Mapped(text, [](icu::UnicodeString& part) { part.toLower(icu::Locale::getRoot()); });
 }
 
 std::u16string Uppercase(std::u16string_view text) {
-  return Units(Icu(text).toUpper(icu::Locale::getRoot()));
+  return Mapped(text, [](icu::UnicodeString& part) { part.toUpper(icu::Locale::getRoot()); });
 }
 
 std::u16string Titlecase(std::u16string_view text) {
-  return Units(Icu(text).toTitle(nullptr, icu::Locale::getRoot()));
+  return Mapped(text,
+                [](icu::UnicodeString& part) { part.toTitle(nullptr, icu::Locale::getRoot()); });
 }
 
 bool IsSameName(std::u16string_view first, std::u16string_view second) {

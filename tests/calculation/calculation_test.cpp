@@ -200,6 +200,11 @@ TEST(CalculationTest, TextFunctions) {
       {"Code ( \"ab\" ) & \" \" & Char ( 9800097 )", "text:9800097 ab"},
       {"Upper ( \"aé1\" ) & Lower ( \"AÉ1\" )", "text:AÉ1aé1"},
       {"Upper ( \"ŉ ﬁ\" ) & Proper ( \"ann o'NEIL-lee éa\" )", "text:ʼN FIAnn O'neil-Lee Éa"},
+      // A long text, which is mapped part by part.
+      {"While ( [ a = \"ΑΣ ΤΟ \" ; b = \"ας το \" ; c = \"Ας Το \" ; i = 0 ] ; i < 15 ;"
+       "[ a = a & a ; b = b & b ; c = c & c ; i = i + 1 ] ;"
+       "Exact ( Lower ( a ) ; b ) & Exact ( Proper ( a ) ; c ) & Exact ( Upper ( c ) ; a ) )",
+       "text:111"},
       {"Length ( \"e\u0301\" & \"👨‍👩‍👧\" & Char ( 13 ) & Char ( 10 ) )", "number:4"},
       {"Left ( \"e\u0301x\" ; 1 ) & Right ( \"x😀\" ; 1 ) & Middle ( \"😀ab\" ; 2 ; 1 )",
        "text:e\u0301😀a"},
