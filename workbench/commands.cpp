@@ -10,11 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "calculation/source.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "displays/scripted/answers.h"
 #include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/check.h"

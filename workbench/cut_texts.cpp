@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include <array>
-#include <nlohmann/json.hpp>
 
 #include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "workbench/child_program.h"
 #include "workbench/files.h"
 
@@ -25,7 +25,7 @@ std::vector<std::string> FindCutTexts(const display::Description& dialog) {
     }
   }
   close(file);
-  const display::Json texts = display::Json::parse(json, nullptr, false);
+  const display::Json texts = display::ParseJsonOrDiscard(json);
   return texts.is_array() ? texts.get<std::vector<std::string>>() : std::vector<std::string>();
 }
 

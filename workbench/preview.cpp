@@ -8,7 +8,6 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -18,6 +17,7 @@
 #include "calculation/interruption.h"
 #include "displays/protocol/display_json.h"
 #include "displays/protocol/display_program.h"
+#include "displays/protocol/json.h"
 #include "displays/protocol/messages.h"
 #include "workbench/commands.h"
 #include "workbench/failure.h"
@@ -64,7 +64,7 @@ Json CallsOf(const Outcome& outcome) {
   for (std::string line; std::getline(lines, line);) {
     const std::size_t begin = line.find(R"({"call":)");
     if (begin == std::string::npos) continue;
-    Json call = Json::parse(line.substr(begin), nullptr, false);
+    Json call = display::ParseJsonOrDiscard(std::string_view(line).substr(begin));
     if (call.contains("dialog")) calls.push_back(std::move(call));
   }
   return calls;
@@ -161,7 +161,7 @@ void ScriptPreview::OpenWindow() {
 
 // Whether the user has closed the window.
 bool ScriptPreview::TakeLineOfWindow() {
-  const Json line = Json::parse(*window_.ReadLine());
+  const Json line = display::ParseJson(*window_.ReadLine());
   if (line.contains("cut")) {
     NoteCutTexts(line.at("cut"));
     draws_ = false;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "calculation/built_ins.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
+#include "displays/protocol/json.h"
 #include "workbench/explainer.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
@@ -34,7 +34,7 @@ void Explaining(const calculation::Source& source, Work work) {
 std::vector<std::pair<std::string, std::string>> ReadArguments(const std::string& path) {
   std::vector<std::pair<std::string, std::string>> arguments;
   try {
-    const auto object = display::Json::parse(FromUser(ReadFile(path), path));
+    const auto object = display::ParseJson(FromUser(ReadFile(path), path));
     if (!object.is_object()) throw Failure(Status::kUsage, path + ": expected a JSON object");
     for (const auto& [name, value] : object.items()) {
       arguments.emplace_back(name, value.is_string() ? value.get<std::string>() : value.dump());

@@ -251,7 +251,7 @@ PreviewWindow::PreviewWindow(int fd)
 
 void PreviewWindow::Receive(std::string_view line) {
   if (closed_) return;
-  script_ = Json::parse(line);
+  script_ = display::ParseJson(line);
   connection_.Send(display::ToText(Json::object({{"cut", Show(script_)}})) + "\n");
   if (isVisible()) return;
   show();

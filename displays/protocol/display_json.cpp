@@ -2,12 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <variant>
 #include <vector>
+
+#include "displays/protocol/json.h"
 
 namespace display {
 namespace {
@@ -228,10 +229,14 @@ std::string ToText(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
+Json ParseJson(std::string_view text) { return Json::parse(text); }
+
+Json ParseJsonOrDiscard(std::string_view text) { return Json::parse(text, nullptr, false); }
+
 std::string FormatDescription(const Description& dialog) { return ToText(ToJson(dialog)); }
 
 Description ParseDescription(const std::string& line) {
-  return DescriptionFromJson(Json::parse(line));
+  return DescriptionFromJson(ParseJson(line));
 }
 
 }  // namespace display

@@ -34,6 +34,12 @@ Rect RectFromJson(const Json& json);
 // One line without its end. Bytes that are not UTF-8 become U+FFFD.
 std::string ToText(const Json& json);
 
+// Throws nlohmann::json::exception if the text is no JSON.
+Json ParseJson(std::string_view text);
+
+// Is discarded (Json::is_discarded) if the text is no JSON.
+Json ParseJsonOrDiscard(std::string_view text);
+
 // A description as one line without its end, and the dialog that such a line describes. The latter
 // throws as DescriptionFromJson does.
 std::string FormatDescription(const Description& dialog);

@@ -1,9 +1,9 @@
 #include "displays/protocol/messages.h"
 
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 
 namespace display::protocol {
 namespace {
@@ -80,7 +80,7 @@ std::string ChangeLine(int dialog, std::size_t index, const Control& control) {
 std::string CloseLine(int dialog) { return Line(Json::object({{kClose, dialog}})); }
 
 HostMessage ReadHostMessage(std::string_view line) {
-  const Json message = Json::parse(line);
+  const Json message = ParseJson(line);
   if (message.contains(kOpen)) return Open{message.at(kDialog), DescriptionOf(message)};
   if (message.contains(kChange)) {
     return Change{message.at(kDialog), message.at(kChange), ChangedControl(message)};
@@ -106,7 +106,7 @@ std::string ActionLine(int dialog, const Action& action) {
 std::string ClosedLine(int dialog) { return Line(Json::object({{kClosed, dialog}})); }
 
 DisplayMessage ReadDisplayMessage(std::string_view line) {
-  const Json message = Json::parse(line);
+  const Json message = ParseJson(line);
   if (message.contains(kAction)) return Done{message.at(kDialog), ActionFromJson(message)};
   if (message.contains(kClosed)) return Closed{message.at(kClosed)};
   if (message.at(kReady).get<bool>()) {

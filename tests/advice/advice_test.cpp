@@ -8,6 +8,8 @@
 #include "advice/advice.h"
 #include "advice/parameters.h"
 #include "advice/presets.h"
+#include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {
@@ -225,17 +227,18 @@ TEST(ExplainTest, SaysWhatEachItemMeans) {
 }
 
 TEST(ExplainTest, SpeaksJsonAndTakesAnswers) {
-  using Json = nlohmann::json;
+  using display::Json;
   const Ending ending =
       Tarvo({"--json", "explain", "--strict", "--answer", "press 2",
              "If ( TarvoAlert ( \"1|a||Yes|No\" ) = 2 ; TarvoDialog ( \"0|m||OK\" ) )"});
   EXPECT_EQ(ending.status, 1);
   std::vector<Json> lines;
   std::istringstream stream(ending.output);
-  for (std::string line; std::getline(stream, line);) lines.push_back(Json::parse(line));
+  for (std::string line; std::getline(stream, line);) lines.push_back(display::ParseJson(line));
   ASSERT_EQ(lines.size(), 3U) << ending.output;
   EXPECT_EQ(lines[0]["function"], "TarvoAlert");
-  EXPECT_EQ(lines[0]["items"][0], Json::parse(R"({"item": 1, "meaning": "the kind", "text": "1",
+  EXPECT_EQ(lines[0]["items"][0],
+            display::ParseJson(R"({"item": 1, "meaning": "the kind", "text": "1",
       "effect": "a note", "line": 1, "column": 20})"));
   EXPECT_EQ(lines[1]["function"], "TarvoDialog");
   EXPECT_EQ(lines[2]["advice"], "same-buttons");

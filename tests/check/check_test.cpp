@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {
@@ -37,7 +37,7 @@ std::string OutputOf(const CheckOptions& options, Status expected) {
 }
 
 display::Json Results(const std::string& bundle, Status expected) {
-  return display::Json::parse(OutputOf(
+  return display::ParseJson(OutputOf(
       {.bundles = {bundle}, .json = true, .time_limit = std::chrono::minutes(1)}, expected));
 }
 
@@ -263,7 +263,7 @@ TEST(Check, WritesJUnit) {
 
 // And nothing that the plug-in starts outlives its check.
 TEST(Check, ShowsWhatIsWrittenToStandardError) {
-  const auto results = display::Json::parse(
+  const auto results = display::ParseJson(
       OutputOf({.bundles = {BundleOf("starts-a-process")}, .only = {"Plain/empty"}, .json = true},
                Status::kDone));
   const std::string errors = results[0]["errors"];

@@ -1,9 +1,9 @@
 #include "displays/scripted/answers.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 
 namespace {
 
@@ -130,8 +130,8 @@ TEST(Seam, DescriptionsAndActionsSurviveTheirJson) {
   display::Action unnamed;
   unnamed.kind = static_cast<display::Action::Kind>(99);
   EXPECT_ANY_THROW(display::ToJson(unnamed));
-  EXPECT_ANY_THROW(display::ActionFromJson(display::Json::parse(R"({"action":"fly"})")));
-  EXPECT_ANY_THROW(display::DescriptionFromJson(display::Json::parse(R"({"kind":"page"})")));
+  EXPECT_ANY_THROW(display::ActionFromJson(display::ParseJson(R"({"action":"fly"})")));
+  EXPECT_ANY_THROW(display::DescriptionFromJson(display::ParseJson(R"({"kind":"page"})")));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "tests/memory/failing_allocator.h"
 #include "tests/support/plugin_host.h"
+#include "tests/support/tarvo.h"
 
 namespace {
 
@@ -127,6 +128,13 @@ TEST_F(LongLife, AThousandDesktopDialogsLeaveTheDisplayAsItWas) {
   }
   EXPECT_LT(growth, 256) << "a quarter of a kilobyte for each dialog";
   EXPECT_EQ(Child(), display) << "it is still the same process";
+}
+
+// Here, since a million rounds take half a minute under sanitizers.
+TEST(LongScript, IsStoppedAfterAMillionRounds) {
+  const auto ending = workbench::Tarvo({"run", "-"}, "Loop\nExit Loop If [ 0 ]\nEnd Loop");
+  EXPECT_EQ(ending.status, 1);
+  EXPECT_TRUE(workbench::Holds(ending.errors, "gone round 1000000 times")) << ending.errors;
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 #include <string>
@@ -14,12 +13,14 @@
 #include <utility>
 #include <vector>
 
+#include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace {
 
+using display::Json;
 using workbench::Tarvo;
-using Json = nlohmann::json;
 
 const std::filesystem::path kDocs = PROJECT_SOURCE_DIR "/docs";
 
@@ -67,7 +68,7 @@ std::vector<Example> ReadExamples() {
 Json Ask(const std::string& language, const std::string& command) {
   const auto ending = Tarvo({"--language", language, "--json", command});
   EXPECT_EQ(ending.status, 0) << ending.errors;
-  return Json::parse(ending.output);
+  return display::ParseJson(ending.output);
 }
 
 std::set<std::string> RegisteredNames() {

@@ -2,12 +2,14 @@
 
 #include <utility>
 
+#include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {
 
-using Json = nlohmann::json;
+using display::Json;
 
 constexpr const char* kDialog = "TarvoDialog ( \"0|Ready?|Yes|No\" )\n";
 
@@ -99,7 +101,7 @@ TEST(SuiteTest, TestsAreFoundChosenAndReported) {
   EXPECT_EQ(Tarvo({"test", folder / "a.tarvo"}).output,
             "passed     " + base + "a\n1 passed, 0 failed\n");
 
-  const Json array = Json::parse(Tarvo({"--json", "test", base}).output);
+  const Json array = display::ParseJson(Tarvo({"--json", "test", base}).output);
   ASSERT_EQ(array.size(), 3U);
   EXPECT_EQ(array[2]["test"], base + "more/wrong");
   EXPECT_EQ(array[2]["result"], "failed");

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <set>
 
+#include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using display::Json;
 
 constexpr const char* kNames = "TarvoDialog ( \"2|Enter the name|OK|Cancel|||First|Last|||2\" )";
 constexpr const char* kName = "TarvoDialog ( \"1|Your name|OK||||Name\" )";
@@ -83,7 +85,7 @@ TEST(DialogTest, DescriptionsAreWrittenAsDialogsOpen) {
   EXPECT_EQ(ending.status, 4);
   std::istringstream lines(ReadAll(file));
   std::vector<Json> dialogs;
-  for (std::string line; std::getline(lines, line);) dialogs.push_back(Json::parse(line));
+  for (std::string line; std::getline(lines, line);) dialogs.push_back(display::ParseJson(line));
   ASSERT_EQ(dialogs.size(), 4u);
   EXPECT_EQ(dialogs[2], dialogs[3]) << "as it opened, not as it was answered";
   EXPECT_EQ(dialogs[0]["kind"], "window");
@@ -96,7 +98,7 @@ TEST(DialogTest, DescriptionsAreWrittenAsDialogsOpen) {
     for (const std::string& key : keys) EXPECT_TRUE(control.contains(key)) << key;
     EXPECT_EQ(control.size(), keys.size());
   }
-  EXPECT_EQ(dialogs[1], Json::parse(R"({"kind": "alert", "type": 1, "message": "Really?",
+  EXPECT_EQ(dialogs[1], display::ParseJson(R"({"kind": "alert", "type": 1, "message": "Really?",
       "explanation": "No way back.", "default": "Yes", "cancel": "No", "other": null,
       "returnButton": 1, "escapeButton": 2, "position": 45066, "movable": false,
       "helpButton": false, "flags": 0})"));
@@ -105,7 +107,7 @@ TEST(DialogTest, DescriptionsAreWrittenAsDialogsOpen) {
 // What of a JSON Schema the description's uses. Every key is to be named by it.
 class Schema {
  public:
-  explicit Schema(const std::string& file) : root_(Json::parse(ReadAll(file))) {}
+  explicit Schema(const std::string& file) : root_(display::ParseJson(ReadAll(file))) {}
 
   bool Allows(const Json& value) const { return Allows(root_, value); }
 
@@ -163,7 +165,7 @@ TEST(DialogTest, DescriptionsKeepToTheirSchema) {
   std::set<std::string> kinds;
   int count = 0;
   for (std::string line; std::getline(lines, line); ++count) {
-    Json dialog = Json::parse(line);
+    Json dialog = display::ParseJson(line);
     EXPECT_TRUE(schema.Allows(dialog)) << line;
     if (dialog["kind"] == "alert") continue;
     for (const Json& control : dialog["controls"]) kinds.insert(control["kind"]);

@@ -7,6 +7,8 @@
 #include "calculation/evaluator.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
+#include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 #include "workbench/function_help.h"
 #include "workbench/repl/history_file.h"
@@ -40,7 +42,7 @@ std::set<std::string> LongOptions() {
 
 TEST(HelpTest, TheFunctionsThatAreRegisteredAreThoseThatAreDescribed) {
   std::set<std::string> registered;
-  for (const auto& function : nlohmann::json::parse(Tarvo({"--json", "functions"}).output)) {
+  for (const auto& function : display::ParseJson(Tarvo({"--json", "functions"}).output)) {
     registered.insert(function["name"]);
   }
   std::set<std::string> described;

@@ -2,12 +2,14 @@
 
 #include <random>
 
+#include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using display::Json;
 
 TEST(EvalTest, ResultsAreLinesOrExactJson) {
   EXPECT_EQ(Tarvo({"eval", "\"a¶b\"", "0.50", "TarvoDialog ( \"\" )"}).output,
@@ -145,7 +147,6 @@ TEST(RunTest, AWrongScriptIsStatus1WhereItIsWrong) {
       {"If [ 1 ]\nEnd Loop", "", "line 2, column 1: unexpected step"},
       {"Loop\n1\nEnd Loop", "", "line 1, column 1: this loop never ends"},
       {"Loop\nLoop\nExit Loop If [ 1 ]\nEnd Loop\nEnd Loop", "", "line 1, column 1: this loop"},
-      {"Loop\nExit Loop If [ 0 ]\nEnd Loop", "", "gone round 1000000 times"},
       {"If [ 1 ] 2\nEnd If", "",
        "line 1, column 10: unexpected \"2\"; expected the end of the line"},
       {"If [ 1 ]\nEnd If 2", "", "line 2, column 8: unexpected \"2\""},
@@ -194,7 +195,7 @@ TEST(RunTest, DeepBlocksAreRefusedAndManyAreNot) {
 }
 
 TEST(BundleTest, FunctionsAreListedInOrderOfRegistration) {
-  const Json functions = Json::parse(Tarvo({"--json", "functions"}).output);
+  const Json functions = display::ParseJson(Tarvo({"--json", "functions"}).output);
   const std::vector<int> ids{0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 13, 14, 15, 16, 17, 18, 19, 20, 21};
   ASSERT_EQ(functions.size(), ids.size());
   for (std::size_t i = 0; i < ids.size(); ++i) {
@@ -208,7 +209,7 @@ TEST(BundleTest, FunctionsAreListedInOrderOfRegistration) {
 }
 
 TEST(BundleTest, InfoAsksThePlugin) {
-  const Json info = Json::parse(Tarvo({"info", "--json"}).output);
+  const Json info = display::ParseJson(Tarvo({"info", "--json"}).output);
   EXPECT_EQ(info["options"], "TRVO1nnYnn");
   EXPECT_EQ(info["answer"], 51);
   const std::string text = Tarvo({"info"}).output;
@@ -229,7 +230,7 @@ TEST(BundleTest, TheLanguageChoosesTheTexts) {
   }
   const auto name = [&](std::vector<std::string> options, std::vector<std::string> environment) {
     options.insert(options.end(), {"--json", "--plugin", bundle, "info"});
-    return std::string(Json::parse(Tarvo(options, "", environment).output)["name"]);
+    return std::string(display::ParseJson(Tarvo(options, "", environment).output)["name"]);
   };
   EXPECT_EQ(name({"--language", "tlh"}, {"LANGUAGE=en"}), "name in tlh");
   EXPECT_EQ(name({}, {"LANGUAGE=tlh"}), "name in tlh");
@@ -365,7 +366,7 @@ TEST(CheckTest, TheStatusSaysWhetherAllPassed) {
   const Ending none = Tarvo({"check", folder / "None.fmplugin"});
   EXPECT_EQ(none.status, 3);
   EXPECT_EQ(none.output, "");
-  const Json results = Json::parse(Tarvo({"check", "--json", "--only", "load"}).output);
+  const Json results = display::ParseJson(Tarvo({"check", "--json", "--only", "load"}).output);
   EXPECT_EQ(results[0]["check"], "load");
   EXPECT_EQ(results[0]["result"], "passed");
 }

@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <cstring>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <utility>
 
 #include "displays/protocol/display_json.h"
+#include "displays/protocol/json.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
 #include "workbench/suite/look.h"
@@ -88,9 +88,10 @@ std::string DifferenceOfDialogs(const std::string& kept, const std::string& came
   const std::vector<std::string> new_dialogs = LinesOf(came);
   std::string difference;
   for (std::size_t i = 0; i < std::min(old_dialogs.size(), new_dialogs.size()); ++i) {
-    const Json old_dialog = Json::parse(old_dialogs[i], nullptr, false);
+    const Json old_dialog = display::ParseJsonOrDiscard(old_dialogs[i]);
     if (!old_dialog.is_object()) return "dialog " + std::to_string(i + 1) + " is no JSON\n";
-    difference += DifferenceOf(i + 1, ByName(old_dialog), ByName(Json::parse(new_dialogs[i])));
+    difference +=
+        DifferenceOf(i + 1, ByName(old_dialog), ByName(display::ParseJson(new_dialogs[i])));
   }
   if (old_dialogs.size() != new_dialogs.size()) {
     difference += std::to_string(old_dialogs.size()) + " dialogs, now " +
