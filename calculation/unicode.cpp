@@ -63,7 +63,7 @@ std::u16string Mapped(std::u16string_view text, Map map) {
   while (!text.empty()) {
     CheckInterruption();
     const std::size_t blank = text.find_first_of(u" \r", kUsualPart);
-    const std::size_t end = blank == text.npos ? text.size() : blank + 1;
+    const std::size_t end = blank == std::u16string_view::npos ? text.size() : blank + 1;
     icu::UnicodeString part = Icu(text.substr(0, end));
     text.remove_prefix(end);
     map(part);
