@@ -112,8 +112,11 @@ QWidget* MakeTexts(const display::Alert& alert, int width, QWidget* window) {
 
 void AlertWindow::Fill(const display::Alert& alert) {
   SetTitle({}, OneLine(ToQString(alert.message)));
-  setAccessibleName(ToQString(alert.message));
-  setAccessibleDescription(ToQString(alert.explanation));
+  QStringList texts{ToQString(alert.message), ToQString(alert.explanation)};
+  texts.removeAll(QString());
+  copied_ = texts.join(QStringLiteral("\n\n"));
+  // In one, since newer screen readers tell no description of an alert.
+  setAccessibleName(texts.join(u' '));
   AddButton(1, alert.default_button, alert.return_button == 1);
   AddButton(2, alert.cancel_button, alert.return_button == 2);
   AddButton(3, alert.other_button, alert.return_button == 3);
@@ -132,9 +135,7 @@ void AlertWindow::Dismiss() {
 // Copies the texts, which nothing can select.
 void AlertWindow::keyPressEvent(QKeyEvent* event) {
   if (!event->matches(QKeySequence::Copy)) return ModalWindow::keyPressEvent(event);
-  QStringList texts{accessibleName(), accessibleDescription()};
-  texts.removeAll(QString());
-  QGuiApplication::clipboard()->setText(texts.join(QStringLiteral("\n\n")));
+  QGuiApplication::clipboard()->setText(copied_);
 }
 
 void AlertWindow::AddButton(int number, const std::optional<std::string>& text, bool is_default) {

@@ -31,6 +31,7 @@ class AlertWindow : public ModalWindow {
   void PlaceButtons(int width, int top);
   void Mirror(int width);
 
+  QString copied_;                 // by Control-C
   std::vector<QWidget*> buttons_;  // default, cancel, other, those that exist
   QWidget* other_ = nullptr;
 };

@@ -100,7 +100,7 @@ TEST_F(Accessibility, AlertIsToldWithItsTexts) {
   Open(display::Alert{2, "Delete?", "For good.", "Delete", "Keep", {}});
   ASSERT_TRUE(reader_.WaitForLine("  push button: Keep"));
   EXPECT_EQ(reader_.Tree(),
-            "alert message: Delete? (For good.) active modal\n"
+            "alert message: Delete? For good. active modal\n"
             "  filler: \n"
             "    label: Delete?\n"
             "    label: For good.\n"

@@ -19,7 +19,17 @@ using testing_tools::ChangedVariable;
 struct Step {
   const char* keys;
   const char* heard;
+  const char* heard_lately = nullptr;  // where Orca's later releases say something else
 };
+
+// Without what releases differ in all the time: stops, and the keys that later ones tell.
+std::string Plain(std::string words) {
+  for (const std::string noise : {".", "push ", "tab ", "space ", "left control ", "left shift "}) {
+    for (std::size_t at; (at = words.find(noise)) != std::string::npos;)
+      words.erase(at, noise.size());
+  }
+  return words;
+}
 
 class Orca : public testing::Test {
  protected:
@@ -40,7 +50,7 @@ class Orca : public testing::Test {
         std::make_unique<Process>(std::vector<std::string>{"sh", "-c", "exec orca 2>/dev/null"});
     const auto speaks = [this] { return !speech_.Heard().empty(); };
     for (int i = 0; i < 3 && !WaitFor(speaks); ++i) continue;  // it starts slowly the first time
-    ASSERT_NO_FATAL_FAILURE(Expect("Screen reader on."));
+    ASSERT_NO_FATAL_FAILURE(Expect("Screen reader on"));
     alarm(50);  // a dialog that nobody answers ends the test instead of holding it up
   }
   void TearDown() override {
@@ -63,16 +73,16 @@ class Orca : public testing::Test {
   }
 
   void Expect(const std::string& words) {
-    WaitFor([&] { return speech_.Heard() == words; });
-    ASSERT_EQ(speech_.Heard(), words);
+    WaitFor([&] { return Plain(speech_.Heard()) == words; });
+    ASSERT_EQ(Plain(speech_.Heard()), words);
     speech_.Forget();
   }
 
   void Walk(const std::vector<Step>& steps) {
-    for (const auto& [keys, heard] : steps) {
+    for (const auto& [keys, heard, heard_lately] : steps) {
       SCOPED_TRACE(keys);
       if (*keys != '\0') user_.Key(keys);
-      ASSERT_NO_FATAL_FAILURE(Expect(heard));
+      ASSERT_NO_FATAL_FAILURE(Expect(is_late_ && heard_lately ? heard_lately : heard));
     }
   }
 
@@ -84,6 +94,8 @@ class Orca : public testing::Test {
   const ChangedVariable server_{"SPEECHD_ADDRESS", ("unix_socket:" + (folder_ / "speech")).c_str()};
   const ChangedVariable settings_{"GSETTINGS_BACKEND", "memory"};
   const ChangedVariable language_{"LC_ALL", "C.UTF-8"};
+  const bool is_late_ =
+      std::atoi(OutputOf("orca --version 2>/dev/null | grep -o '[0-9]*'").c_str()) > 43;
   SpeechServer speech_{folder_ / "speech"};
   XSession user_{XSession::Manager::kOpenbox};
   std::unique_ptr<Process> bus_;
@@ -96,20 +108,21 @@ TEST_F(Orca, TellsEveryKindOfField) {
       {R"(TarvoPopUps ( "red¶green¶blue" ))", R"(TarvoSetCustomControls ( "2|3|4|1" ))",
        R"(TarvoSetCaption ( "Order" ))",
        R"(TarvoCustomDialog ( "4|Choose the colour|OK|Cancel|||Colour|Copy to me|Gift|Code" ))"});
-  Walk({{"", "Order dialog Choose the colour. Colour combo box. red."},
-        {"Down", "List with 3 items. green."},
-        {"Down", "blue."},
-        {"Tab", "Copy to me check box not checked."},
+  Walk({{"", "Order dialog Choose the colour Colour combo box red",
+         "Order dialog Choose the colour Colour combo box red red"},
+        {"Down", "List with 3 items green", "green"},
+        {"Down", "blue"},
+        {"Tab", "Copy to me check box not checked"},
         {"space", "checked"},
         {"space", "not checked"},
-        {"Tab", "Gift. not selected radio button"},
+        {"Tab", "Gift not selected radio button"},
         {"space", "selected"},
-        {"Tab", "Code password text."},
-        {"s", "black circle"},
-        {"BackSpace", "black circle"},
-        {"Tab", "OK push button."},
+        {"Tab", "Code password text"},
+        {"s", "black circle", ""},
+        {"BackSpace", "black circle", ""},
+        {"Tab", "OK button"},
         {"Right", ""},
-        {"Left", "Cancel push button."}});
+        {"Left", "Cancel button"}});
   user_.Key("space");
   EXPECT_EQ(Result(), "2|blue|0|1|");
 }
@@ -118,13 +131,13 @@ TEST_F(Orca, TellsEveryRowAndHowManyThereAre) {
   Evaluate({R"(TarvoFillListBox ( "Ann¶New Delhi¶New York¶Paris" ))",
             R"(TarvoSetCaption ( "Towns" ))",
             R"(TarvoDoListBox ( "Choose your town|OK|No|||||0||1" ))"});
-  Walk({{"", "Towns dialog Choose your town."},
-        {"Down", "Towns. List with 4 items. Ann."},
-        {"ctrl+Down", "New Delhi."},
+  Walk({{"", "Towns dialog Choose your town"},
+        {"Down", "Towns List with 4 items Ann"},
+        {"ctrl+Down", "New Delhi", "New Delhi not selected"},
         {"ctrl+space", "selected"},
         {"ctrl+space", "unselected"},
-        {"shift+End", "Paris."},
-        {"Tab", "OK push button."}});
+        {"shift+End", "Paris"},
+        {"Tab", "OK button"}});
   user_.Key("Return");
   EXPECT_EQ(Result(), "1|New Delhi|New York|Paris");
 }
@@ -133,10 +146,12 @@ TEST_F(Orca, TellsAnAlertOnceAndItsButtons) {
   Evaluate({R"(TarvoAlert ( "2|Delete record?|This cannot be undone.|Delete|Cancel" ))",
             R"(TarvoPreEnterText ( "Ann|Berlin" ))", R"(TarvoSetCaption ( "Names" ))",
             R"(TarvoDialog ( "2|Enter the name|OK|Cancel|||First name|London in the town|||" ))"});
-  Walk({{"", "alert Delete record? This cannot be undone. Delete push button."},
-        {"Tab", "Cancel push button."},
-        {"space", "Names dialog Enter the name. Ann selected First name text. Ann selected."},
-        {"Tab", "Text unselected. Berlin selected London in the town text. Berlin selected."}});
+  Walk({{"", "alert Delete record? This cannot be undone Delete button"},
+        {"Tab", "Cancel button"},
+        {"space", "Names dialog Enter the name Ann selected First name text Ann selected",
+         "Names dialog Enter the name First name text Ann selected"},
+        {"Tab", "Text unselected Berlin selected London in the town text Berlin selected",
+         "London in the town text Berlin selected"}});
   user_.Key("B Return");
   EXPECT_EQ(Result(), "1|Ann|B||");
 }
