@@ -161,6 +161,7 @@ struct Words {
 constexpr const char* kGeneral = "Options";
 constexpr const char* kOfLives =
     "Options of eval, run, repl, explain, preview, test, functions and info";
+constexpr const char* kOfUsers = "Options of eval, run, repl, test, functions and info";
 constexpr const char* kOfCalculations = "Options of eval, run, repl, explain and preview";
 constexpr const char* kOfResults = "Options of eval, run and repl";
 constexpr const char* kOfChoices = "Options of eval, run, repl, explain, preview, test and check";
@@ -190,9 +191,6 @@ void AddGeneralOptions(CLI::App& app, Options& options, Words& words) {
 
 void AddOptionsOfLives(CLI::App& app, Options& options, Words& words) {
   app.option_defaults()->group(kOfLives);
-  app.add_option("--display", words.display, "auto, desktop, terminal or scripted")
-      ->check(CLI::IsMember({"auto", "desktop", "terminal", "scripted"}).description(""))
-      ->type_name("KIND");
   app.add_option("--interface-version", options.interface_version,
                  "the version that the plug-in is offered (200)")
       ->check(CLI::Range(-32768, 32767).description(""))
@@ -214,6 +212,10 @@ void AddOptionsOfLives(CLI::App& app, Options& options, Words& words) {
       ->type_name("FILE");
   app.add_flag("--record-passwords", options.record_passwords, "record passwords as they are");
   app.add_flag("--record-numbers", options.record_numbers, "record numbers in place of names");
+  app.option_defaults()->group(kOfUsers);
+  app.add_option("--display", words.display, "auto, desktop, terminal or scripted")
+      ->check(CLI::IsMember({"auto", "desktop", "terminal", "scripted"}).description(""))
+      ->type_name("KIND");
 }
 
 void AddOptionsOfCalculations(CLI::App& app, Options& options, Words& words) {
@@ -371,8 +373,8 @@ void CheckOperands(const Options& options) {
 // A preview in a window runs its script again and again, with nobody who answers and nothing that
 // would be left of the runs. One that is drawn into a folder is a run like others.
 void CheckOptionsOfWindow(const CLI::App& app) {
-  for (const char* name : {"--display", "--strict", "--describe", "--record", "--record-passwords",
-                           "--record-numbers"}) {
+  for (const char* name :
+       {"--strict", "--describe", "--record", "--record-passwords", "--record-numbers"}) {
     if (app.get_option(name)->count() == 0) continue;
     RefuseUsage("preview does not use " + std::string(name) + " without --screenshot");
   }

@@ -78,6 +78,8 @@ TEST(CommandLineTest, WrongUsageIsStatus2) {
        "info does not use --arg, an option of eval, run, repl, explain and preview\n"},
       {{"info", "--fields"}, "info does not use --fields"},
       {{"preview", "a", "--record", "b"}, "preview does not use --record without --screenshot\n"},
+      {{"preview", "a", "--screenshot", "b", "--display", "desktop"},
+       "preview does not use --display, an option of eval, run, repl, test, functions and info\n"},
       {{"preview", "a", "--answers", "-"}, "preview reads --answers again and again, which "},
       {{"--plugin", "a", "check", "b"}, "check is given two bundles: --plugin a and b\n"},
       {{"eval", "1", "--arg", "a"}, "--arg expects NAME and VALUE\n"},
