@@ -56,16 +56,13 @@ std::string ErrorOf(const Outcome& outcome) {
   return WithoutProgramName(outcome.errors);
 }
 
-// A process that was ended may have left half a line. The plug-in may have printed lines of its
-// own, or words before a call.
-Json CallsOf(const Outcome& outcome) {
+// A process that was ended may have left half a line.
+Json CallsOf(const std::string& told) {
   Json calls = Json::array();
-  std::istringstream lines(outcome.output);
+  std::istringstream lines(told);
   for (std::string line; std::getline(lines, line);) {
-    const std::size_t begin = line.find(R"({"call":)");
-    if (begin == std::string::npos) continue;
-    Json call = display::ParseJsonOrDiscard(std::string_view(line).substr(begin));
-    if (call.contains("dialog")) calls.push_back(std::move(call));
+    Json call = display::ParseJsonOrDiscard(line);
+    if (!call.is_discarded()) calls.push_back(std::move(call));
   }
   return calls;
 }
@@ -196,14 +193,15 @@ void ScriptPreview::TakeNewsOfFiles() {
   may_run_again_ = true;
 }
 
-// One that is under way is ended: what it would show is not what was saved.
+// One that is under way is ended: what it would show is not what was saved. The calls stand in the
+// file of descriptions: the plug-in may print lines of its own.
 void ScriptPreview::StartRun() {
   due_.reset();
   run_.reset();
-  run_.emplace(options_, options_.timeout.value_or(suite::kTimeLimit),
-               [this](const Options& options) {
-                 return RunScript(options, std::make_unique<Previewer>(options, cut_texts_));
-               });
+  run_.emplace(options_, options_.timeout.value_or(suite::kTimeLimit), [this](Options options) {
+    const std::string file = *std::exchange(options.describe, std::nullopt);
+    return RunScript(options, std::make_unique<Previewer>(options, file, cut_texts_));
+  });
   run_late_ = Clock::now() + kRunPatience;
   WakeBy(run_->descriptor());
 }
@@ -212,7 +210,7 @@ void ScriptPreview::TakeRun() {
   if (const std::optional<Outcome> outcome = run_->TakeOutcome()) {
     run_.reset();
     run_late_.reset();
-    Show(ErrorOf(*outcome), CallsOf(*outcome));
+    Show(ErrorOf(*outcome), CallsOf(outcome->dialogs));
   } else if (run_late_ && Clock::now() >= *run_late_) {
     run_late_.reset();
     Show("the script is still running", Json::array());

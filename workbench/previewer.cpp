@@ -4,7 +4,6 @@
 
 #include "displays/protocol/display_json.h"
 #include "displays/scripted/dialog_name.h"
-#include "workbench/output.h"
 
 namespace workbench {
 
@@ -29,7 +28,7 @@ void Previewer::Tell(const std::string& call, const std::optional<display::Descr
   const bool is_new = dialog && told_.insert(display::ToText(line)).second;
   if (!is_new && advice_.empty()) return;
   line["advice"] = std::exchange(advice_, Json::array());
-  PrintJson(display::ToText(line) + "\n");
+  file_.Write(display::ToText(line));
 }
 
 void Previewer::Say(const advice::Finding& finding, const CallSource& source) {

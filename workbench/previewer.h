@@ -7,19 +7,20 @@
 
 #include "displays/protocol/json.h"
 #include "workbench/adviser.h"
+#include "workbench/files.h"
 
 namespace workbench {
 
 // The texts of dialogs that do not fit on the screen, by the dialogs' descriptions.
 using CutTexts = std::map<std::string, std::vector<std::string>>;
 
-// Prints each call that showed a dialog, or that advice is about, as the JSON object that the
+// Writes each call that showed a dialog, or that advice is about, as the JSON object that the
 // preview's window reads, one a line.
 class Previewer : public Adviser {
  public:
   // Nothing is measured here: what the window has found out is given.
-  Previewer(const Options& options, const CutTexts& cut_texts)
-      : Adviser(options), cut_texts_(cut_texts) {}
+  Previewer(const Options& options, const std::string& file, const CutTexts& cut_texts)
+      : Adviser(options), file_(file), cut_texts_(cut_texts) {}
 
   void Called(const MadeCall& made) override;
   void End(bool all) override;
@@ -31,6 +32,7 @@ class Previewer : public Adviser {
  private:
   void Tell(const std::string& call, const std::optional<display::Description>& dialog);
 
+  LineFile file_;
   const CutTexts& cut_texts_;
   display::Json advice_ = display::Json::array();  // about the call
   std::set<std::string> told_;                     // a loop shows a dialog again and again

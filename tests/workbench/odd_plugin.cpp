@@ -25,6 +25,13 @@ fmx::errcode Waits(std::int16_t, const fmx::ExprEnv&, const fmx::DataVect&, fmx:
   }
 }
 
+// What a preview tells its window of a dialog, had it opened one.
+fmx::errcode Prints(std::int16_t, const fmx::ExprEnv&, const fmx::DataVect&, fmx::Data&) {
+  std::puts(R"({"call":"OddPrint","dialog":{}})");
+  std::fflush(stdout);
+  return 0;
+}
+
 // Hands back its last parameter.
 fmx::errcode Last(std::int16_t function_id, const fmx::ExprEnv&, const fmx::DataVect& parameters,
                   fmx::Data& result) {
@@ -56,5 +63,6 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
   Register(2, u"OddFail", 1, Fails);
   Register(3, u"OddWait", 0, Waits);
   Register(4, u"OddSecond ", 2, Last);
+  Register(5, u"OddPrint", 0, Prints);
   call->result = 51;
 }
