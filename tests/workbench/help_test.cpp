@@ -157,11 +157,13 @@ TEST(CompletionTest, BashOffersWhatOptionsAndCommandsTake) {
   EXPECT_EQ(offered("tarvo --display s"), "scripted ");
   EXPECT_EQ(offered("tarvo --display = s"), "scripted ");
   EXPECT_EQ(offered("tarvo --display ="), "auto desktop terminal scripted ");
-  EXPECT_EQ(offered("tarvo --plugin ''"), "Form.fmplugin ");
-  EXPECT_EQ(offered("tarvo check F"), "Form.fmplugin ");
-  EXPECT_EQ(offered("tarvo run f"), "form.tarvo ");
-  for (const char* option : {"--answers", "--record", "--describe", "--passwords", "--junit"}) {
-    EXPECT_EQ(offered(std::string("tarvo eval 1 ") + option + " f"), "form.tarvo ") << option;
+  for (const char* words : {"--plugin", "--screenshot", "check"}) {
+    EXPECT_EQ(offered(std::string("tarvo ") + words + " ''"), "Form.fmplugin ") << words;
+  }
+  for (const char* words : {"run", "explain", "preview", "test", "eval 1 --answers",
+                            "eval 1 --record", "eval 1 --describe", "eval 1 --passwords",
+                            "test --junit", "--arg run '' run", "eval 1 --args-json"}) {
+    EXPECT_EQ(offered(std::string("tarvo ") + words + " f"), "form.tarvo ") << words;
   }
   EXPECT_EQ(offered("tarvo eval f"), " ");
   EXPECT_EQ(offered("tarvo --language f"), " ");
