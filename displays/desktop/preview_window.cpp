@@ -163,12 +163,19 @@ QString PlaceOf(const Json& advice) {
       .arg(advice.at("column").get<int>());
 }
 
+// With the order of what is quoted kept to itself: a quoted text may turn that of all behind it.
+QString Isolated(QString sentence) {
+  static const QRegularExpression quoted(QStringLiteral("\"(.*?)\"(?=[ ,:;.)]|$)"));
+  return sentence.replace(quoted, QStringLiteral("\"\u2068\\1\u2069\""));
+}
+
 QWidget* MakeAdvice(const Json& advice) {
-  auto* text = new Marked(kWarning);  // in paragraphs: one may turn the order of what it quotes
+  auto* text = new Marked(kWarning);
   const QString name = TextOf(advice, "advice");
   text->setTextFormat(Qt::RichText);
-  text->setText(QStringLiteral("<div><b>%1</b></div><div>%2</div><div><small>%3%4</small></div>")
-                    .arg(TextOf(advice, "sentence").toHtmlEscaped(),
+  text->setText(QStringLiteral("<div dir=\"ltr\"><b>%1</b></div><div>%2</div>"
+                               "<div><small>%3%4</small></div>")
+                    .arg(Isolated(TextOf(advice, "sentence")).toHtmlEscaped(),
                          TextOf(advice, "reason").toHtmlEscaped(), PlaceOf(advice), name));
   text->setAccessibleName(TextOf(advice, "sentence") + QStringLiteral(": ") +
                           TextOf(advice, "reason") + QStringLiteral(", ") + PlaceOf(advice) + name);

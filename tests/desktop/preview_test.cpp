@@ -67,6 +67,33 @@ TEST_F(Preview, ShowsEachDialogWithItsAdviceAndWhatIsSaved) {
   EXPECT_EQ(terminal_->Status(), 0);
 }
 
+// What the window shows of a line of advice, beside all dialogs.
+std::vector<unsigned> Row(const XSession& user) {
+  std::vector<unsigned> pixels;
+  for (int x = 460; x < 900; ++x) pixels.push_back(user.PixelAt(x, 46));
+  return pixels;
+}
+
+// Its button reads "Last", and so does all of the window: the advice is turned in its quotes alone.
+TEST_F(Preview, AQuotedTextDoesNotTurnTheSentenceAroundIt) {
+  const auto script = [](const std::string& button) {
+    return "TarvoDialog ( \"2|Name|OK|Cancel|" + button + "|No\" )\n";
+  };
+  Begin(script("\u202EtsaL"));
+  EXPECT_TRUE(Shows("graphic: dialog Name (Name, OK, Cancel, \u202EtsaL, No)")) << reader_.Tree();
+  const auto turned = Row(user_);
+  Save(script("Last"));
+  EXPECT_TRUE(Shows("graphic: dialog Name (Name, OK, Cancel, Last, No)")) << reader_.Tree();
+  EXPECT_TRUE(WaitFor([&] { return Row(user_) == turned; }));
+}
+
+TEST_F(Preview, WhatThePluginPrintsIsNotShown) {
+  const std::string odd = workbench::MakeBundle(folder_, "Odd", ODD_PLUGIN);
+  Begin("OddPrint\nOddFail ( 1 )\n", {"--plugin", odd});
+  EXPECT_TRUE(Shows("label: up to the error: 0 dialogs, 0 pieces of advice")) << reader_.Tree();
+  EXPECT_TRUE(Holds("OddFail: the plug-in answered error code 5")) << reader_.Tree();
+}
+
 TEST_F(Preview, AnErrorTakesThePlaceOfWhatWasThereAndThePreviewGoesOn) {
   Begin("TarvoDialog ( \"0|First\" )\nTarvoDialog ( \"0|Second\" )\n");
   EXPECT_TRUE(Shows("label: 2 dialogs, 0 pieces of advice"));
