@@ -127,7 +127,7 @@ TEST_F(EndToEnd, ControlCClosesTheDialogAndSaysSo) {
   EXPECT_EQ(once.Status(), 130);
   workbench::Terminal session({"repl"}, environment);
   session.Expect("tarvo> ");
-  session.Type(R"(TarvoSetCaption ( "Still there?" ))"
+  session.Type(R"(Set Variable [ $x ; TarvoSetCaption ( "Still there?" ) ])"
                "\n");
   for (int i = 0; i < 2; ++i) {
     session.Expect("tarvo> ");
@@ -136,6 +136,9 @@ TEST_F(EndToEnd, ControlCClosesTheDialogAndSaysSo) {
     session.Type("\x03");
     session.Expect(message);
   }
+  session.Expect("tarvo> ");
+  session.Type("$x & \"!\"\n");
+  session.Expect("\r\nStill there?!");
   session.Expect("tarvo> ");
   session.Type("\x04");
   EXPECT_EQ(session.Status(), 0);
