@@ -224,6 +224,8 @@ TEST(DialogTest, TypedLineFeedsAreFileMakersLineBreaks) {
   EXPECT_EQ(Tarvo({"--record", record, "--answers", answers, "eval", "--json", kName}).output,
             "{\"type\": \"text\", \"result\": \"1|a\\rb\\r|||\"}\n");
   EXPECT_TRUE(Holds(ReadAll(record), "enter Name a\rb\r\r\n"));
+  EXPECT_EQ(Tarvo({"--answer", "enter 1 a\nb\r\nc\n; press 1", "eval", "--json", kName}).output,
+            "{\"type\": \"text\", \"result\": \"1|a\\rb\\rc\\r|||\"}\n");
 }
 
 TEST(DialogTest, ARecordingGivesTheSameResultAgain) {
