@@ -60,7 +60,6 @@ void SkipBlanks(std::string_view& rest) {
 }
 
 std::string_view TakeWord(std::string_view& rest) {
-  SkipBlanks(rest);
   const std::string_view word = rest.substr(0, rest.find_first_of(" \t"));
   rest.remove_prefix(word.size());
   return word;
