@@ -23,7 +23,7 @@ std::string Lines(const std::string& file) {
 
 TEST(Answers, EveryActionReadsAndWritesBack) {
   EXPECT_EQ(Lines("enter 1 Ann Lee\nenter 2 \nenter 2\ntype  x \nchoose 1 3\nclick 4\nrow 2\n"
-                  "row 2 200\nrow+ 3 -7\nrow- 4 403\npress 1\nreturn\nescape\ntab\nclose"),
+                  "row 2 200\nrow+ 3 -7\nrow- 4 \t403\npress 1 \nreturn\nescape\ntab\nclose"),
             "1:enter 1 Ann Lee\n2:enter 2 \n3:enter 2 \n4:type  x \n5:choose 1 3\n6:click 4\n"
             "7:row 2\n8:row 2\n9:row+ 3 -7\n10:row- 4 403\n11:press 1\n12:return\n13:escape\n"
             "14:tab\n15:close\n");
@@ -31,10 +31,10 @@ TEST(Answers, EveryActionReadsAndWritesBack) {
 
 TEST(Answers, NamesReadAndWriteBackInQuotesUnlessOneWordDoes) {
   EXPECT_EQ(
-      Lines("press OK\npress \"Log in\"\nenter \"Vorname\"  Ann \"B\"\nenter Straße x\n"
+      Lines("press OK\npress \"Log in\"\nenter \"Vorname\"  Ann \"B\"\nenter aujourd’hui x\n"
             "choose \"1st\" \"a \\\"b\\\" \\\\\"\nchoose 2 \"Red\"\nclick \t_\nrow \"Pears\"\n"
             "row+ \"Pears\" 300\npress Az\npress zA\nchoose \"a\"\t1"),
-      "1:press OK\n2:press \"Log in\"\n3:enter Vorname  Ann \"B\"\n4:enter Straße x\n"
+      "1:press OK\n2:press \"Log in\"\n3:enter Vorname  Ann \"B\"\n4:enter aujourd’hui x\n"
       "5:choose \"1st\" \"a \\\"b\\\" \\\\\"\n6:choose 2 \"Red\"\n7:click _\n8:row \"Pears\"\n"
       "9:row+ \"Pears\" 300\n10:press Az\n11:press zA\n12:choose a 1\n");
 }
@@ -74,7 +74,7 @@ TEST(Answers, SaysWhatWasExpected) {
               {"press Log in", "expected \"press K\""},
               {"press \"Log in", "expected \"press K\""},
               {"press \"Log\\", "expected \"press K\""},
-              {"press \"Log\"in", "expected \"press K\""},
+              {"enter \"Log\"in", "expected \"enter N TEXT\""},
               {"press 1 2", "expected \"press K\""},
               {"press 1.5", "expected \"press K\""},
               {"enter 1st x", "expected \"enter N TEXT\""},

@@ -257,8 +257,8 @@ TEST(DialogTest, ARecordingAnswersByNamesWhateverTheirPlace) {
       {{"TarvoDialog ( \"2|m|OK|Log out|||First¶name|Last\" )"},
        "enter 1 Ann; press 2",
        "enter \"First name\" Ann\npress \"Log out\"\n",
-       {"TarvoDialog ( \"2|m|OK||Log out||Last|First¶name\" )"},
-       "3||Ann||\n"},
+       {"TarvoDialog ( \"4|m|OK|||Log out|A|B|Last|First¶name\" )"},
+       "4||||Ann\n"},
       {{"TarvoPopUps ( \"Rome¶New York|a¶b\" )", "TarvoSetCustomControls ( \"2|3\" )",
         "TarvoCustomDialog ( \"2|m|OK|Save|||City|Copy to me\" )"},
        "choose 1 2; click 2; press 2",
@@ -266,11 +266,11 @@ TEST(DialogTest, ARecordingAnswersByNamesWhateverTheirPlace) {
        {"TarvoPopUps ( \"a¶b|New York¶Rome\" )", "TarvoSetCustomControls ( \"3|2\" )",
         "TarvoCustomDialog ( \"2|m|Save|OK|||Copy to me|City\" )"},
        "1|1|New York||\n"},
-      {{"TarvoFillListBox ( \"Fig¶Pears¶Fig\" )", "TarvoDoListBox ( \"m|OK|No|||||||1\" )"},
-       "row 2 300; row+ 3; press 1",
-       "row \"Pears\" 300\nrow+ 3\npress OK\n",
-       {"TarvoFillListBox ( \"Pears¶Fig¶Plum\" )", "TarvoDoListBox ( \"m|No|OK|||||||1\" )"},
-       "2|Pears|Plum\n"},
+      {{"TarvoFillListBox ( \"Fig¶Pears¶Fig¶Kiwi\" )", "TarvoDoListBox ( \"m|OK|No|||||||1\" )"},
+       "row 2 300; row+ 3; row+ 4; press 1",
+       "row \"Pears\" 300\nrow+ 3\nrow+ \"Kiwi\"\npress OK\n",
+       {"TarvoFillListBox ( \"Pears¶Kiwi¶Plum\" )", "TarvoDoListBox ( \"m|No|OK|||||||1\" )"},
+       "2|Pears|Kiwi|Plum\n"},
       {{"TarvoAlert ( \"1|m||OK|OK|\\\"No\\\"\" )", "TarvoAlert ( \"1|m||OK|OK|no\" )"},
        "press 3; press 1",
        "press \"\\\"No\\\"\"\n# dialog 2: m\npress 1\n",
@@ -292,7 +292,10 @@ TEST(DialogTest, ARecordingAnswersByNamesWhateverTheirPlace) {
 
 TEST(DialogTest, ANameThatIsNotOneThingIsRefusedWithWhatIsThere) {
   const char* const dialog =
-      "TarvoDialog ( \"5|m|OK|Cancel|OK||Name|Name|City\" ) & TarvoDoListBox ( \"m\" )";
+      "TarvoDialog ( \"5|m|OK|Cancel|OK||Name|Name|City\" ) & TarvoDoListBox ( \"m\" ) & "
+      "TarvoAlert ( \"1|m\" )";
+  const char* const menus =
+      "TarvoPopUps ( \"1¶2¶3¶4¶5¶6¶7¶8¶9¶10¶11|1¶2¶3¶4¶5¶6¶7¶8¶9¶10¶|a¶b¶b¶é\" )";
   const struct {
     const char* answer;
     const char* reason;
@@ -303,14 +306,22 @@ TEST(DialogTest, ANameThatIsNotOneThingIsRefusedWithWhatIsThere) {
       {"click Street", "there is no field \"Street\"; there are \"Name\", \"Name\" and \"City\""},
       {"choose City \"c\"", "there is no item \"c\"; there are \"a\", \"b\", \"b\" and \"é\""},
       {"choose City \"b\"", "\"b\" is the name of items 2 and 3; its number"},
+      {"choose 1 \"z\"",
+       "there is no item \"z\"; there are \"1\", \"2\", \"3\", \"4\", \"5\", \"6\", \"7\", "
+       "\"8\", \"9\", \"10\" and more\n"},
+      {"choose 2 \"z\"",
+       "there is no item \"z\"; there are \"1\", \"2\", \"3\", \"4\", \"5\", \"6\", \"7\", "
+       "\"8\", \"9\" and \"10\"\n"},
+      {"choose 4 \"a\"", "there is no item \"a\"\n"},
+      {"choose 2147483647 \"a\"", "there is no item \"a\"\n"},
+      {"press Cancel; press OK; choose 1 \"a\"", "there is no item \"a\"\n"},
       {"choose City \"é\"; row \"a\"", "there is no row \"a\""},
       {"press Cancel; row \"a\"", "there is no row \"a\""},
       {"press Cancel; press Yes", "there is no button \"Yes\"; there is \"OK\""},
       {"enter City x", "there is no edit or password field 3"},
   };
   for (const auto& [answer, reason] : cases) {
-    const Ending ending =
-        Tarvo({"--answer", answer, "eval", "TarvoPopUps ( \"a¶b|a¶b|a¶b¶b¶é\" )", dialog});
+    const Ending ending = Tarvo({"--answer", answer, "eval", menus, dialog});
     EXPECT_EQ(ending.status, 4) << answer;
     EXPECT_TRUE(Holds(ending.errors, std::string("\": ") + reason)) << ending.errors;
   }
@@ -378,6 +389,9 @@ TEST(DialogTest, AnswersThatDoNotFitAreTold) {
   }
   EXPECT_TRUE(Holds(Tarvo({"--answer", "tab; return; press 1", "eval", kName}).errors,
                     "--answer, line 3: an answer is left over"));
+  const std::string twice = folder.Write("twice", "# dialog 1: Your name\npress 1\npress 1\n");
+  EXPECT_TRUE(Holds(Tarvo({"--answers", twice, "eval", kName, kName}).errors,
+                    "line 3: \"press 1\" was recorded for the dialog before, \"Your name\", not"));
 }
 
 TEST(DialogTest, TypedPasswordsAreRecordedAsPlaceholdersToo) {
