@@ -33,10 +33,10 @@ TEST(Answers, NamesReadAndWriteBackInQuotesUnlessOneWordDoes) {
   EXPECT_EQ(
       Lines("press OK\npress \"Log in\"\nenter \"Vorname\"  Ann \"B\"\nenter aujourd’hui x\n"
             "choose \"1st\" \"a \\\"b\\\" \\\\\"\nchoose 2 \"Red\"\nclick \t_\nrow \"Pears\"\n"
-            "row+ \"Pears\" 300\npress Az\npress zA\nchoose \"a\"\t1"),
+            "row+ \"Pears\" 300\npress AZ\npress zA\nchoose \"a\"\t1"),
       "1:press OK\n2:press \"Log in\"\n3:enter Vorname  Ann \"B\"\n4:enter aujourd’hui x\n"
       "5:choose \"1st\" \"a \\\"b\\\" \\\\\"\n6:choose 2 \"Red\"\n7:click _\n8:row \"Pears\"\n"
-      "9:row+ \"Pears\" 300\n10:press Az\n11:press zA\n12:choose a 1\n");
+      "9:row+ \"Pears\" 300\n10:press AZ\n11:press zA\n12:choose a 1\n");
 }
 
 TEST(Answers, SkipsEmptyLinesAndCommentsAndTakesEveryLineEnd) {

@@ -91,9 +91,9 @@ TEST_F(CoreFoundation, FormatsAndConverts) {
   const CFStringRef key =
       CFStringCreateWithFormat(kCFAllocatorDefault, nullptr, CFSTR("Größe %d"), 131U);
   EXPECT_EQ(UnitsOf(key), u"Größe 131");
-  char exact[12] = "xxxxxxxxxxx";
-  EXPECT_EQ(CFStringGetCString(key, exact, 12, encoding::kUtf8), 1);
-  EXPECT_STREQ(exact, "Größe 131");
+  std::string exact(12, 'x');
+  EXPECT_EQ(CFStringGetCString(key, exact.data(), 12, encoding::kUtf8), 1);
+  EXPECT_STREQ(exact.c_str(), "Größe 131");
   char small[11] = "kept";
   EXPECT_FALSE(CFStringGetCString(key, small, 11, encoding::kUtf8));
   EXPECT_STREQ(small, "");
@@ -120,20 +120,28 @@ TEST_F(CoreFoundation, Utf8KeepsEveryCharacterAndReplacesWhatIsNone) {
         u"\u0800", u"aé日😀", u"日é日日é😀日 é aa😀é日a😀éé a run that is longer than a block é日"}) {
     EXPECT_EQ(encoding::ToUtf16(encoding::ToUtf8(text)), text);
   }
+  for (std::size_t i = 0; i < 40; ++i) {  // ASCII is copied in blocks
+    for (const char16_t other : {u'é', u'Ā'}) {
+      std::u16string text(40, u'a');
+      text[i] = other;
+      EXPECT_EQ(encoding::ToUtf16(encoding::ToUtf8(text)), text);
+    }
+  }
   EXPECT_EQ(encoding::ToUtf8(u"a\xD800"
                              u"b\xDC00"),
             "a\uFFFDb\uFFFD");
   EXPECT_EQ(encoding::ToUtf8(u"\xDC00\xD800"), "\uFFFD\uFFFD");
   for (const char* bytes :
        {"\x80", "\xC0\xAF", "\xE2\x82", "\xED\xA0\x80", "\xED\xB0\x80", "\xF4\x90\x80\x80",
-        "\xF8\x88", "\xFF", "\xE0\x80\x80", "\xF0\x80\x80\x80"}) {
+        "\xF8\x88", "\xFF", "\xE0\x80\x80", "\xE0\x9F\xBF\x80", "\xF0\x80\x80\x80"}) {
     EXPECT_EQ(encoding::ToUtf16(bytes),
               std::u16string(std::string_view(bytes).size(), encoding::kReplacement));
   }
-  EXPECT_EQ(encoding::ToUtf16("\xC3x"), u"\uFFFDx");
+  EXPECT_EQ(encoding::ToUtf16("\xC3X\x80"), u"\uFFFDX\uFFFD");
   EXPECT_EQ(encoding::ToUtf16("é\xC1\xBF\xC1\xBFé"), u"é\uFFFD\uFFFD\uFFFD\uFFFDé");
   EXPECT_EQ(encoding::ToUtf16("\xE2xx"), u"\uFFFDxx");
-  EXPECT_EQ(encoding::ToUtf16("\xE2\x82x"), u"\uFFFD\uFFFDx");
+  EXPECT_EQ(encoding::ToUtf16("\xE2\x82x\x82"), u"\uFFFD\uFFFDx\uFFFD");
+  EXPECT_EQ(encoding::ToUtf16("\xE2é"), u"\uFFFDé");
 }
 
 TEST_F(CoreFoundation, CutsBetweenCharacters) {
@@ -146,6 +154,7 @@ TEST_F(CoreFoundation, CutsBetweenCharacters) {
   EXPECT_EQ(cut("a😀b", 5), 5U);
   EXPECT_EQ(cut("\x80\x80\x80\x80\x80\x80", 5), 5U) << "what is no character is cut anywhere";
   EXPECT_EQ(cut("a\x80\x80\x80\x80", 4), 4U);
+  EXPECT_EQ(cut("\x80\x80\x80", 2), 2U);
   EXPECT_EQ(cut("é", 1), 0U);
   EXPECT_EQ(cut("é", 0), 0U);
 }
