@@ -1,7 +1,8 @@
 #pragma once
 
-// nlohmann's JSON with keys in the order in which they are written. The class is compiled in json.cpp
-// alone, since it takes long: without this, each file that uses it would compile it for itself.
+// nlohmann's JSON with keys in the order in which they are written. The class is compiled in
+// json.cpp alone, since it takes long: without this, each file that uses it would compile it for
+// itself.
 
 #include <nlohmann/json.hpp>
 
