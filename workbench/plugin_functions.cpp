@@ -108,9 +108,11 @@ int PluginFunctions::ShowMessage(calculation::Span place, const std::string& tit
 }
 
 Value PluginFunctions::Get(std::string_view name) const {
-  const Rect screen = user_.Screen();
-  if (name == "Get ( ScreenHeight )") return Decimal(screen.bottom - screen.top);
-  if (name == "Get ( ScreenWidth )") return Decimal(screen.right - screen.left);
+  const bool is_height = name == "Get ( ScreenHeight )";
+  if (is_height || name == "Get ( ScreenWidth )") {
+    const Rect screen = user_.Screen();  // which may start a display
+    return Decimal(is_height ? screen.bottom - screen.top : screen.right - screen.left);
+  }
   const auto known = known_.find(name);
   return known == known_.end() ? Value() : known->second;
 }

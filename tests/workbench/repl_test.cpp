@@ -272,9 +272,13 @@ TEST_F(SessionTest, NamesAreCompleted) {
 }
 
 TEST_F(SessionTest, NothingIsLoadedForOtherCommands) {
-  const std::string script = std::string("LD_DEBUG=files ") + TARVO_PROGRAM + " eval 1 2>&1";
-  const Ending ending = testing_tools::Run({"/bin/sh", {"-c", script}});
+  const std::string command = std::string("LD_DEBUG=files ") + TARVO_PROGRAM + " run - 2>&1";
+  const Ending ending = testing_tools::Run(
+      {"/bin/sh",
+       {"-c", command},
+       "Perform Script [ \"a\" ]\nScript [ \"a\" ]\nGet ( ScriptName ) & \" runs\""});
   EXPECT_TRUE(Holds(ending.output, "libCoreFoundation")) << ending.output;
+  EXPECT_TRUE(Holds(ending.output, "a runs")) << ending.output;
   for (const char* library : {"libedit", "libtinfo", "Qt6", "tarvo-line-editor"}) {
     EXPECT_FALSE(Holds(ending.output, library)) << library;
   }
