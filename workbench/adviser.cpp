@@ -1,12 +1,12 @@
 #include "workbench/adviser.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "advice/parameters.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "workbench/cut_texts.h"
 #include "workbench/failure.h"
 #include "workbench/output.h"

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "calculation/unicode.h"
-#include "displays/protocol/json.h"
 
 namespace workbench {
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <utility>
@@ -13,7 +14,6 @@
 #include "calculation/source.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "displays/scripted/answers.h"
 #include "platform/fmwrapper/FMHost.h"
 #include "workbench/check/check.h"

@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <nlohmann/json.hpp>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "workbench/child_program.h"
 #include "workbench/files.h"
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "advice/explain.h"
 #include "calculation/unicode.h"
-#include "displays/protocol/json.h"
 #include "workbench/output.h"
 
 namespace workbench {

@@ -7,11 +7,11 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "calculation/interruption.h"
-#include "displays/protocol/json.h"
 #include "workbench/command_line.h"
 #include "workbench/commands.h"
 #include "workbench/failure.h"

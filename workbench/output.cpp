@@ -6,12 +6,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <nlohmann/json.hpp>
 #include <variant>
 
 #include "calculation/decimal.h"
 #include "calculation/interruption.h"
 #include "calculation/unicode.h"
-#include "displays/protocol/json.h"
 #include "workbench/failure.h"
 #include "workbench/user_text.h"
 

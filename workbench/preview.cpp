@@ -8,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -17,7 +18,6 @@
 #include "calculation/interruption.h"
 #include "displays/protocol/display_json.h"
 #include "displays/protocol/display_program.h"
-#include "displays/protocol/json.h"
 #include "displays/protocol/messages.h"
 #include "workbench/commands.h"
 #include "workbench/failure.h"

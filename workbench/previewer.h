@@ -1,11 +1,11 @@
 #pragma once
 
 #include <map>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "displays/protocol/json.h"
 #include "workbench/adviser.h"
 #include "workbench/files.h"
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,7 +10,6 @@
 #include "calculation/built_ins.h"
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
-#include "displays/protocol/json.h"
 #include "workbench/explainer.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"

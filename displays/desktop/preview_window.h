@@ -4,13 +4,13 @@
 #include <QScrollArea>
 #include <QTimer>
 #include <QWidget>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
 #include "displays/desktop/connection.h"
 #include "displays/desktop/window_watch.h"
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 
 namespace desktop {
 

@@ -4,12 +4,12 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 #include "displays/desktop/modal_window.h"
 #include "displays/desktop/shown_text.h"
 #include "displays/desktop/window_pool.h"
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 
 namespace desktop {
 namespace {

@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <variant>
 #include <vector>
-
-#include "displays/protocol/json.h"
 
 namespace display {
 namespace {

@@ -1,9 +1,9 @@
 #include "displays/protocol/messages.h"
 
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 
 namespace display::protocol {
 namespace {

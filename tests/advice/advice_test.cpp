@@ -2,6 +2,7 @@
 // none.
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 
@@ -9,7 +10,6 @@
 #include "advice/parameters.h"
 #include "advice/presets.h"
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {

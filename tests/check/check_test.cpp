@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <nlohmann/json.hpp>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/desktop/example_dialogs.h"
 #include "tests/desktop/screen_reader.h"
 #include "tests/desktop/x_session.h"

@@ -1,9 +1,9 @@
 #include "displays/scripted/answers.h"
+#include <nlohmann/json.hpp>
 
 #include <gtest/gtest.h>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 #include <string>
@@ -14,7 +15,6 @@
 #include <vector>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace {

@@ -1,9 +1,9 @@
 // Scripts as tests, each a file with others beside it.
 
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "displays/scripted/scripted_display.h"
 
 // The scripted display, which keeps what it was shown.

@@ -1,10 +1,10 @@
 // Dialogs of the plug-in, answered from scripts and written down.
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {

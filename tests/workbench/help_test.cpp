@@ -1,6 +1,7 @@
 // The man page and the completion name what the help names, and nothing else; the help on functions
 // describes those that are registered, and nothing else.
 
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 
@@ -8,7 +9,6 @@
 #include "calculation/parser.h"
 #include "calculation/unicode.h"
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 #include "workbench/function_help.h"
 #include "workbench/repl/history_file.h"

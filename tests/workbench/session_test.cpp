@@ -1,9 +1,9 @@
 // Calculations, scripts and bundles, from the command line to the exit status.
 
+#include <nlohmann/json.hpp>
 #include <random>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "tests/support/tarvo.h"
 
 namespace workbench {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 
 namespace workbench::check {
 namespace {

@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <cstring>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <utility>
 
 #include "displays/protocol/display_json.h"
-#include "displays/protocol/json.h"
 #include "workbench/failure.h"
 #include "workbench/files.h"
 #include "workbench/suite/look.h"

@@ -1,3 +1,0 @@
-#include "displays/protocol/json.h"
-
-template class nlohmann::basic_json<nlohmann::ordered_map>;
