@@ -159,34 +159,23 @@ TEST(CalculationErrorTest, NestingIsLimitedAndLengthIsNot) {
                         Repeat(")", most - 1)),
             "");
   for (const char* opening : {"(", "Echo(", "-", "not ", "2^-", "Let(a=", "If(1;", "1 + ("}) {
-    EXPECT_NE(Explanation(Repeat(opening, 20'000)).find("nested more than 200 levels"),
+    EXPECT_NE(Explanation(Repeat(opening, 5000)).find("nested more than 200 levels"),
               std::string::npos)
         << opening;
   }
-  EXPECT_EQ(Explanation("1" + Repeat(" & 1", 20'000)), "");
-  EXPECT_EQ(Explanation("1" + Repeat("^1", 20'000)), "");
-  EXPECT_EQ(Explanation("Let ( [ a0 = 1" + Repeat("; a0 = a0", 20'000) + " ] ; a0 )"), "");
-  EXPECT_EQ(Explanation("List ( 1" + Repeat("; 1", 20'000) + ")"), "");
+  EXPECT_EQ(Explanation("1" + Repeat(" & 1", 5000)), "");
+  EXPECT_EQ(Explanation("1" + Repeat("^1", 5000)), "");
+  EXPECT_EQ(Explanation("Let ( [ a0 = 1" + Repeat("; a0 = a0", 5000) + " ] ; a0 )"), "");
+  EXPECT_EQ(Explanation("List ( 1" + Repeat("; 1", 5000) + ")"), "");
 }
 
-TEST(CalculationErrorTest, TextsAndNumbersDoNotGrowWithoutEnd) {
-  const std::string sixteen_million =
-      "Let ( [ a = \"0123456789abcdef\"" + Repeat("; a = a & a", 20) + " ] ; ";
-  EXPECT_EQ(Explanation(sixteen_million + "Length ( a ) )"), "");
-  for (const char* more : {"a & a", "Substitute ( Left ( a ; 99999 ) ; \"0\" ; a )",
-                           "List ( a ; a )", "Quote ( a )", "Replace ( a ; 1 ; 0 ; a )"}) {
-    EXPECT_NE(Explanation(sixteen_million + more + ")").find("longer than 16777216 characters"),
-              std::string::npos)
-        << more;
-  }
-  EXPECT_NE(Explanation(sixteen_million + "Left ( a ; 99999 ) + 1 )").find("too large"),
-            std::string::npos);
+TEST(CalculationErrorTest, NumbersHaveAtMost400Digits) {
   EXPECT_EQ(Explanation(Repeat("9", 400)), "");
   EXPECT_NE(Explanation(Repeat("9", 401)).find("at most 400"), std::string::npos);
   EXPECT_EQ(Explanation("." + Repeat("9", 500) + " + " + Repeat("0", 500) + "1"), "");
-  EXPECT_NE(Explanation("\"" + Repeat("x", (1 << 24) + 1) + "\"").find("longer than 16777216"),
-            std::string::npos);
   EXPECT_NE(Explanation(Repeat("9", 400) + " + 1").find("too large"), std::string::npos);
+  EXPECT_NE(Explanation("\"" + Repeat("9", 99'999) + "\" + 1").find("too large"),
+            std::string::npos);
 }
 
 // A search that began anew at every character would take hours here.

@@ -130,11 +130,29 @@ TEST_F(LongLife, AThousandDesktopDialogsLeaveTheDisplayAsItWas) {
   EXPECT_EQ(Child(), display) << "it is still the same process";
 }
 
-// Here, since a million rounds take half a minute under sanitizers.
-TEST(LongScript, IsStoppedAfterAMillionRounds) {
+// Limits of calculations and scripts, here since sanitizers would take half a minute to reach them.
+
+TEST(Limits, ALoopEndsAfterAMillionRounds) {
   const auto ending = workbench::Tarvo({"run", "-"}, "Loop\nExit Loop If [ 0 ]\nEnd Loop");
   EXPECT_EQ(ending.status, 1);
   EXPECT_TRUE(workbench::Holds(ending.errors, "gone round 1000000 times")) << ending.errors;
+}
+
+TEST(Limits, ATextHasAtMost16777216Characters) {
+  std::string longest = "Let ( [ a = \"0123456789abcdef\"";
+  for (int i = 0; i < 20; ++i) longest += " ; a = a & a";
+  longest += " ] ; ";
+  EXPECT_EQ(workbench::Tarvo({"eval", longest + "Length ( a ) )"}).output, "16777216\n");
+  const std::string literal = "\"" + std::string((1 << 24) + 1, 'x') + "\"";
+  for (const std::string& calculation :
+       {longest + "a & a )", longest + "Substitute ( Left ( a ; 99999 ) ; \"0\" ; a ) )",
+        longest + "List ( a ; a ) )", longest + "Quote ( a ) )",
+        longest + "Replace ( a ; 1 ; 0 ; a ) )", literal}) {
+    const auto ending = workbench::Tarvo({"run", "-"}, calculation);
+    EXPECT_EQ(ending.status, 1);
+    EXPECT_TRUE(workbench::Holds(ending.errors, "longer than 16777216 characters"))
+        << calculation.substr(calculation.size() - 50) << ending.errors.substr(0, 200);
+  }
 }
 
 }  // namespace

@@ -87,18 +87,13 @@ std::string Parameter(const Json& function) {
 
 TEST(Reference, ItsExamplesGiveWhatItSays) {
   const testing_tools::TemporaryFolder folder;
-  const std::vector<Example> examples = ReadExamples();
-  for (const auto& [name, answers, script, expected] : examples) {
+  for (const auto& [name, answers, script, expected] : ReadExamples()) {
     const std::string file = folder.Write(name + ".tarvo", script);
     const std::string answers_file = folder.Write(name + ".answers", answers);
-    folder.Write(name + ".expected", expected);
     const auto run = Tarvo({"run", file, "--answers", answers_file, "--advise"});
+    EXPECT_EQ(run.output, expected) << name;
     EXPECT_EQ(run.errors, "") << "no advice is needed, " << name;
   }
-  const auto tests = Tarvo({"test", folder / ""});
-  EXPECT_TRUE(
-      tests.output.ends_with("\n" + std::to_string(examples.size()) + " passed, 0 failed\n"))
-      << tests.output << tests.errors;
 }
 
 TEST(Reference, EveryFunctionHasAnExample) {

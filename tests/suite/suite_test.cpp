@@ -37,6 +37,7 @@ TEST(SuiteTest, ATestFailsOnWhatIsNotExpected) {
   const struct {
     std::vector<std::pair<std::string, std::string>> files;
     const char* output;
+    const char* timeout = "30";
   } cases[] = {
       {{{".tarvo", kDialog}, {".answers", "press No\n"}, {".expected", "2||||\n"}}, "passed     "},
       {{{".tarvo", "1 + 1\n2\n3\n"}, {".expected", "2\n5\n6\n3\n"}},
@@ -65,13 +66,14 @@ TEST(SuiteTest, ATestFailsOnWhatIsNotExpected) {
        "| 1 dialogs, now 0\n"},
       {{{".tarvo", "1 +\n"}, {".expected", "1\n"}}, ": it ended with status 1\n"},
       {{{".tarvo", "While ( [ i = 0 ] ; i < 9000000 ; [ i = i + 1 ] ; i )\n"}, {".expected", ""}},
-       "timed out  "},
+       "timed out  ",
+       "1"},
   };
-  for (const auto& [files, output] : cases) {
+  for (const auto& [files, output, timeout] : cases) {
     const TemporaryFolder folder;
     WriteTest(folder, "form", files);
     const bool passes = std::string(output) == "passed     ";
-    const Ending ending = Tarvo({"test", "--timeout", "5", folder / ""});
+    const Ending ending = Tarvo({"test", "--timeout", timeout, folder / ""});
     EXPECT_EQ(ending.status, passes ? 0 : 1) << ending.output << ending.errors;
     EXPECT_TRUE(Holds(ending.output, output)) << ending.output;
     EXPECT_TRUE(ending.output.ends_with(passes ? "1 passed, 0 failed\n" : "0 passed, 1 failed\n"))
