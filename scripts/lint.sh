@@ -19,6 +19,13 @@ for tool in clang-format-14 clang-tidy-14 clang-scan-deps-14; do
   fi
 done
 
+# What was changed since the main branch, or since the last commit if that branch is not known.
+if [ "${1:-all}" = changed ]; then
+  base=$(git merge-base HEAD "$(git rev-parse --verify --quiet origin/HEAD || echo HEAD)")
+  changed=$(git diff --name-only "$base"; git ls-files --others --exclude-standard)
+  printf '%s\n' "$changed" | grep -qE '\.(h|cpp)$|^\.clang-' || exit 0
+fi
+
 git ls-files '*.h' '*.cpp' | xargs clang-format-14 --dry-run -Werror
 cmake --preset lint >/dev/null
 mkdir -p "$stamps"
@@ -37,11 +44,8 @@ dependencies() {
     sed 's/^ //' | sort -u -k 1,1
 }
 
-# What was changed here since the main branch, and .clang-tidy counts for all; all where there is no
-# such branch.
+# Those that were changed, or include what was; a change of .clang-tidy counts for all.
 changed_only() {
-  base=$(git merge-base HEAD "$(git rev-parse --verify --quiet origin/HEAD || echo HEAD)")
-  changed=$(git diff --name-only "$base"; git ls-files --others --exclude-standard)
   if printf '%s\n' "$changed" | grep -qx .clang-tidy; then cat; return; fi
   while read -r line; do
     for file in $line; do
