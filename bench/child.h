@@ -13,7 +13,7 @@ using Command = std::vector<std::string>;
 
 double Milliseconds();  // since some fixed moment
 
-// Where the program of this name or path is; empty where there is none.
+// Where the program of this name or path is; empty if there is none.
 std::string FindProgram(const std::string& name);
 
 // A running program and whatever it starts, in a process group of their own; its output goes

@@ -10,7 +10,7 @@
 namespace bench {
 namespace {
 
-constexpr int kPairs = 1000;  // 20 µs where a pair takes 20 ns
+constexpr int kPairs = 1000;  // 20 µs if a pair takes 20 ns
 
 void PairsOfMallocAndFree() {
   for (int i = 0; i < kPairs; ++i) {

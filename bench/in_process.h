@@ -31,6 +31,6 @@ void Compare(const std::string& name, const Unit& unit, const Measured& figure,
 void CompareCalls();
 void CompareDialogs();
 void CompareLists();
-void CompareResults();  // with ICU; there is no such row where that is not installed
+void CompareResults();  // with ICU; there is no such row if that is not installed
 
 }  // namespace bench

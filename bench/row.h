@@ -16,7 +16,7 @@ struct Row {
   std::string unit;
   std::string reference;
   double reference_figure;
-  double bar = 0;  // the most that the ratio may be; 0 where the row is for information
+  double bar = 0;  // the most that the ratio may be; 0 if the row is for information
 };
 
 // As one line of JSON, which table.cpp makes the table of.

@@ -18,7 +18,7 @@ class NumberError : public std::runtime_error {
 
 // A decimal number as people write it: 0.1 is one tenth. Sums, differences and products are exact
 // up to 400 digits, beyond which decimals are rounded; a quotient has 16 decimals, or as many as
-// its operands where they have more. Halves are rounded away from zero. What needs more than 400
+// its operands if they have more. Halves are rounded away from zero. What needs more than 400
 // digits before the point throws NumberError, a literal as well as a result.
 class Decimal {
  public:

@@ -90,7 +90,7 @@ Value Evaluator::Compute(const Chain& chain, Span) {
   return result;
 }
 
-// The second operand of `and` and `or` is evaluated only where it matters.
+// The second operand of `and` and `or` is evaluated only if it matters.
 void Evaluator::Apply(const Link& link, Value& result) {
   const auto level = link.operation->level;
   const auto combine = link.operation->combine;

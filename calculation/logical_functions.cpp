@@ -5,7 +5,7 @@
 namespace calculation {
 namespace {
 
-// Pairs of a test and a result, then the result where no test holds.
+// Pairs of a test and a result, then the result if no test holds.
 Value Case(const Arguments& given) {
   std::size_t i = 0;
   for (; given.Has(i + 1); i += 2) {

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Builds a preset, all of it or the targets named: scripts/build.sh PRESET [TARGET...]
-# Silent where there is nothing to do.
+# Silent if there is nothing to do.
 set -eu
 cd "$(dirname "$0")/.."
 preset=$1

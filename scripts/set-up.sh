@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs what building, running and testing need on Debian 12 and 13; does nothing where all is there,
-# and says what is missing where it cannot install.
+# Installs what building, running and testing need on Debian 12 and 13; does nothing if all is there,
+# and says what is missing if it cannot install.
 #
 #   scripts/set-up.sh [run|test|fuzz|bench]
 #
@@ -28,7 +28,7 @@ case $purpose in
     dialog whiptail" ;;
 esac
 
-# Says what to do by hand, where this script cannot.
+# Says what to do by hand, since this script cannot.
 give_up() {
   echo "$1" >&2
   echo "What is needed goes by these names on Debian:" >&2

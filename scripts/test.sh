@@ -1,6 +1,6 @@
 #!/bin/sh
 # Passes every test, under sanitizers unless it needs the optimised build, then the rules for sources:
-# where CI is set, of every source, else of what was changed. The last line sums up what the test
+# if CI is set, of every source, else of what was changed. The last line sums up what the test
 # runner counted.
 set -eu
 cd "$(dirname "$0")/.."

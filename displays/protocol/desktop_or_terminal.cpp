@@ -21,7 +21,7 @@ bool IsScreenNamed() {
 DesktopOrTerminal::DesktopOrTerminal(DisplayProcess& desktop, DisplayProcess& terminal)
     : desktop_(desktop), terminal_(terminal), chosen_(&desktop) {}
 
-// The one that showed the dialog before is not left while it runs. Where no screen is named, the
+// The one that showed the dialog before is not left while it runs. If no screen is named, the
 // desktop's toolkit need not be loaded to find that out: the terminal comes first.
 bool DesktopOrTerminal::Choose() {
   if (chosen_->IsRunning() && chosen_->GetReady()) return is_ready_ = true;

@@ -7,7 +7,7 @@
 
 namespace display {
 
-// Dialogs are shown on the desktop where there is a screen, else in the terminal where there is
+// Dialogs are shown on the desktop if there is a screen, else in the terminal if there is
 // one.
 class DesktopOrTerminal : public Display {
  public:

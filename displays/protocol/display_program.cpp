@@ -41,7 +41,7 @@ std::string FindProgram(const std::string& name) {
 }
 
 // What the child starts with: its socket as number 3, nothing above it, and no signal blocked,
-// ignored or handled, but that job control stays off where the host has it off.
+// ignored or handled, but that job control stays off if the host has it off.
 class SpawnPlan {
  public:
   explicit SpawnPlan(int socket_of_child) {

@@ -37,7 +37,7 @@ struct Answer {
   int line = 0;        // its number in the file, or among the answers of a text, from 1
   std::string text;    // as it was written
 
-  // What a recording says the answer is for: where it says so, and the name. 0: it does not say.
+  // The dialog that a recording names for the answer, and the line that does; 0 if none does.
   int dialog_line = 0;
   std::string dialog = {};
 };

@@ -49,7 +49,7 @@ class Canvas {
   // Cells with nothing in them.
   void Fill(const Area& area, Style style) const;
 
-  // A frame around the area, inside of it, with a title that is cut where it is too long.
+  // A frame around the area, inside of it, with a title that is cut if it is too long.
   void Frame(const Area& area, const Line& title) const;
 
   // A vertical line of one cell.
@@ -73,7 +73,7 @@ class Canvas {
   int left_ = 0;  // of column 0
 };
 
-// Colours as the terminal has them, on its own background; none where NO_COLOR asks for that.
+// Colours as the terminal has them, on its own background; none if NO_COLOR asks for that.
 void SetUpColours();
 
 // Empties the screen for a new drawing, and shows what has been drawn.

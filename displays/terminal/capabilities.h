@@ -24,13 +24,13 @@ std::string ReadTerminalType(int fd);
 // Frees the description, which nothing needs any more.
 void ForgetTerminalType();
 
-// Tells the terminal; nothing where its type does not have this.
+// Tells the terminal; nothing if its type does not have this.
 void Send(Capability capability, int fd);
 
-// The sequence of a key that has a name in newer types only; empty where there is none.
+// The sequence of a key that has a name in newer types only; empty if there is none.
 std::string ExtendedKey(const char* name);
 
-// What the terminal sends before and behind pasted text; empty where it sends nothing.
+// What the terminal sends before and behind pasted text; empty if it sends nothing.
 std::string PasteStart();
 std::string PasteEnd();
 

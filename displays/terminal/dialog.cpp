@@ -18,7 +18,7 @@ bool IsInput(const Control& control) {
   return control.kind != ControlKind::kStatic && control.kind != ControlKind::kButton;
 }
 
-// Where arrow keys have nothing else to do they go on to what is beside, as Tab does.
+// Arrow keys that have nothing else to do go on to what is beside, as Tab does.
 bool ArrowsMoveFocus(const Control& control) {
   return control.kind == ControlKind::kCheckBox || control.kind == ControlKind::kRadio;
 }
@@ -200,7 +200,7 @@ void Dialog::Draw() {
   DrawFrame(screen);
   const Area inside{layout_.frame.row + 1, layout_.frame.column + 1, room, layout_.frame.width - 2};
   const Canvas content = screen.Part(inside, scrolled_);
-  content.SetCursor(scrolled_, 0);  // where nothing has the focus
+  content.SetCursor(scrolled_, 0);  // if nothing has the focus
   DrawIcon(content);
   // What has the focus comes last: it places the cursor.
   const auto draw = [&](std::size_t i, bool focused) {

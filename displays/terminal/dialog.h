@@ -19,7 +19,7 @@ class Dialog {
   // What the user does is reported, each action behind the edits that were made before it.
   Dialog(const display::Description& description, Report report);
 
-  // Control `index` now is as described. The focus moves only where the host has moved it.
+  // Control `index` now is as described. The focus moves only if the host has moved it.
   void Change(std::size_t index, const display::Control& control);
 
   void Handle(const Event& event);

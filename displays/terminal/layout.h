@@ -16,7 +16,7 @@ inline constexpr Rect kMainScreen{0, 0, 1080, 1920};
 
 struct Layout {
   Area frame;               // on the screen, with the frame around the content
-  std::vector<Area> areas;  // of each control, in the content; empty where it is not shown
+  std::vector<Area> areas;  // of each control, in the content; empty if it is not shown
   int height = 0;           // of the content, which scrolls if the frame has less room
 };
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Signs are written in the code set of the user's locale; where that has none, in UTF-8.
+// Signs are written in the code set of the user's locale; if that has none, in UTF-8.
 void SetUpCodeSet() {
   std::setlocale(LC_ALL, "");
   if (std::string(nl_langinfo(CODESET)) == "ANSI_X3.4-1968") std::setlocale(LC_CTYPE, "C.UTF-8");

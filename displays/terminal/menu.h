@@ -10,7 +10,7 @@
 
 namespace terminal {
 
-// The open menu of a pop-up, over everything else. It scrolls where it has more items than the
+// The open menu of a pop-up, over everything else. It scrolls if it has more items than the
 // screen has rows.
 class Menu {
  public:

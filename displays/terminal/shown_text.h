@@ -10,7 +10,7 @@
 
 namespace terminal {
 
-// What stands in a cell, or in two where it is wide: a character with the marks that combine with
+// What stands in a cell, or in two if it is wide: a character with the marks that combine with
 // it.
 struct Glyph {
   std::wstring text;
@@ -32,7 +32,7 @@ std::vector<Line> Wrap(std::string_view utf8, int width);
 
 int WidthOf(const Line& line);
 
-// The line, with an ellipsis for its end where it is wider than `width`.
+// The line, with an ellipsis for its end if it is wider than `width`.
 Line Elide(Line line, int width);
 
 // One character as UTF-8.

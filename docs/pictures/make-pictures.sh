@@ -1,6 +1,6 @@
 #!/bin/bash
 # Renews the pictures of ../functions.md: each shows the last dialog of the example above it.
-# Takes the build directory; build/release where it is left out. Needs no screen.
+# Takes the build directory; build/release if it is left out. Needs no screen.
 set -euo pipefail
 
 pictures=$(cd "$(dirname "$0")" && pwd)

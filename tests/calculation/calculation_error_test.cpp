@@ -10,7 +10,7 @@ namespace {
 
 constexpr long kMostRounds = 1000;
 
-// The explanation of what is wrong; empty where nothing is.
+// The explanation of what is wrong; empty if nothing is.
 std::string Explanation(std::string_view text, FakeFunctions& functions) {
   const Source source("", text);
   Variables variables;

@@ -368,7 +368,7 @@ TEST(CalculationTest, JsonIsReadAndWritten) {
   });
 }
 
-// A function that shows a dialog must be called once, in order, and only where its result matters.
+// A function that shows a dialog must be called once, in order, and only if its result matters.
 TEST(CalculationTest, OnlyWhatMattersIsCalled) {
   const struct {
     const char* calculation;

@@ -51,7 +51,7 @@ struct Fault {
   std::vector<std::pair<std::string, std::string>> breaks;  // checks, and their results
   const char* module = BROKEN_PLUGIN;
 
-  // Where it breaks all that comes later, it says nothing of the single checks.
+  // It breaks all that comes later, so it says nothing of the single checks.
   bool all = false;
 };
 

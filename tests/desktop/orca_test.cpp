@@ -19,7 +19,7 @@ using testing_tools::ChangedVariable;
 struct Step {
   const char* keys;
   const char* heard;
-  const char* heard_lately = nullptr;  // where Orca's later releases say something else
+  const char* heard_lately = nullptr;  // if Orca's later releases say something else
 };
 
 // Without what releases differ in all the time: stops, and the keys that later ones tell.

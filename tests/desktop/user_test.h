@@ -20,7 +20,7 @@ class UserTest : public testing::Test {
   }
   ~UserTest() override { alarm(0); }
 
-  // Opens the dialog and waits until it is painted and has the keyboard; throws where that does not
+  // Opens the dialog and waits until it is painted and has the keyboard; throws if that does not
   // happen.
   xcb_window_t Open(const display::Description& dialog) {
     const auto* window = std::get_if<display::Window>(&dialog);

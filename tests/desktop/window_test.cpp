@@ -17,7 +17,7 @@ class ManagedWindow : public UserTest {
  protected:
   ManagedWindow() : UserTest(XSession::Manager::kOpenbox) {}
 
-  // A list where the window manager does not put it.
+  // A list at a place that the window manager would not choose.
   static display::Window OutsideList() {
     display::Window list = ListDialog(false);
     list.content = At(900, 1100, 1225, 1525);

@@ -63,7 +63,7 @@ class Process {
     id_ = fork();
     if (id_ == 0) {
       if (output == Output::kRead) dup2(ends[1], STDOUT_FILENO);
-      prctl(PR_SET_PDEATHSIG, SIGTERM);  // also where the test is ended from outside
+      prctl(PR_SET_PDEATHSIG, SIGTERM);  // also if the test is ended from outside
       execvp(arguments[0], arguments.data());
       _exit(127);
     }
@@ -128,7 +128,7 @@ class XSession {
                           : "xdotool keydown " + held + " " + click + " keyup " + held);
   }
 
-  // The window of that title, once it is shown and has the keyboard; 0 where that does not happen.
+  // The window of that title, once it is shown and has the keyboard; 0 if that does not happen.
   xcb_window_t ActiveWindow(const std::string& title) const {
     xcb_window_t window = 0;
     const bool active = WaitFor([&] {

@@ -170,7 +170,7 @@ class Bundle : public CoreFoundation {
     parent_.Write("Tables.bundle/Contents/Resources/" + language + ".lproj/Table.strings", table);
   }
 
-  // The text of `key`; "missing" where the key itself came back.
+  // The text of `key`; "missing" if the key itself came back.
   std::string Text(std::u16string_view key) {
     const CFBundleRef bundle = CFBundleCreateWithPath(folder_.string());
     const CFStringRef name = NewString(key);

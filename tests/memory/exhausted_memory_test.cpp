@@ -68,7 +68,7 @@ const Case kCases[] = {
 
 enum Reading : int { kAsUtf8, kAsCodeSet, kPastTheEnd };
 
-// How a process of its own reads the user's code set where allocation `at` fails.
+// How a process of its own reads the user's code set if allocation `at` fails.
 Reading ReadCodeSet(int at) {
   const pid_t child = fork();
   if (child == 0) {
@@ -102,7 +102,7 @@ class ExhaustedMemory : public PluginHost {
  protected:
   ~ExhaustedMemory() override { failing_allocator::Disarm(); }
 
-  // The function's result; "bad_alloc" where FileMaker's interface ran out of memory.
+  // The function's result; "bad_alloc" if FileMaker's interface ran out of memory.
   std::string Try(const Case& row, int at, bool for_good) {
     auto answers = display::ParseAnswerText(row.answers);
     dialogs_ = std::make_unique<UnhurtDialogs>(std::move(answers));

@@ -21,7 +21,7 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 FOLDERS = (ROOT / "scripts/covered-folders").read_text().split()
-# The first finds most, so the others are linked only where it finds nothing.
+# The first finds most, so the others are linked only if it finds nothing.
 TESTS = ["plugin_test", "layers_test", "plugin_corpus_test", "strings_table_corpus_test",
          "answers_corpus_test", "failing_host_test", "code_set_test",
          "tarvo_test --gtest_filter=DialogTest.*:*HelpExplains*",
@@ -92,7 +92,7 @@ def limit_time():
 
 
 def passes(build, test):
-    """None where the program could not be built."""
+    """None if the program could not be built."""
     program, *options = test.split()
     if subprocess.run(["ninja", "-C", build, "-j2", program], capture_output=True).returncode != 0:
         return None

@@ -19,7 +19,7 @@ class Host : public PluginHost {
   void TestBody() override {}
 };
 
-// Runs `body` with a fresh plug-in where LC_ALL is `locale`, and fails where it fails.
+// Runs `body` with a fresh plug-in while LC_ALL is `locale`, and fails if it fails.
 template <class Body>
 void InLocale(const char* locale, Body body) {
   SCOPED_TRACE(locale);

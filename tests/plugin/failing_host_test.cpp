@@ -29,7 +29,7 @@ bool FailsNow(std::string_view operation) {
   return failure.at != 0 && (failure.for_good ? calls >= failure.at : calls == failure.at);
 }
 
-// The real operation, or its failure. What a plug-in gives back is gone even where that is reported
+// The real operation, or its failure. What a plug-in gives back is gone even if that is reported
 // as a failure, and a code that nobody knows reports nothing.
 template <class Real>
 auto Through(std::string_view operation, fmx::Error& error, bool releases, Real real) {

@@ -12,7 +12,7 @@ class Lifecycle : public PluginHost {
     return folder_ / "Made.fmplugin";
   }
 
-  // Asks for a string with a buffer of `size` units; "untouched" where nothing was written.
+  // Asks for a string with a buffer of `size` units; "untouched" if nothing was written.
   std::string Ask(std::uint8_t number, std::int32_t size, std::uint8_t message = kFMXT_GetString) {
     std::u16string buffer(static_cast<std::size_t>(std::max(size, 1)) + 1, u'#');
     block_.string = number;

@@ -1,4 +1,4 @@
-// What the command line is taken to mean, and what is said where it is wrong.
+// What the command line is taken to mean, and what is said if it is wrong.
 
 #include "tests/support/tarvo.h"
 
