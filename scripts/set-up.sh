@@ -18,7 +18,7 @@ packages="
 
 case $purpose in
   test) packages="$packages
-    libgtest-dev clang libclang-rt-dev lld clang-format clang-tidy gcovr
+    libgtest-dev clang libclang-rt-dev lld llvm clang-format clang-tidy gcovr
     xvfb xdotool openbox x11-utils x11-xserver-utils xauth xclip
     at-spi2-core dbus-bin dbus-daemon orca weston
     libvterm-dev

@@ -152,7 +152,7 @@ TEST_F(Orca, TellsEveryRowAndHowManyThereAre) {
             R"(TarvoDoListBox ( "Choose your town|OK|No|||||0||1" ))"});
   Walk({{"", "Towns dialog Choose your town"},
         {"Down", "Towns List with 4 items Ann"},
-        {"ctrl+Down", "New Delhi"},
+        {"ctrl+Down", "New Delhi", "New Delhi not selected"},
         {"ctrl+space", "selected"},
         {"ctrl+space", "unselected"},
         {"shift+End", "Paris"},

@@ -185,16 +185,16 @@ TEST_F(Window, StandsOnThePrimaryScreenAndCountsFromItsCorner) {
   EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 600, 800); }));
   OutputOf("xrandr --output screen --mode 1280x1024");
   EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 1280); }));
-  OutputOf("xrandr --setmonitor first 640/170x1024/270+0+0 screen");
-  OutputOf("xrandr --setmonitor '*second' 640/170x1024/270+640+0 none");
-  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 640); }));
+  OutputOf("xrandr --setmonitor first 600/160x1024/270+0+0 screen");
+  OutputOf("xrandr --setmonitor '*second' 680/180x1024/270+600+0 none");
+  EXPECT_TRUE(WaitFor([&] { return display_.MainScreen() == At(0, 0, 1024, 680); }));
   display::Window dialog = Dialog({}, 0);
   dialog.content = At(0, 0, 225, 425);
   ASSERT_TRUE(display_.Open(dialog));
-  EXPECT_EQ(Place(user_.ActiveWindow(dialog.title)), "640,0");
+  EXPECT_EQ(Place(user_.ActiveWindow(dialog.title)), "600,0");
   display_.Close();
   const xcb_window_t alert = Open(display::Alert{1, "On the second", "", "OK", {}, {}});
-  EXPECT_EQ(Place(alert).substr(0, 4), "740,") << "in the middle of it";
+  EXPECT_EQ(Place(alert).substr(0, 4), "720,") << "in the middle of it";
 }
 
 TEST_F(Window, OfAnAlertStandsOverTheWindowThatTheHostNames) {
