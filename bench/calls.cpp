@@ -29,7 +29,7 @@ std::u16string Repeat(std::u16string_view pattern, std::size_t size) {
 // The interface hands out texts by address: each is a block of its own.
 using Text = std::unique_ptr<std::u16string>;
 
-// The answer: a text made of bytes, copied into the result.
+// The result: a text made of bytes, copied into the result.
 void Answer(const char* bytes) {
   const Text answer = std::make_unique<std::u16string>(bare::ToText(bytes));
   const std::u16string result(*answer);

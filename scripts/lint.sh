@@ -21,7 +21,8 @@ done
 
 # What was changed since the main branch, or since the last commit if that branch is not known.
 if [ "${1:-all}" = changed ]; then
-  base=$(git merge-base HEAD "$(git rev-parse --verify --quiet origin/HEAD || echo HEAD)")
+  main=$(git rev-parse --verify --quiet origin/HEAD || echo HEAD)
+  base=$(git merge-base HEAD "$main" || echo HEAD)
   changed=$(git diff --name-only "$base"; git ls-files --others --exclude-standard)
   printf '%s\n' "$changed" | grep -qE '\.(h|cpp)$|^\.clang-' || exit 0
 fi

@@ -23,7 +23,7 @@ case $purpose in
     at-spi2-core dbus-bin dbus-daemon orca weston
     libvterm-dev
     locales" ;;
-  fuzz) packages="$packages clang libclang-rt-dev" ;;
+  fuzz) packages="$packages clang libclang-rt-dev llvm libgtest-dev libvterm-dev" ;;
   bench) packages="$packages libbenchmark-dev sqlite3 libxcb-damage0-dev xvfb zenity yad kdialog
     dialog whiptail" ;;
 esac

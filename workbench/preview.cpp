@@ -105,7 +105,7 @@ class ScriptPreview {
   std::optional<Clock::time_point> due_;       // when the next run is to begin
   std::optional<Clock::time_point> run_late_;  // when the window is to say that it still runs
   std::optional<Json> next_;                   // what the window is to show
-  bool draws_ = false;                         // the window, which has not answered yet
+  bool draws_ = false;                         // the window, which has not reported yet
   std::vector<std::string> shown_;             // the descriptions that it was given last
   CutTexts cut_texts_;
   bool may_run_again_ = true;  // for what the window finds out: once after each save
@@ -224,7 +224,7 @@ void ScriptPreview::Show(const std::string& error, Json calls) {
   SendWhatIsNext();
 }
 
-// One after the other: what was superseded while the window drew is never drawn, and its answer is
+// One after the other: what was superseded while the window drew is never drawn, and its report is
 // about what it was given last.
 void ScriptPreview::SendWhatIsNext() {
   if (draws_ || !next_) return;

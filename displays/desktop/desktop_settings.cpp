@@ -75,7 +75,7 @@ bool HasPortal() {
   return bus.isConnected() && bus.interface()->isServiceRegistered(QLatin1String(kPortal));
 }
 
-// One question to the portal, which answers with a variant in a variant, if at all.
+// One question to the portal, which replies with a variant in a variant, if at all.
 class PortalSetting {
  public:
   PortalSetting(const char* group, const char* key) : reply_(Ask(group, key)) {}

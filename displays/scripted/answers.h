@@ -65,7 +65,7 @@ std::string AnswerUsage(std::string_view word);
 // The line, without its end, that reads as `action` with these names.
 std::string FormatAnswer(const Action& action, const Names& names = {});
 
-// The line that says which dialog the answers behind it are for, the how-manieth and its name.
+// The line that says which dialog the answers behind it are for, by its number and name.
 std::string FormatDialogLine(int number, const std::string& name);
 
 }  // namespace display

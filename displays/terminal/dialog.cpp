@@ -200,7 +200,7 @@ void Dialog::Draw() {
   DrawFrame(screen);
   const Area inside{layout_.frame.row + 1, layout_.frame.column + 1, room, layout_.frame.width - 2};
   const Canvas content = screen.Part(inside, scrolled_);
-  content.SetCursor(scrolled_, 0);  // if nothing has the focus
+  content.SetCursor(scrolled_, 0);  // stays here if nothing has the focus
   DrawIcon(content);
   // What has the focus comes last: it places the cursor.
   const auto draw = [&](std::size_t i, bool focused) {

@@ -163,10 +163,10 @@ TEST(CalculationErrorTest, NestingIsLimitedAndLengthIsNot) {
               std::string::npos)
         << opening;
   }
-  EXPECT_EQ(Explanation("1" + Repeat(" & 1", 5000)), "");
-  EXPECT_EQ(Explanation("1" + Repeat("^1", 5000)), "");
-  EXPECT_EQ(Explanation("Let ( [ a0 = 1" + Repeat("; a0 = a0", 5000) + " ] ; a0 )"), "");
-  EXPECT_EQ(Explanation("List ( 1" + Repeat("; 1", 5000) + ")"), "");
+  EXPECT_EQ(Explanation("1" + Repeat(" & 1", 20'000)), "");
+  EXPECT_EQ(Explanation("1" + Repeat("^1", 20'000)), "");
+  EXPECT_EQ(Explanation("Let ( [ a0 = 1" + Repeat("; a0 = a0", 20'000) + " ] ; a0 )"), "");
+  EXPECT_EQ(Explanation("List ( 1" + Repeat("; 1", 20'000) + ")"), "");
 }
 
 TEST(CalculationErrorTest, NumbersHaveAtMost400Digits) {

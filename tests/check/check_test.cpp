@@ -45,13 +45,14 @@ display::Json Results(const std::string& bundle, Status expected,
                                      expected));
 }
 
-// What a fault breaks; every other check passes.
+// What a fault breaks; every other check passes. Those that call functions run only if it breaks
+// one of them.
 struct Fault {
   std::string name;
   std::vector<std::pair<std::string, std::string>> breaks;  // checks, and their results
   const char* module = BROKEN_PLUGIN;
 
-  // It breaks all that comes later, so it says nothing of the single checks.
+  // Whether it breaks all that comes later; such a fault proves nothing about single checks.
   bool all = false;
 };
 
@@ -163,12 +164,12 @@ const std::vector<Fault>& Faults() {
 
 class BrokenPlugin : public testing::TestWithParam<Fault> {};
 
-// Half of all checks call single functions ("Plain/empty"); they run if the fault is in a call.
 TEST_P(BrokenPlugin, FailsTheChecksThatItBreaksAndPassesTheOthers) {
   const Fault& fault = GetParam();
-  const bool breaks_calls = fault.all || std::ranges::any_of(fault.breaks, [](const auto& broken) {
-                              return broken.first.find('/') != std::string::npos;
-                            });
+  const bool breaks_calls =  // such as "Plain/empty"
+      fault.all || std::ranges::any_of(fault.breaks, [](const auto& broken) {
+        return broken.first.find('/') != std::string::npos;
+      });
   const std::vector<std::string> exclude(breaks_calls ? 0 : 1, "/");
   for (const auto& entry : Results(BundleOf(fault.name, fault.module), Status::kWrong, exclude)) {
     EXPECT_EQ(entry.at("result"), ExpectedResult(fault, entry.at("check"))) << entry;

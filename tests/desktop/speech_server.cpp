@@ -82,10 +82,10 @@ void SpeechServer::Note(const std::string& utterance) {
   const std::string text = std::regex_replace(utterance, std::regex("<[^>]*>"), "");
   if (text.ends_with(' ')) return;
   const std::lock_guard lock(mutex_);
-  heard_ += heard_.empty() ? text : ' ' + text;
+  heard_.push_back(text);
 }
 
-std::string SpeechServer::Heard() const {
+std::vector<std::string> SpeechServer::Heard() const {
   const std::lock_guard lock(mutex_);
   return heard_;
 }

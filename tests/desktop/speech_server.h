@@ -18,9 +18,8 @@ class SpeechServer {
   SpeechServer& operator=(const SpeechServer&) = delete;
   ~SpeechServer();
 
-  // What was said since Forget, one blank between utterances. The names of keys that are echoed are
-  // left out.
-  std::string Heard() const;
+  // The utterances since Forget, without the names of keys that are echoed.
+  std::vector<std::string> Heard() const;
   void Forget();
 
  private:
@@ -32,7 +31,7 @@ class SpeechServer {
   std::vector<std::jthread> threads_;
   std::vector<int> clients_;
   mutable std::mutex mutex_;
-  std::string heard_;
+  std::vector<std::string> heard_;
 };
 
 }  // namespace desktop_test

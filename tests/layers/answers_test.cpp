@@ -1,7 +1,8 @@
 #include "displays/scripted/answers.h"
-#include <nlohmann/json.hpp>
 
 #include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
 
 #include "displays/protocol/display_json.h"
 

@@ -1,4 +1,4 @@
-// A plug-in lives as long as its host: nothing may grow.
+// A plug-in lives as long as its host: nothing may grow, and nothing without end.
 
 #include <unistd.h>
 
@@ -110,7 +110,7 @@ TEST_F(LongLife, AThousandDesktopDialogsLeaveTheDisplayAsItWas) {
       ASSERT_TRUE(desktop.Open(dialogs[static_cast<std::size_t>(i) % dialogs.size()]));
       desktop.Close();
     }
-    // It answers when it has dealt with all that it was sent.
+    // It opens this one when it has dealt with all that it was sent.
     ASSERT_TRUE(desktop.Open(dialogs[0]));
     desktop.Close();
   };

@@ -42,7 +42,7 @@ struct Case {
   const char* parameter;
   const char* answers;
   int least_points;  // allocations that a call makes at least
-  int refusals;      // those without which the function answers that there is no memory
+  int refusals;      // those without which the function returns that there is no memory
 };
 
 const Case kCases[] = {

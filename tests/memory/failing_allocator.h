@@ -9,7 +9,7 @@ namespace failing_allocator {
 // none fails, but all are counted.
 void Arm(int at, bool for_good);
 
-// Back to normal. Answers how many allocations there were while armed.
+// Back to normal. Returns how many allocations there were while armed.
 int Disarm();
 
 // Blocks that are allocated now.

@@ -146,7 +146,7 @@ class FailingHost : public PluginHost {
  protected:
   ~FailingHost() override { failure = {}; }
 
-  // Fails each call that `run` makes, once and for good, with each code; answers how many there
+  // Fails each call that `run` makes, once and for good, with each code; returns how many there
   // are.
   template <class Run, class After>
   static int FailEachCall(Run run, After after) {

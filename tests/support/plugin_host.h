@@ -57,7 +57,7 @@ class PluginHost : public testing::Test {
     return fmx::host::Evaluate(Function(name), {{kFMX_TextType, std::move(parameter), kLocale}});
   }
 
-  // A function's result as UTF-8. Every function answers error code 0 and leaves no value behind.
+  // A function's result as UTF-8. Every function returns error code 0 and leaves no value behind.
   static std::string Call(const std::string& name, const std::string& parameter) {
     const fmx::host::Outcome outcome = Evaluate(name, encoding::ToUtf16(parameter));
     EXPECT_EQ(outcome.error, 0);

@@ -21,7 +21,7 @@
 namespace testing_tools {
 
 struct Ending {
-  int status = -1;  // 128 and the signal's number if a signal ended it
+  int status = -1;  // 128 plus the signal's number if a signal ended it
   std::string output;
   std::string errors;
 };

@@ -58,7 +58,7 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
   if (call->message == kFMXT_Shutdown) throw std::runtime_error("will not go");
   if (call->message != kFMXT_Init) return;
   if (call->version == 77) throw std::runtime_error("no good year");
-  if (call->version == 78) return;  // without an answer
+  if (call->version == 78) return;  // without a result
   Register(1, u"OddThrow", 1, Throws);
   Register(2, u"OddFail", 1, Fails);
   Register(3, u"OddWait", 0, Waits);

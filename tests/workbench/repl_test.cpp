@@ -86,7 +86,7 @@ TEST(PipedSessionTest, LongEntriesTakeAsLongAsTheyAre) {
       EXPECT_EQ(Tarvo({"repl"}, entry + end).status, 0);
       return used() - start;
     };
-    EXPECT_LT(seconds(4000), 8 * seconds(1000) + 0.1) << line;
+    EXPECT_LT(seconds(4000), 6 * seconds(1000) + 0.1) << line;
   }
 }
 
