@@ -165,10 +165,10 @@ TEST(CommandLineTest, ResultsForShellScripts) {
 
 // What is written is more than a pipe holds, so the reader ends before all of it is.
 TEST(CommandLineTest, ABrokenPipeEndsQuietly) {
-  const std::string script = std::string(TARVO_PROGRAM) +
-                             " eval 1 'While ( [ i = 0 ; a = 12345678 ] ; i < 17 ; [ i = i + 1 ; a "
-                             "= a & a ] ; a )' 2 2>&1 "
-                             ">&3; echo status $?";
+  const std::string long_text =
+      "While ( [ a = 12345678 ] ; Length ( a ) < 999999 ; [ a = a & a ] ; a )";
+  const std::string script =
+      TARVO_PROGRAM + (" eval 1 '" + long_text + "' 2 2>&1 >&3; echo status $?");
   const Ending ending =
       testing_tools::Run({"/bin/bash", {"-c", "{ { " + script + "; } | cat; } 3> >(head -n 1)"}});
   EXPECT_EQ(ending.output, "1\nstatus 1\n");
